@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Unit.h"
+
+namespace vornsim
+{
+
+/// The value at a channel's input, in the unit of its range: the one that was fixed, or a slow wave within
+/// the range. A fixed text that is no number counts as beyond the range.
+double Measured(const Unit &unit, int channel, double at);
+
+struct Extremes {
+    double least;
+    double greatest;
+};
+
+/// The ends between which the value lay from one time to another, both included.
+Extremes MeasuredBetween(const Unit &unit, int channel, double from, double to);
+
+/// @name The setting "value" of every model with analog inputs
+/// @{
+std::optional<std::string> TakeValue(const Unit &, int channel, std::string_view text);
+std::string ReadValue(const Unit &, int channel);
+/// @}
+
+} // namespace vornsim

@@ -1,0 +1,80 @@
+#include "Options.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace vornsim
+{
+
+const char *const Usage = R"(vornsim - a rack of simulated VORN modules behind serial ports
+
+  vornsim [--rack FILE] [--ports FOLDER] [--pace] [--trace[=FILE]]
+  vornsim --list-demo
+  vornsim --help
+
+  --rack FILE     the rack to build; without it a demo rack on COM2 and COM4
+  --ports FOLDER  where the links com<n> to the ports go; without it the folder
+                  where the VORN utility looks for its ports,
+                  $XDG_CONFIG_HOME/vorn/ports or ~/.config/vorn/ports
+  --pace          bytes take the time that they take on a wire
+  --trace[=FILE]  writes the traffic, with the milliseconds since the start
+  --list-demo     lists the modules of the demo rack and ends
+
+It runs until it is interrupted, and takes its links away at the end.
+)";
+
+namespace
+{
+
+constexpr std::string_view TracePrefix = "--trace=";
+
+std::string Environment(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value ? value : "";
+}
+
+} // namespace
+
+std::filesystem::path DefaultPorts()
+{
+    const std::string config = Environment("XDG_CONFIG_HOME");
+    if (!config.empty())
+        return std::filesystem::path(config) / "vorn" / "ports";
+    const std::string home = Environment("HOME");
+    if (home.empty())
+        throw UsageError("no home folder: --ports is needed");
+    return std::filesystem::path(home) / ".config" / "vorn" / "ports";
+}
+
+Options ReadOptions(const std::vector<std::string> &arguments)
+{
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string &argument = arguments[i];
+        const auto value = [&]() -> const std::string & {
+            if (i + 1 >= arguments.size() || arguments[i + 1].empty())
+                throw UsageError(argument + " needs a value");
+            return arguments[++i];
+        };
+        if (argument == "--rack")
+            options.rack = value();
+        else if (argument == "--ports")
+            options.ports = value();
+        else if (argument == "--pace")
+            options.pace = true;
+        else if (argument == "--trace")
+            options.trace = true;
+        else if (argument.starts_with(TracePrefix) && argument.size() > TracePrefix.size())
+            options.trace = true, options.traceFile = argument.substr(TracePrefix.size());
+        else if (argument == "--help" || argument == "-h")
+            options.help = true;
+        else if (argument == "--list-demo")
+            options.listDemo = true;
+        else
+            throw UsageError("unknown option " + argument);
+    }
+    return options;
+}
+
+} // namespace vornsim

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Unit.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vornsim
+{
+
+/// @name The setting "outputs" of every model with digital outputs
+/// Two hexadecimal digits for up to eight points, four for more.
+/// @{
+std::optional<std::string> TakeOutputs(const Unit &, int channel, std::string_view text);
+std::string ReadOutputs(const Unit &, int channel);
+void OutputsWritten(Unit &, int channel);
+/// @}
+
+/// Digits of a text that has one bit for each of so many points.
+constexpr int PointDigits(int points)
+{
+    return points > 8 ? 4 : 2;
+}
+
+} // namespace vornsim

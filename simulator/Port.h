@@ -1,0 +1,119 @@
+#pragma once
+
+#include "Module.h"
+#include "PseudoTerminal.h"
+#include "Rack.h"
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vornsim
+{
+
+/// What went over a port.
+struct TraceRecord {
+    double milliseconds; ///< since the simulator was made
+    enum class Direction { FromHost, ToHost } direction;
+    std::string bytes; ///< one read or one piece written
+};
+
+/// One serial port: the pseudo-terminal with its link, the modules behind it, and the times at which bytes
+/// are due.
+class Port
+{
+public:
+    using Listener = std::function<void(int port, const TraceRecord &)>;
+
+    /// @param start     zero of the trace
+    /// @param listener  told of every trace record
+    Port(const PortDescription &description, const std::filesystem::path &folder, TimePoint start,
+         const Listener &listener);
+
+    int Number() const { return number_; }
+    bool Plugged() const { return terminal_ != nullptr; }
+    PseudoTerminal *Terminal() { return terminal_.get(); }
+    std::string LinkTarget() const;
+    std::vector<std::string> Describe() const;
+
+    /// Takes what the host has written, and answers it.
+    /// @param time  the clock that values refer to
+    void Receive(double time, TimePoint now);
+    /// Sends what is due, and lets the second master speak when it is time for it.
+    void Send(double time, TimePoint now);
+    /// When `Send` has something to do next; nothing when it waits for the host.
+    std::optional<TimePoint> NextDue() const;
+    /// The terminal took less than it was given: go on when it takes more.
+    bool Blocked() const { return blocked_; }
+    void NoticeHosts();
+
+    /// @name Unplugging and plugging in again
+    /// An unplugged port's link dangles. Its target is a name that no later pseudo-terminal can have.
+    /// @{
+    void Vanish();
+    void Return();
+    /// @}
+
+    /// The module that answers at an address of two hexadecimal digits.
+    /// @throws std::invalid_argument
+    Module &At(std::string_view address);
+    Faults &OwnFaults() { return faults_; }
+    void ClearFaults();
+    void SetMaster(std::optional<Master> master, TimePoint now);
+
+    const std::deque<std::string> &Commands() const { return commands_; }
+    const std::deque<TraceRecord> &Trace() const { return trace_; }
+    void ClearTrace();
+    int LineSpeed() const;
+
+private:
+    struct Due {
+        TimePoint when;
+        std::string bytes;
+    };
+
+    std::chrono::nanoseconds ByteTime() const;
+    void HearHost(std::string_view line, double time, TimePoint complete);
+    void Answer(std::string_view line, int speed, double time, TimePoint complete);
+    void Enqueue(const std::vector<Piece> &pieces, TimePoint from);
+    void EnqueuePaced(std::string_view bytes, TimePoint from);
+    void WriteDue(TimePoint now);
+    void SpeakDue(double time, TimePoint now);
+    bool MasterWaits() const;
+    void SpeakOnce(double time, TimePoint now);
+    void CutFrom(std::size_t first);
+    void Record(TraceRecord::Direction direction, std::string bytes, TimePoint now);
+
+    int number_;
+    int speed_;
+    bool pace_;
+    TimePoint start_;
+    const Listener &listener_;
+    std::vector<Module> modules_;
+    Faults faults_;
+
+    std::unique_ptr<PseudoTerminal> terminal_;
+    std::unique_ptr<PortLink> link_;
+    int lastSpeed_;
+
+    std::string partial_;  // of a line from the host
+    TimePoint hostFree_{}; // when the host's last byte is through
+    TimePoint lineFree_{}; // when our own last byte is through
+    std::deque<Due> due_;  // in order
+    bool blocked_ = false;
+
+    std::optional<Master> master_;
+    std::size_t masterNext_ = 0;
+    int masterLeft_ = 0;
+    TimePoint masterDue_{};
+
+    std::deque<std::string> commands_;
+    std::deque<TraceRecord> trace_;
+};
+
+} // namespace vornsim

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "Descriptor.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vornsim
+{
+
+/// The simulator's end of a pseudo-terminal, whose other end hosts open like a serial port.
+///
+/// A slave descriptor of our own stays open, so that a host's closing isn't a hang-up. Who else has the
+/// terminal open is counted from the opens and closes that the kernel tells of its device file. When the last
+/// host has gone,
+/// - its exclusive mark (TIOCEXCL) is taken off, since the kernel leaves it for as long as anyone, here we,
+/// has the
+///   terminal open: a host that crashed would lock the port for ever. While a host is there its mark stays;
+/// - what it hasn't read is dropped, as a closed serial port hears nothing.
+class PseudoTerminal
+{
+public:
+    /// Opens a new one, raw, without echo, at a line speed.
+    /// @throws std::system_error
+    explicit PseudoTerminal(int speed);
+
+    const std::string &Path() const { return path_; }
+    int MasterDescriptor() const { return master_.Get(); }
+    int WatchDescriptor() const { return watch_.Get(); }
+
+    /// What the host has written since; empty when there is nothing.
+    std::string Read();
+    /// The number of bytes that the terminal took.
+    std::size_t Write(std::string_view bytes);
+
+    /// Takes notice of hosts that came and went.
+    /// @return whether the last one went
+    bool Watch();
+    /// Whether a host has the terminal open; always true where the kernel doesn't tell.
+    bool HostPresent() const { return !watch_ || hosts_ > 0; }
+
+    /// Bits per second as set on the terminal, 0 for a speed that no module has.
+    int Speed() const;
+
+private:
+    Descriptor master_;
+    Descriptor slave_;
+    Descriptor watch_;
+    std::string path_;
+    int hosts_ = 0;
+};
+
+/// A symbolic link that lives as long as the object.
+class PortLink
+{
+public:
+    /// @throws std::runtime_error when the name is taken by anything but a dangling link
+    PortLink(std::filesystem::path link, const std::string &target);
+    PortLink(PortLink &&other) = delete;
+    PortLink &operator=(PortLink &&other) = delete;
+    PortLink(const PortLink &) = delete;
+    PortLink &operator=(const PortLink &) = delete;
+    ~PortLink();
+
+    const std::filesystem::path &Path() const { return link_; }
+    void PointTo(const std::string &target);
+
+private:
+    std::filesystem::path link_;
+    std::string target_;
+};
+
+/// A folder for links. It and its parents are made when missing, and what was made is removed at the end if
+/// empty.
+class PortsFolder
+{
+public:
+    explicit PortsFolder(std::filesystem::path path);
+    ~PortsFolder();
+    PortsFolder(const PortsFolder &) = delete;
+    PortsFolder &operator=(const PortsFolder &) = delete;
+
+    const std::filesystem::path &Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+    std::vector<std::filesystem::path> made_; // the innermost last
+};
+
+} // namespace vornsim

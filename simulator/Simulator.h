@@ -1,0 +1,90 @@
+#pragma once
+
+#include "Port.h"
+#include "Rack.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace vornsim
+{
+
+/// A rack of modules behind pseudo-terminals, each linked as `com<n>` in a folder. All members may be called
+/// from any thread, those that change something take effect at once.
+class Simulator
+{
+public:
+    /// Opens the ports and makes the links; nothing answers before `Start`.
+    /// @throws RackError, std::runtime_error for a link that is in use, std::system_error
+    Simulator(Rack rack, std::filesystem::path portsFolder);
+    ~Simulator(); ///< stops the thread and removes the links
+    Simulator(const Simulator &) = delete;
+    Simulator &operator=(const Simulator &) = delete;
+
+    /// @name Own thread, which sleeps until a byte comes or goes
+    /// @{
+    void Start();
+    void Stop();
+    /// @}
+
+    /// @name What went over a port; the latest 100000 of each are kept
+    /// @{
+    std::vector<std::string>
+    Commands(int port) const; ///< complete lines from the host, without the carriage return
+    std::vector<TraceRecord> Trace(int port) const;
+    void ClearTrace();
+    /// Called for every record, from the simulator's thread, which must not call back. Set it before `Start`.
+    void SetTraceListener(Port::Listener listener);
+    /// @}
+
+    /// @param address  two hexadecimal digits as the module answers to, empty for the whole port
+    void SetFault(int port, std::string_view address, Fault fault);
+    void ClearFaults();
+
+    void SetMaster(int port, Master master);
+    void StopMaster(int port);
+
+    void Vanish(int port);         ///< hangs up: the link dangles
+    void Return(int port);         ///< a vanished port is there again, on a terminal of its own
+    int LineSpeed(int port) const; ///< as last seen on the terminal, 0 when no module has that speed
+
+    /// @name Settings and states by their rack file names, "value3", "slot2.range"
+    /// @throws std::invalid_argument
+    /// @{
+    void SetValue(int port, std::string_view address, std::string_view name, std::string_view value);
+    std::string Value(int port, std::string_view address, std::string_view name) const;
+    /// @}
+
+    /// Milliseconds that moving values, counters and slew rates go by. Delays, pacing and restarts keep to
+    /// real time.
+    void SetClock(std::function<double()> clock);
+
+    std::vector<int> Ports() const;
+    std::vector<std::string> Describe(int port) const; ///< one line for each module
+    std::filesystem::path Link(int port) const;
+    std::string Terminal(int port) const; ///< device behind the link, empty when it vanished
+
+private:
+    Port &Find(int port) const;
+    void Run();
+    void Turn();
+    void Wake() const;
+
+    mutable std::mutex mutex_;
+    PortsFolder folder_;
+    TimePoint start_;
+    std::function<double()> clock_;
+    Port::Listener listener_;
+    std::vector<std::unique_ptr<Port>> ports_;
+    Descriptor wake_;
+    bool ending_ = false;
+    std::thread thread_;
+};
+
+} // namespace vornsim

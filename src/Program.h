@@ -1,0 +1,42 @@
+#pragma once
+
+#include "consoles/Consoles.h"
+#include "core/FormMain.h"
+#include "discovery/BusSearch.h"
+#include "discovery/DeviceTree.h"
+#include "workspace/LiveData.h"
+#include "workspace/ModulePageLoad.h"
+#include "workspace/PageSelection.h"
+#include "workspace/Pages.h"
+
+namespace vorn
+{
+
+/// Makes the drawings and help pages known; before anything that shows them.
+void InitResources();
+
+/// The program put together: the main window with all that is attached to it.
+class Program final
+{
+public:
+    explicit Program(const Host &host);
+
+    /// The start of the program: finds the ports and puts up the first port's page. False if the machine has no port,
+    /// told to the operator; then the program is to end.
+    bool Load();
+
+    FormMain Main;
+    class DeviceTree DeviceTree;
+    class BusSearch BusSearch;
+    class Pages Pages;
+    class ModulePageLoad ModulePageLoad;
+    class LiveData LiveData;
+    class Consoles Consoles;
+    class PageSelection PageSelection;
+
+private:
+    void AttachMenus();
+    void ProbePorts();
+};
+
+} // namespace vorn

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QString>
+#include <QWidget>
+
+#include <string>
+#include <string_view>
+
+namespace vorn
+{
+
+/// One rhythm for all pages, in pixels at 96 dpi.
+namespace Rhythm
+{
+constexpr int Margin = 12;       ///< around the contents of a frame
+constexpr int BetweenFrames = 12;
+constexpr int BetweenRows = 6;
+constexpr int LabelToField = 8;
+} // namespace Rhythm
+
+/// Name of element `index` of a control array: "DIOL_3".
+QString ElementName(const char *array, int index);
+
+/// Gives a control its name and the name that assistive technology reads.
+template <class Control>
+Control *Named(Control *control, const QString &name, const QString &accessibleName = {})
+{
+    control->setObjectName(name);
+    if (!accessibleName.isEmpty())
+        control->setAccessibleName(accessibleName);
+    return control;
+}
+
+template <class Control>
+Control *Named(Control *control, const char *name, const QString &accessibleName = {})
+{
+    return Named(control, QString::fromLatin1(name), accessibleName);
+}
+
+/// The tag of a control: a text that belongs to it, invisible.
+std::string TagOf(const QWidget *control);
+void SetTag(QWidget *control, std::string_view tag);
+
+/// Caption of a label, a button, a check box, a frame or an indicator.
+std::string CaptionOf(const QWidget *control);
+void SetCaption(QWidget *control, std::string_view caption);
+
+/// Whether a control is to be seen on its page, whether or not the page itself is on show.
+inline bool IsShown(const QWidget *control)
+{
+    return !control->isHidden();
+}
+
+/// A label in front of a field, with the field as its buddy.
+QLabel *MakeLabel(QWidget *parent, const QString &name, std::string_view caption, QWidget *buddy = nullptr);
+
+/// A flat, read-only value of the module: not editable, yet selectable.
+QLabel *MakeValue(QWidget *parent, const QString &name, const QString &accessibleName);
+
+/// A live value: large tabular digits on a plain field, right-aligned.
+QLabel *MakeLiveValue(QWidget *parent, const QString &name, const QString &accessibleName);
+
+/// Grid of a frame: labels left-aligned in column 0, fields in column 1, units in column 2.
+class FrameGrid final
+{
+public:
+    explicit FrameGrid(QWidget *frame);
+
+    /// Adds a row; `label`, `unit` may be null. Returns the row's number.
+    int Row(QWidget *label, QWidget *field, QWidget *unit = nullptr);
+    /// Adds a row whose only widget takes all columns.
+    int WideRow(QWidget *widget, Qt::Alignment alignment = {});
+    int WideRow(QLayout *layout);
+    /// Adds buttons side by side at the lower right.
+    void Buttons(std::initializer_list<QWidget *> buttons);
+
+    QGridLayout *Layout() const { return grid_; }
+
+private:
+    QGridLayout *grid_;
+};
+
+/// Buttons or fields side by side in the common rhythm.
+QHBoxLayout *SideBySide(std::initializer_list<QWidget *> widgets);
+
+} // namespace vorn

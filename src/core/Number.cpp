@@ -1,0 +1,149 @@
+#include "core/Number.h"
+
+#include "core/RuntimeError.h"
+#include "core/Text.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace vorn
+{
+
+namespace
+{
+
+/// Characters of `text` from `start` on that make up a decimal number: one sign, digits, one point.
+std::string_view NumberAt(std::string_view text, std::size_t start)
+{
+    std::size_t end = start;
+    if (end < text.size() && (text[end] == '+' || text[end] == '-'))
+        ++end;
+    bool point = false;
+    while (end < text.size() && (IsDigit(text[end]) || (text[end] == '.' && !point))) {
+        point = point || text[end] == '.';
+        ++end;
+    }
+    return text.substr(start, end - start);
+}
+
+double ValueOf(std::string_view number)
+{
+    const bool negative = !number.empty() && number.front() == '-';
+    if (!number.empty() && (number.front() == '+' || number.front() == '-'))
+        number.remove_prefix(1);
+    double value = 0;
+    std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
+    return negative ? -value : value;
+}
+
+template <class Integer>
+Integer StrictInteger(std::string_view text)
+{
+    const double value = CDbl(text);
+    constexpr double Lowest = std::numeric_limits<Integer>::min();
+    constexpr double Highest = std::numeric_limits<Integer>::max();
+    if (!(value >= Lowest - 0.5 && value <= Highest + 0.5))
+        throw RuntimeError(RuntimeErrorNumber::Overflow);
+    const std::int64_t rounded = RoundHalfEven(value);
+    if (rounded < std::numeric_limits<Integer>::min() || rounded > std::numeric_limits<Integer>::max())
+        throw RuntimeError(RuntimeErrorNumber::Overflow);
+    return static_cast<Integer>(rounded);
+}
+
+std::string ShortestText(double value, int significantDigits)
+{
+    if (value == 0 || !std::isfinite(value))
+        return "0";
+    std::array<char, 400> buffer;
+    // The scientific form rounds to the digits wanted; the fixed form of that number has no exponent.
+    auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific,
+                             significantDigits - 1)
+                   .ptr;
+    double rounded = 0;
+    std::from_chars(buffer.data(), end, rounded);
+    end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded, std::chars_format::fixed).ptr;
+    std::string text(buffer.data(), end);
+    const std::size_t sign = text.front() == '-' ? 1 : 0;
+    if (text.compare(sign, 2, "0.") == 0)
+        text.erase(sign, 1);
+    return text;
+}
+
+} // namespace
+
+double Val(std::string_view text)
+{
+    const std::size_t start = text.find_first_not_of(' ');
+    return start == std::string_view::npos ? 0 : ValueOf(NumberAt(text, start));
+}
+
+double HexVal(std::string_view text)
+{
+    double value = 0;
+    for (const char c : text) {
+        const int digit = HexDigitValue(c);
+        if (digit < 0)
+            break;
+        value = value * 16 + digit;
+    }
+    return value;
+}
+
+double CDbl(std::string_view text)
+{
+    const std::size_t start = text.find_first_not_of(' ');
+    if (start == std::string_view::npos)
+        throw RuntimeError(RuntimeErrorNumber::TypeMismatch);
+    const std::string_view whole = text.substr(start, text.find_last_not_of(' ') + 1 - start);
+    const bool digits = whole.find_first_of("0123456789") != std::string_view::npos;
+    if (!digits || NumberAt(whole, 0).size() != whole.size())
+        throw RuntimeError(RuntimeErrorNumber::TypeMismatch);
+    return ValueOf(whole);
+}
+
+std::int32_t CLng(std::string_view text)
+{
+    return StrictInteger<std::int32_t>(text);
+}
+
+std::int16_t CInt(std::string_view text)
+{
+    return StrictInteger<std::int16_t>(text);
+}
+
+std::int64_t RoundHalfEven(double value)
+{
+    const double below = std::floor(value);
+    const double part = value - below;
+    const bool up = part > 0.5 || (part == 0.5 && std::fmod(below, 2) != 0);
+    return static_cast<std::int64_t>(below) + (up ? 1 : 0);
+}
+
+std::string Hex(std::uint32_t value)
+{
+    std::string text;
+    do {
+        text.insert(text.begin(), "0123456789ABCDEF"[value % 16]);
+        value /= 16;
+    } while (value != 0);
+    return text;
+}
+
+std::string HexByte(int value)
+{
+    return PadLeft(Hex(static_cast<std::uint32_t>(value)), 2, '0');
+}
+
+std::string TextOf(double value)
+{
+    return ShortestText(value, 15);
+}
+
+std::string TextOfSingle(float value)
+{
+    return ShortestText(static_cast<double>(value), 7);
+}
+
+} // namespace vorn

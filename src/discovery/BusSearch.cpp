@@ -1,0 +1,250 @@
+#include "discovery/BusSearch.h"
+
+#include "core/CommandFrame.h"
+#include "core/Controls.h"
+#include "core/Conversions.h"
+#include "core/FormMain.h"
+#include "core/Module1.h"
+#include "core/Number.h"
+#include "core/RuntimeError.h"
+#include "core/Text.h"
+#include "discovery/DeviceTree.h"
+#include "discovery/FormScan.h"
+#include "discovery/ModelCatalogue.h"
+#include "platform/Animation.h"
+#include "platform/Dialogs.h"
+#include "platform/WidgetText.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+
+#include <limits>
+
+namespace vorn
+{
+
+namespace
+{
+
+constexpr int ChecksumBit = 6;
+constexpr int EndOfAddresses = 256;
+
+const char *const NothingFound = "Please Check:\r"
+                                 "\r"
+                                 "   <1> Communication port and baudrate \r"
+                                 "   <2> Power supply voltage ( +10 to +30 VDC) \r"
+                                 "   <3> Power wiring\r"
+                                 "   <4> Communication line wiring\r"
+                                 "   <5> Firmware version\r"
+                                 "\r"
+                                 "Then execute the 'Search' function to repeat scan";
+
+/// What the operator typed as start address; what can't be read as a 16-bit number is 0.
+int StartAddress(const std::string &text)
+{
+    try {
+        return CInt(text);
+    } catch (const RuntimeError &) {
+        return 0;
+    }
+}
+
+/// Address as the bus knows it: two digits, more above 255, the last two of the 16-bit form below 0.
+std::string AddressText(int address)
+{
+    if (address < 0)
+        return Right(Hex(static_cast<std::uint16_t>(address)), 2);
+    return PadLeft(Hex(static_cast<std::uint32_t>(address)), 2, '0');
+}
+
+/// The text of a "$AA2" reply between the address and the data byte: "TTCC", or "CC" of a base unit.
+std::string RecordMiddle(const std::string &reply)
+{
+    constexpr std::size_t Around = 5; // "!AA" and the data byte
+    return reply.size() > Around ? Mid(reply, 4, reply.size() - Around) : std::string{};
+}
+
+} // namespace
+
+BusSearch::BusSearch(FormMain &main, DeviceTree &tree) : main_(main), tree_(tree) {}
+
+void BusSearch::Search_Click()
+{
+    main_.NowStatus("Searching module, Please wait moment....");
+    main_.PauseRefresh = true;
+    main_.NoYield = false;
+    if (main_.FormFull_Screen)
+        main_.FormFull_Screen->close();
+
+    const auto answer = InputBox("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0");
+    if (!answer || answer->isEmpty())
+        return;
+
+    portKey_ = main_.Nodes.Selected();
+    portDigits_ = Mid(portKey_, 7, 3);
+    auto *formScan = new FormScan(main_, "Scan");
+    formScan->show();
+    main_.StopScan = false;
+    main_.CommPortNo = static_cast<int>(Val(Mid(main_.Nodes.Text(portKey_), 4)));
+    main_.SetPortBaud(main_.CommPortNo, main_.CmbPBaudrate->currentIndex());
+    tree_.FoldSilently(portKey_);
+    main_.Nodes.RemoveChildren(portKey_);
+    if (TagOf(main_.ListView1) == portKey_)
+        main_.ListView1->clear();
+    main_.setCursor(Qt::BusyCursor);
+    main_.setEnabled(false);
+    formScan->Animation1->Open(QStringLiteral("findcomp"));
+    formScan->Animation1->Play();
+
+    Scan(StartAddress(FromQString(*answer)));
+    End();
+}
+
+void BusSearch::Scan(int startAddress)
+{
+    for (int address = startAddress; address != EndOfAddresses; ++address) {
+        if (main_.StopScan || address > std::numeric_limits<std::int16_t>::max())
+            return;
+        const std::string hexaddr = AddressText(address);
+        if (auto *formScan = qobject_cast<FormScan *>(main_.FormScan.data()))
+            formScan->ShowAddress(hexaddr, address);
+        if (address == 0)
+            ScanAddressZero();
+        else
+            ScanAddress(hexaddr);
+    }
+}
+
+void BusSearch::ScanAddress(const std::string &hexaddr)
+{
+    Finding finding{.nodePrefix = "(" + hexaddr + ") ", .hexaddr = hexaddr};
+    main_.ReplyText.clear();
+    main_.trans("$" + hexaddr + "M", false);
+    if (!IsAccepted(main_.ReplyText)) {
+        main_.trans("$" + hexaddr + "M", true);
+        if (!IsAccepted(main_.ReplyText))
+            return;
+        finding.chkflag = '1';
+        finding.checksum = true;
+    }
+    AddModule(finding);
+}
+
+/// At address 0 a module in INIT state answers whatever its stored address is, and must be told from one that is really
+/// set to 00.
+void BusSearch::ScanAddressZero()
+{
+    Finding finding{.nodePrefix = "(00) ", .hexaddr = "00"};
+    main_.ReplyText.clear();
+    main_.trans("$002", false);
+    if (main_.StopScan)
+        return;
+    if (!IsAccepted(main_.ReplyText)) {
+        main_.trans("$00M", true);
+        if (!IsAccepted(main_.ReplyText))
+            return;
+        finding.chkflag = '1';
+        finding.checksum = true;
+        AddModule(finding);
+        return;
+    }
+
+    const std::string record = main_.ReplyText;
+    const bool checksumOn = Bit(HexToBin(Right(record, 2)), ChecksumBit);
+    const bool elsewhere = Mid(record, 2, 2) != "00";
+    finding.chkflag = checksumOn ? '1' : '0';
+    finding.init = checksumOn || elsewhere || TellInitStateByWriting(record);
+
+    main_.trans("$00M", false);
+    if (!IsAccepted(main_.ReplyText))
+        return;
+    if (finding.init)
+        finding.nodePrefix = "(* ) ";
+    else if (ReduceModelReply(main_.ReplyText, false).model == BaseUnitModel)
+        finding.nodePrefix = "(00 ) ";
+    AddModule(finding);
+}
+
+/// Only a module in INIT state takes a change of its checksum bit. Tries it, puts the old record back, and tells whether
+/// the change was taken.
+bool BusSearch::TellInitStateByWriting(const std::string &record)
+{
+    const std::string oldrec = Mid(record, 2);
+    std::string bits = HexToBin(Right(record, 2));
+    if (bits.size() == 8)
+        bits[7 - ChecksumBit] = '1';
+    main_.trans("%0000" + RecordMiddle(record) + BinToHex(bits), false);
+    if (IsAccepted(main_.ReplyText))
+        WaitModuleReady(main_, "00", true);
+
+    const bool init = IsAccepted(main_.ReplyText);
+    main_.trans("%00" + oldrec, init);
+    if (IsAccepted(main_.ReplyText))
+        WaitModuleReady(main_, "00", false);
+    return init;
+}
+
+void BusSearch::AddModule(const Finding &finding)
+{
+    ModelReply reply = ReduceModelReply(main_.ReplyText, finding.checksum);
+    main_.ReplyText = reply.reply;
+    if (!AcceptModel(reply.model))
+        return;
+    const bool base = reply.model == BaseUnitModel;
+    const NodeImages &images = base ? BaseUnitImage : ModuleImage;
+    const std::string key = ModuleKey(finding.init, finding.chkflag, portDigits_, main_.ReplyText);
+    if (main_.Nodes.Add(portKey_, key, finding.nodePrefix + reply.model, images.normal, images.selected) && base)
+        AddSlots(key, finding);
+}
+
+void BusSearch::AddSlots(const std::string &moduleKey, const Finding &finding)
+{
+    main_.trans("$" + finding.hexaddr + "T", finding.checksum);
+    const std::string reply = main_.ReplyText;
+    if (!IsAccepted(reply))
+        return;
+    const int overhead = finding.checksum ? 5 : 3;
+    const int last = (static_cast<int>(reply.size()) - overhead) / 2 - 1;
+    for (int slot = 0; slot <= last; ++slot) {
+        const std::string code = Mid(reply, static_cast<std::size_t>(2 * slot + 4), 2);
+        if (code == EmptySlotCode)
+            continue;
+        const char digit = static_cast<char>('0' + slot);
+        const std::string slotKey = SlotKey(moduleKey, digit, SlotModel(code));
+        if (!main_.Nodes.Add(moduleKey, slotKey, std::string("(S") + digit + ") " + SlotNodeText(code),
+                             SlotImage.normal, SlotImage.selected))
+            continue;
+        for (int channel = 0; channel < SlotChannelCount(code); ++channel)
+            main_.Nodes.Add(slotKey, ChannelKey(slotKey, static_cast<char>('0' + channel)),
+                            "CH " + std::to_string(channel), ChannelImage.normal, ChannelImage.selected);
+    }
+}
+
+void BusSearch::End()
+{
+    if (main_.Nodes.IsExpanded(portKey_)) {
+        tree_.Collapse(portKey_);
+    } else {
+        main_.NodeLeftClick = true;
+        main_.TreeView1_NodeClick(portKey_);
+    }
+    main_.setEnabled(true);
+    main_.unsetCursor();
+    if (main_.FormScan)
+        main_.FormScan->close();
+
+    if (main_.Nodes.HasChildren(portKey_))
+        tree_.ExpandNode(portKey_);
+    else
+        MsgBox(NothingFound, MsgBoxStyle::Critical,
+               "COM" + std::to_string(main_.MSComm1.CommPort()) + " No Modules found !");
+
+    const std::string selected = main_.Nodes.Selected();
+    if (TagOf(main_.Frame1) != selected) {
+        main_.NodeLeftClick = true;
+        main_.TreeView1_NodeClick(selected);
+    }
+    main_.NowStatus("COM Port Status");
+}
+
+} // namespace vorn

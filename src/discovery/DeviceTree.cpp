@@ -1,0 +1,158 @@
+#include "discovery/DeviceTree.h"
+
+#include "core/Controls.h"
+#include "core/FormMain.h"
+#include "core/Number.h"
+#include "core/Text.h"
+#include "discovery/ModelCatalogue.h"
+#include "platform/Events.h"
+#include "platform/WidgetText.h"
+
+#include <QAction>
+#include <QGroupBox>
+#include <QMenu>
+
+namespace vorn
+{
+
+DeviceTree::DeviceTree(FormMain &main) : main_(main)
+{
+    connect(main.TreeView1, &TreeView::Expand, this, [this](const QString &key) { Expand(FromQString(key)); });
+    connect(main.TreeView1, &TreeView::Collapse, this, [this](const QString &key) { Collapse(FromQString(key)); });
+    const auto choose = [this](QTreeWidgetItem *item) {
+        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] { ListView1_ItemClick(key); });
+    };
+    connect(main.ListView1, &QTreeWidget::itemClicked, this, choose);
+    connect(main.ListView1, &QTreeWidget::itemActivated, this, choose);
+    connect(main.Tools, &QMenu::aboutToShow, this, &DeviceTree::Tools_Click);
+}
+
+void DeviceTree::Expand(const std::string &key)
+{
+    if (!main_.Nodes.Contains(key))
+        return;
+    SetTag(main_.ListView1, key);
+    if (key != KeyPC) {
+        main_.Nodes.Select(key);
+        main_.LastNodeIndex = main_.Nodes.IndexOf(key);
+        if (main_.Nodes.ParentKey(key) == KeyPC)
+            FillList(key);
+    }
+    main_.NodeLeftClick = true;
+    main_.TreeView1_NodeClick(key);
+}
+
+void DeviceTree::ExpandNode(const std::string &key)
+{
+    main_.Nodes.SetExpanded(key, true);
+    Expand(key);
+}
+
+void DeviceTree::Collapse(const std::string &key)
+{
+    if (!main_.Nodes.Contains(key))
+        return;
+    if (key == KeyPC) {
+        main_.ListView1->clear();
+        FoldPorts();
+    } else {
+        FoldSilently(key);
+        main_.NodeLeftClick = true;
+        main_.Nodes.Select(key);
+        main_.TreeView1_NodeClick(key);
+    }
+    main_.ArrangePage();
+}
+
+void DeviceTree::FoldSilently(const std::string &key)
+{
+    main_.Nodes.SetExpanded(key, false);
+    if (main_.Nodes.ParentKey(key) == KeyPC)
+        main_.Nodes.SetImage(key, PortImage.normal, PortImage.selected);
+}
+
+void DeviceTree::FoldPorts(const std::string &except)
+{
+    for (const std::string &port : main_.Nodes.Children(std::string(KeyPC))) {
+        if (port != except)
+            FoldSilently(port);
+    }
+}
+
+void DeviceTree::FillList(const std::string &portKey)
+{
+    main_.Frame1->hide();
+    main_.ListView1->show();
+    main_.NowStatus("Display information about the connected modules.");
+
+    const int port = PortOfPortKey(portKey);
+    auto &scope = main_.ScopeForm[static_cast<std::size_t>(port)];
+    if (main_.ScopeOnPort[static_cast<std::size_t>(port)] && scope) {
+        // Bus and scope can't share the port.
+        scope->close();
+        main_.ScopeOnPort[static_cast<std::size_t>(port)] = false;
+    }
+
+    main_.setEnabled(false);
+    main_.ListView1->clear();
+    FoldPorts(portKey);
+    main_.CommPortNo = port;
+    main_.Nodes.SetImage(portKey, OpenPortImage, PortImage.selected);
+    main_.ListView1->setUpdatesEnabled(false);
+    for (const std::string &module : main_.Nodes.Children(portKey))
+        AddModuleRow(module);
+    main_.ListView1->setUpdatesEnabled(true);
+    main_.setEnabled(true);
+}
+
+void DeviceTree::AddModuleRow(const std::string &key)
+{
+    const NodeKey node(key);
+    const std::string model = node.model();
+    const int address = static_cast<int>(HexVal(node.address()));
+    AddListRow(key, {node.isInit() ? QStringLiteral("*") : QStringLiteral(" "),
+                     ToQString(PadLeft(std::to_string(address), 3, ' ') + "  (" + node.address() + ")"),
+                     ToQString(model), ToQString(ModelDescription(model))});
+    if (model != BaseUnitModel)
+        return;
+    for (const std::string &child : main_.Nodes.Children(key)) {
+        const NodeKey slot(child);
+        AddListRow(child, {QString(), QString(), QString(),
+                           ToQString(std::string("Slot ") + slot.slot() + " VORN-" + slot.model())});
+    }
+}
+
+void DeviceTree::AddListRow(const std::string &key, const QStringList &columns)
+{
+    auto *row = new QTreeWidgetItem(main_.ListView1, columns);
+    row->setData(0, Qt::UserRole, ToQString(key));
+}
+
+void DeviceTree::ListView1_ItemClick(const std::string &key)
+{
+    if (!main_.Nodes.Contains(key))
+        return;
+    const std::string parent = main_.Nodes.ParentKey(key);
+    if (!main_.Nodes.IsExpanded(parent))
+        main_.Nodes.SetExpanded(parent, true);
+    main_.Nodes.Select(key);
+    main_.NodeLeftClick = true;
+    if (TagOf(main_.Frame1) != key)
+        main_.TreeView1_NodeClick(key);
+}
+
+void DeviceTree::Tools_Click()
+{
+    const std::string key = main_.Nodes.Selected();
+    const std::string kind = Left(main_.Nodes.Text(key), 2);
+    const bool port = kind == "CO";
+    const bool scope = port && main_.ScopeOnPort[static_cast<std::size_t>(PortOfPortKey(key))];
+    const bool module = !port && kind != "PC";
+    main_.Search->setEnabled(port && !scope);
+    main_.Terminal->setEnabled(port && !scope);
+    main_.Data_Scope->setEnabled(port && !scope && !main_.Nodes.IsExpanded(key));
+    main_.VORNLoadSet->setEnabled(module);
+    main_.VORNSaveSet->setEnabled(module);
+}
+
+} // namespace vorn

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace vorn
+{
+
+class Animation;
+class FormMain;
+
+/// Progress window of the long handlers. Its tag tells the work: "Scan", "Memory" or "Download".
+class FormScan final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `tag` decides the layout; the window stays above the others and goes with its closing.
+    FormScan(FormMain &main, const char *tag);
+
+    /// Shows the address that is asked now.
+    void ShowAddress(const std::string &hexAddress, int address);
+
+    Animation *Animation1;
+    QProgressBar *ProgressBar1;
+    QLabel *LabScnMsg;
+    QLabel *LabScaningH; ///< address, hexadecimal
+    QLabel *LabScaningD; ///< address, decimal
+    QLabel *Label1;      ///< subject of a transfer
+    QPushButton *Command1;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void reject() override;
+
+private:
+    void BuildScanRow(QLayout *layout);
+
+    FormMain &main_;
+};
+
+} // namespace vorn

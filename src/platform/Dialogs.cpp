@@ -1,0 +1,97 @@
+#include "platform/Dialogs.h"
+
+#include "platform/WidgetText.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+
+namespace vorn
+{
+
+namespace
+{
+
+QMessageBox::Icon IconOf(MsgBoxStyle style)
+{
+    switch (style) {
+    case MsgBoxStyle::Question:
+        return QMessageBox::Question;
+    case MsgBoxStyle::Information:
+        return QMessageBox::Information;
+    case MsgBoxStyle::Critical:
+        break;
+    }
+    return QMessageBox::Critical;
+}
+
+/// A stay-on-top window lets go of that state while a dialog of its own stands before it.
+QWidget *DialogParent()
+{
+    return QApplication::activeModalWidget() ? QApplication::activeModalWidget() : QApplication::activeWindow();
+}
+
+std::optional<QString> RunFileDialog(QWidget *parent, const FileDialogOptions &options, QFileDialog::AcceptMode mode)
+{
+    QFileDialog dialog(parent, options.title, options.folder, options.filter);
+    dialog.setAcceptMode(mode);
+    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(options.extension);
+    if (!options.fileName.isEmpty())
+        dialog.selectFile(options.fileName);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
+}
+
+} // namespace
+
+MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view title)
+{
+    QString lines = ToQString(text);
+    lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    const auto buttons = style == MsgBoxStyle::Question ? QMessageBox::Yes | QMessageBox::No
+                                                        : QMessageBox::StandardButtons(QMessageBox::Ok);
+    QMessageBox box(IconOf(style), ToQString(title), lines, buttons, DialogParent());
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return MsgBoxResult::Yes;
+    case QMessageBox::Ok:
+        return MsgBoxResult::Ok;
+    default:
+        return style == MsgBoxStyle::Question ? MsgBoxResult::No : MsgBoxResult::Ok;
+    }
+}
+
+std::optional<QString> InputBox(std::string_view prompt, std::string_view title, std::string_view defaultText)
+{
+    QInputDialog dialog(DialogParent());
+    dialog.setWindowTitle(ToQString(title));
+    dialog.setLabelText(ToQString(prompt));
+    dialog.setTextValue(ToQString(defaultText));
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.textValue();
+}
+
+std::optional<QString> ShowOpen(QWidget *parent, const FileDialogOptions &options)
+{
+    return RunFileDialog(parent, options, QFileDialog::AcceptOpen);
+}
+
+std::optional<QString> ShowSave(QWidget *parent, const FileDialogOptions &options)
+{
+    return RunFileDialog(parent, options, QFileDialog::AcceptSave);
+}
+
+void Beep()
+{
+    QApplication::beep();
+}
+
+} // namespace vorn

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <string_view>
+
+class QWidget;
+
+namespace vorn
+{
+
+/// Styles of a message box: the icon and, for the question, its buttons.
+enum class MsgBoxStyle {
+    Critical = 16,
+    Question = 36, ///< Yes and No
+    Information = 64,
+};
+
+enum class MsgBoxResult { Ok, Yes, No };
+
+/// Shows a modal message box above the active window and waits for its answer. Lines of `text` may end in carriage return.
+MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view title);
+
+/// Asks for one line of text. Nothing on Cancel.
+std::optional<QString> InputBox(std::string_view prompt, std::string_view title, std::string_view defaultText);
+
+/// What the common file dialog is told.
+struct FileDialogOptions {
+    QString title;
+    QString folder;    ///< initial directory
+    QString fileName;  ///< name offered
+    QString extension; ///< default extension, without point
+    QString filter;    ///< "Description(*.ext)"
+};
+
+/// File chosen for reading or writing; nothing on Cancel.
+std::optional<QString> ShowOpen(QWidget *parent, const FileDialogOptions &options);
+std::optional<QString> ShowSave(QWidget *parent, const FileDialogOptions &options);
+
+/// The sound of a refused key.
+void Beep();
+
+} // namespace vorn

@@ -1,0 +1,331 @@
+#include "workspace/PageSelection.h"
+
+#include "consoles/Consoles.h"
+#include "core/CommandFrame.h"
+#include "core/Controls.h"
+#include "core/FormMain.h"
+#include "core/Module1.h"
+#include "core/Number.h"
+#include "core/RuntimeError.h"
+#include "core/Text.h"
+#include "discovery/FramePort.h"
+#include "discovery/ModelCatalogue.h"
+#include "platform/Events.h"
+#include "platform/WidgetText.h"
+#include "workspace/FrameSlotIO.h"
+#include "workspace/LiveData.h"
+#include "workspace/ModulePageLoad.h"
+#include "workspace/PageTable.h"
+#include "workspace/Pages.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QCursor>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QTabBar>
+#include <QToolBar>
+
+namespace vorn
+{
+
+namespace
+{
+
+const std::string ClassPC = "PC";
+const std::string ClassCOM = "COM";
+constexpr int SlotListRows = 8;
+const std::string OutputSlotModel = "3931"; ///< the slot whose channel values are entries
+
+} // namespace
+
+PageSelection::PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live, Consoles &consoles)
+    : main_(main), pages_(pages), load_(load), live_(live), consoles_(consoles)
+{
+    main.OnNodeClick([this](const std::string &key) { TreeView1_NodeClick(key); });
+    connect(&main.Timer1, &QTimer::timeout, this, [this] { Queue(this, [this] { Timer1_Tick(); }); });
+
+    connect(pages.ListView3900, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
+        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] { ListView3900_ItemClick(key); });
+    });
+    // A double click, and Return on the chosen row.
+    connect(pages.ListView3900, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {
+        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] {
+            ListView3900_ItemClick(key);
+            ListView3900_DblClick();
+        });
+    });
+}
+
+void PageSelection::TreeView1_NodeClick(const std::string &key)
+{
+    if (main_.NoYield && main_.NodeLeftClick)
+        main_.LastNodeIndex = main_.Nodes.IndexOf(main_.Nodes.Selected());
+    main_.PauseRefresh = true;
+    WaitTransIdle(main_);
+    if (ClickGuard || !main_.Nodes.Contains(key))
+        return;
+    ClickGuard = true;
+    try {
+        Classify(key);
+        if (main_.NodeLeftClick)
+            LeftClick(key);
+        else
+            RightClick(key);
+    } catch (const RuntimeError &) {
+        // The handler ends here, silently and with `ClickGuard` set.
+        main_.Frame1->setUpdatesEnabled(true);
+    }
+}
+
+void PageSelection::Classify(const std::string &key)
+{
+    if (key == KeyPC) {
+        NodeClass = ClassPC;
+        return;
+    }
+    if (main_.Nodes.ParentKey(key) == KeyPC) {
+        NodeClass = ClassCOM;
+        main_.CommPortNo = PortOfPortKey(key);
+    } else {
+        const NodeKey node(key);
+        NodeClass = node.model();
+        main_.CommPortNo = node.port();
+    }
+    main_.SelectedPort = main_.CommPortNo;
+}
+
+void PageSelection::LeftClick(const std::string &key)
+{
+    SetToolbar(key);
+    const bool ofModule = NodeClass != ClassPC && NodeClass != ClassCOM;
+    SetCaption(main_.Frame1, ofModule ? PageCaption(NodeKey(key)) : std::string{});
+    main_.LastNodeIndex = main_.Nodes.IndexOf(key);
+    main_.ArrangePage();
+    ShowPage(key);
+    // The page is painted before the bus is used.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    main_.repaint();
+
+    if (ofModule && !IsConsoleModel(NodeClass))
+        load_.LoadModulePage(key);
+    SetTag(main_.Frame1, key);
+    ClickGuard = false;
+    if (main_.NodeLeftClick && ofModule && NodeClass != BaseUnitModel) {
+        main_.PauseRefresh = false;
+        live_.PollLiveData(key);
+    }
+    main_.Timer1.start();
+}
+
+bool PageSelection::ScopeIsOpen(int port) const
+{
+    return main_.ScopeOnPort[static_cast<std::size_t>(port)];
+}
+
+void PageSelection::SetToolbar(const std::string &key)
+{
+    const bool port = NodeClass == ClassCOM;
+    const bool bus = port && !ScopeIsOpen(PortOfPortKey(key));
+    const bool module = NodeClass != ClassPC && !port && Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 3) == "COM";
+    main_.ToolButton(FormMain::SearchButton)->setEnabled(bus);
+    main_.ToolButton(FormMain::TerminalButton)->setEnabled(bus);
+    main_.ToolButton(FormMain::ScopeButton)->setEnabled(bus && !main_.Nodes.IsExpanded(key));
+    main_.ToolButton(FormMain::SaveSetButton)->setEnabled(module);
+    main_.ToolButton(FormMain::LoadSetButton)->setEnabled(module);
+}
+
+/// Hides what the last page showed and shows what belongs to the node, without painting in between.
+void PageSelection::ShowPage(const std::string &key)
+{
+    if (NodeClass == ClassCOM && IsPortPageOnShow(key))
+        return;
+    main_.Frame1->setUpdatesEnabled(false);
+    Apply(ResetPage());
+    if (NodeClass == ClassPC) {
+        main_.NowStatus("Welcome to use VORN Utility");
+        pages_.LabPC->show();
+        main_.ListView1->hide();
+        main_.Frame1->show();
+    } else if (NodeClass == ClassCOM) {
+        ShowPort(key);
+    } else if (IsConsoleModel(NodeClass)) {
+        main_.Frame1->setUpdatesEnabled(true);
+        ShowConsole(key);
+    } else {
+        ShowModule(key);
+    }
+    main_.Frame1->setUpdatesEnabled(true);
+}
+
+bool PageSelection::IsPortPageOnShow(const std::string &key) const
+{
+    return !main_.Nodes.IsExpanded(key) && TagOf(main_.Frame1) == key && IsShown(pages_.FramePort) &&
+           IsShown(main_.Frame1);
+}
+
+void PageSelection::ShowPort(const std::string &key)
+{
+    const bool list = main_.Nodes.IsExpanded(key);
+    if (!list) {
+        pages_.FramePort->LabCOM_5->setText(ToQString(" " + main_.Nodes.Text(key)));
+        pages_.FramePort->show();
+    }
+    main_.Frame1->setHidden(list);
+    main_.ListView1->setHidden(!list);
+    main_.NowStatus(list ? "Display information about the connected modules." : "COM Port status");
+}
+
+void PageSelection::ShowModule(const std::string &key)
+{
+    const NodeKey node(key);
+    const PageDescription *page = node.hasChannel() ? ChannelPage(NodeClass)
+                                  : node.hasSlot()  ? SlotPage(NodeClass)
+                                                    : ModulePage(NodeClass);
+    if (page)
+        Apply(*page);
+    pages_.FrameSlotIO->SetWritable(NodeClass == OutputSlotModel);
+    pages_.TabStrip1->setCurrentIndex(0);
+    if (NodeClass == BaseUnitModel)
+        FillSlotList(key);
+    main_.ListView1->hide();
+    main_.Frame1->show();
+}
+
+void PageSelection::Apply(const PageDescription &page)
+{
+    for (const std::string &name : page.hidden) {
+        if (QWidget *control = pages_.Control(name))
+            control->hide();
+    }
+    for (const std::string &name : page.shown) {
+        if (QWidget *control = pages_.Control(name))
+            control->show();
+    }
+    for (const std::string &name : page.enabled) {
+        if (QWidget *control = pages_.Control(name))
+            control->setEnabled(true);
+    }
+    for (const auto &[name, caption] : page.captions) {
+        if (QWidget *control = pages_.Control(name))
+            SetCaption(control, caption);
+    }
+}
+
+void PageSelection::FillSlotList(const std::string &key)
+{
+    pages_.ListView3900->clear();
+    int row = 0;
+    for (const std::string &child : main_.Nodes.Children(key)) {
+        if (row++ == SlotListRows)
+            break;
+        const NodeKey slot(child);
+        const SlotListRow description = SlotListRowOf(slot.model());
+        auto *item = new QTreeWidgetItem(
+            pages_.ListView3900, {ToQString(std::string("  ") + slot.slot()), ToQString(description.name),
+                                  ToQString(description.description)});
+        item->setData(0, Qt::UserRole, ToQString(child));
+    }
+}
+
+/// Shows the console above the page as the reset left it, and takes up the refresh state again behind it.
+void PageSelection::ShowConsole(const std::string &key)
+{
+    const bool noYield = std::exchange(main_.NoYield, true);
+    main_.ListView1->hide();
+    main_.Frame1->show();
+    const std::string speed(BaudSpeedText(main_.CmbPBaudrate->currentIndex()));
+    main_.SelectedNodeKey = key;
+    consoles_.Show(NodeClass, speed);
+    main_.NoYield = noYield;
+}
+
+void PageSelection::RightClick(const std::string &key)
+{
+    if (main_.LastNodeIndex == 0)
+        main_.LastNodeIndex = 1;
+    const std::string page = TagOf(main_.Frame1);
+    const std::string kind = Left(main_.Nodes.Text(key), 2);
+    const std::string parentKind = Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 2);
+    main_.Timer1.stop(); // the refresh mustn't start inside the menu's own event loop
+    if (kind == "CO")
+        PopupCOM(key);
+    else if (kind != "PC" && parentKind == "CO")
+        PopupVORNModule(key);
+    if (main_.Nodes.Count() > 0)
+        main_.Nodes.Select(main_.Nodes.KeyAt(main_.LastNodeIndex));
+    ClickGuard = false;
+    // An action that put up another page leaves the old page's refresh to end.
+    if (TagOf(main_.Frame1) == page)
+        main_.PauseRefresh = false;
+    main_.Timer1.start();
+}
+
+void PageSelection::PopupCOM(const std::string &key)
+{
+    main_.CommPortNo = PortOfPortKey(key);
+    const bool bus = !ScopeIsOpen(main_.CommPortNo);
+    main_.CSearch->setEnabled(bus);
+    main_.CTerminal->setEnabled(bus);
+    main_.CData_Scope->setEnabled(bus && !main_.Nodes.IsExpanded(key));
+    const bool slotIO = IsShown(pages_.FrameSlotIO);
+    pages_.FrameSlotIO->hide();
+    Popup(main_.COM);
+    if (slotIO)
+        pages_.FrameSlotIO->show();
+}
+
+void PageSelection::PopupVORNModule(const std::string &key)
+{
+    const bool loaded = key == TagOf(main_.Frame1);
+    main_.AVORNSaveSet->setEnabled(loaded);
+    main_.AVORNLoadSet->setEnabled(loaded);
+    Popup(main_.VORNModule);
+}
+
+/// Shows a context menu and runs what was chosen while the node that it belongs to is selected. The action may choose
+/// nodes itself, so that the guard is lifted for it.
+void PageSelection::Popup(QMenu *menu)
+{
+    QAction *chosen = menu->exec(QCursor::pos());
+    ClickGuard = false;
+    if (chosen)
+        main_.RunAction(chosen);
+}
+
+void PageSelection::Timer1_Tick()
+{
+    const std::string selected = main_.Nodes.Selected();
+    if (TagOf(main_.Frame1) != selected) {
+        main_.Nodes.Select(main_.Nodes.KeyAt(main_.LastNodeIndex));
+        return;
+    }
+    const std::string text = main_.Nodes.Text(selected);
+    if (main_.NoYield || Left(text, 2) == "PC" || Left(text, 3) == "COM" || Left(text, 4) == "3900")
+        return;
+    main_.PauseRefresh = false;
+    live_.PollLiveData(selected);
+}
+
+void PageSelection::ListView3900_ItemClick(const std::string &key)
+{
+    if (key == TagOf(main_.Frame1))
+        return;
+    const std::string selected = main_.Nodes.Selected();
+    if (NodeKey(selected).model() == BaseUnitModel && !main_.Nodes.IsExpanded(selected))
+        main_.Nodes.SetExpanded(selected, true);
+    main_.Nodes.Select(key);
+}
+
+void PageSelection::ListView3900_DblClick()
+{
+    const std::string selected = main_.Nodes.Selected();
+    if (TagOf(main_.Frame1) == selected)
+        return;
+    main_.NodeLeftClick = true;
+    main_.TreeView1_NodeClick(selected);
+}
+
+} // namespace vorn

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QObject>
+
+#include <string>
+
+class QMenu;
+
+namespace vorn
+{
+
+class Consoles;
+class FormMain;
+class LiveData;
+class ModulePageLoad;
+struct PageDescription;
+class Pages;
+
+/// The switchboard of the program: what a chosen node shows, loads and polls.
+///
+/// A click that comes while the refresh runs is handled inside the refresh's own yield. It ends the refresh through
+/// `PauseRefresh` and `NoYield`, and `Timer1`, armed as the last act of every click, starts it again.
+class PageSelection final : public QObject
+{
+public:
+    PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live, Consoles &consoles);
+
+    void TreeView1_NodeClick(const std::string &key);
+
+private:
+    void LeftClick(const std::string &key);
+    void RightClick(const std::string &key);
+    void Timer1_Tick();
+
+    void Classify(const std::string &key);
+    void SetToolbar(const std::string &key);
+    void ShowPage(const std::string &key);
+    void ShowPort(const std::string &key);
+    void ShowModule(const std::string &key);
+    void ShowConsole(const std::string &key);
+    void FillSlotList(const std::string &key);
+    void Apply(const PageDescription &page);
+    bool IsPortPageOnShow(const std::string &key) const;
+    bool ScopeIsOpen(int port) const;
+    void PopupCOM(const std::string &key);
+    void PopupVORNModule(const std::string &key);
+    void Popup(QMenu *menu);
+    void ListView3900_ItemClick(const std::string &key);
+    void ListView3900_DblClick();
+
+    FormMain &main_;
+    Pages &pages_;
+    ModulePageLoad &load_;
+    LiveData &live_;
+    Consoles &consoles_;
+    bool ClickGuard = false; ///< a click is being handled; keeps a nested one out
+    std::string NodeClass;   ///< "PC", "COM", or the model of the chosen node
+};
+
+} // namespace vorn

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QMetaObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <thread>
+#include <type_traits>
+
+class QAction;
+
+/// The person before the screen. Its steps run on a thread of their own, since the program's handlers loop inside the
+/// event loop; each look and each move is done on the window's thread, in whatever loop that is in just then.
+///
+/// A message box that no step has announced fails the test.
+class Operator final
+{
+public:
+    /// Runs the steps while this thread serves the windows; returns when they have ended.
+    static void Run(const std::function<void(Operator &)> &steps);
+
+    /// Does something on the window's thread and returns its result.
+    template <class Step>
+    auto Gui(Step step) const
+    {
+        using Result = std::invoke_result_t<Step>;
+        if constexpr (std::is_void_v<Result>) {
+            QMetaObject::invokeMethod(qApp, step, Qt::BlockingQueuedConnection);
+        } else {
+            Result result{};
+            QMetaObject::invokeMethod(
+                qApp, [&result, &step] { result = step(); }, Qt::BlockingQueuedConnection);
+            return result;
+        }
+    }
+
+    /// Waits until a condition, asked on the window's thread, holds; fails the test if it never does.
+    bool WaitFor(const std::function<bool()> &condition, const char *what);
+    /// Serves the event loop until it has done everything that was queued before.
+    void Settle();
+
+    /// Waits for a message box, checks it, and presses the button of that text ("OK", "Yes", "No").
+    void AnswerBox(const std::string &text, int style, const std::string &title, const char *button = "OK");
+    /// Waits for an input box, checks it, and types the answer; a null answer is Cancel.
+    void AnswerInput(const std::string &prompt, const std::string &title, const std::string &present,
+                     const char *answer);
+    /// Waits for a file dialog and enters a name; an empty name is Cancel.
+    void AnswerFile(const std::string &title, const std::string &name);
+    /// Waits for another modal window of that object name and closes it after having looked at it.
+    void CloseForm(const char *name, const std::function<void(QWidget &)> &look = {});
+
+    /// Triggers a menu entry or toolbar button; fails the test if it is disabled.
+    void Trigger(QAction *action);
+    void Click(QWidget *widget);
+    void Type(QWidget *widget, const QString &text);
+    void Press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+private:
+    QPointer<QWidget> AwaitModal(const char *what);
+    bool FailOnStrayBox();
+};

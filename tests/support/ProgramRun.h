@@ -1,0 +1,59 @@
+#pragma once
+
+#include "support/Operator.h"
+#include "support/PortsFolder.h"
+
+#include "Program.h"
+#include "core/Controls.h"
+#include "platform/Clock.h"
+#include "platform/SerialPorts.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+/// The whole program on ports of the test's own. Ports are made before the program starts, by a simulator or raw peers.
+class ProgramRun
+{
+public:
+    explicit ProgramRun(int platformId = vorn::Host::PlatformNT);
+    ~ProgramRun();
+
+    PortsFolder ports;
+
+    /// Starts the program and runs the steps of the operator on it; ends what still loops when they are done.
+    void Operate(const std::function<void(Operator &)> &steps);
+
+    vorn::Program &program() { return *program_; }
+    vorn::FormMain &main() { return program_->Main; }
+
+    // For the operator's steps, on the window's thread:
+
+    /// A control of the pages, or a window's child, by name.
+    template <class Control = QWidget>
+    Control *Find(const char *name)
+    {
+        return program_->Main.findChild<Control *>(QString::fromLatin1(name));
+    }
+    /// Caption or text of a control as the screen shows it.
+    std::string Text(const char *name);
+    bool Shown(const char *name);
+    std::string Status() { return Text("StatusBar1_1"); }
+
+    /// Chooses a node as a left click does, and waits until its page is loaded.
+    void Choose(Operator &op, const std::string &key);
+    /// A left click on a node, without waiting.
+    void LeftClick(const std::string &key);
+    /// A whole search of the selected port from address `start` on; the tree is filled when it returns.
+    void Search(Operator &op, const char *start = "0");
+
+private:
+    int platformId_;
+    vorn::Clock clock_;
+    std::unique_ptr<vorn::SerialPorts> serialPorts_;
+    std::unique_ptr<vorn::Program> program_;
+};
