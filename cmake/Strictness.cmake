@@ -5,7 +5,7 @@ target_compile_options(vornstrict INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
     -Woverloaded-virtual -Wnon-virtual-dtor -Werror)
 target_compile_definitions(vornstrict INTERFACE
-    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
 if(VORN_SANITIZE)

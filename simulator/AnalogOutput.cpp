@@ -109,7 +109,7 @@ constexpr SettingRow SingleOutputSettings[] = {
     {"startup", "", TakeOutput, PerChannel, ReadStartup, StartupWritten},
     {"output", "", TakeOutput, PerChannel, ReadOutput, OutputWritten},
     {"readback", "", nullptr, PerChannel, ReadBack},
-    {"trim", "0", TakeAny, PerChannel},
+    {"trim", "0", TakeWhole, PerChannel},
     {"calibration", "", TakeAny, PerChannel},
 };
 
@@ -129,7 +129,7 @@ constexpr SettingRow OutputCardSettings[] = {
     {"startup", "", TakeOutput, PerChannel, ReadStartup, StartupWritten},
     {"output", "", TakeOutput, PerChannel, ReadOutput, OutputWritten},
     {"readback", "", nullptr, PerChannel, ReadBack},
-    {"trim", "0", TakeAny, PerChannel},
+    {"trim", "0", TakeWhole, PerChannel},
     {"calibration", "", TakeAny, PerChannel},
 };
 
@@ -163,7 +163,7 @@ Answer StoreExcitationStartup(Unit &unit, const Command &)
 constexpr SettingRow ExcitationSettings[] = {
     {"startup", "00.000", TakeExcitation},
     {"excitation", "00.000", TakeExcitation},
-    {"trim", "0", TakeAny},
+    {"trim", "0", TakeWhole},
 };
 
 constexpr CommandRow ExcitationCommands[] = {

@@ -40,7 +40,7 @@ Taken TakeLimit(const Unit &unit, int channel, std::string_view text)
 
 std::string Limit(const Unit &unit, std::string_view name, int channel, double end)
 {
-    const std::string kept = unit.Kept(name, channel);
+    std::string kept = unit.Kept(name, channel);
     if (!kept.empty())
         return kept;
     return IsCounter(unit) ? Decimal(static_cast<unsigned>(end), CounterLimitDigits)

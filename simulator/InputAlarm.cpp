@@ -102,7 +102,7 @@ constexpr double EventCapacity = 65536;
 /// The live input is low in the first half of its period and high in the second.
 std::string ReadInput(const Unit &unit, int)
 {
-    const std::string kept = unit.Kept("input");
+    std::string kept = unit.Kept("input");
     if (kept != "live")
         return kept;
     return std::fmod(unit.Now() / InputPeriod, 1) < 0.5 ? "0" : "1";

@@ -79,7 +79,7 @@ std::optional<std::string> TakeValue(const Unit &, int, std::string_view text)
 
 std::string ReadValue(const Unit &unit, int channel)
 {
-    const std::string kept = unit.Kept("value", channel);
+    std::string kept = unit.Kept("value", channel);
     const bool verbatim = kept != "live" && kept.size() == 7;
     if (verbatim && (unit.Format() == DataFormat::Engineering || !ReadNumber(kept)))
         return kept;

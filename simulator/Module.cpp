@@ -100,7 +100,7 @@ std::optional<std::string_view> Module::Understood(std::string_view line) const
 Answer Module::ExecuteLine(std::string_view line, double time)
 {
     const auto body = [](std::string_view text) { return text.front() + std::string(text.substr(3)); };
-    const Answer answer = Execute(body(line), time);
+    Answer answer = Execute(body(line), time);
     if (answer.lead != '?' || !unit_.On("init") || unit_.Read("checksum") != "yes")
         return answer;
     const auto bare = WithoutChecksum(line);

@@ -216,7 +216,7 @@ std::optional<TimePoint> Port::NextDue() const
 
 void Port::NoticeHosts()
 {
-    if (terminal_ && terminal_->Watch())
+    if (terminal_ && terminal_->Watch(master_.has_value()))
         partial_.clear();
 }
 

@@ -100,9 +100,25 @@ std::size_t PseudoTerminal::Write(std::string_view bytes)
     return done;
 }
 
-bool PseudoTerminal::Watch()
+bool PseudoTerminal::Watch(bool exact)
 {
-    bool lastWent = false;
+    if (!ReadEvents())
+        return false;
+    if (exact || Exclusive() || Unread())
+        hosts_ = CountHosts();
+    hosts_ = std::max(hosts_, 0);
+    if (hosts_ > 0)
+        return false;
+    (void)::ioctl(slave_.Get(), TIOCNXCL);
+    (void)::tcflush(slave_.Get(), TCIFLUSH);
+    return true;
+}
+
+/// Counts what the kernel tells.
+/// @return whether a host has closed the terminal
+bool PseudoTerminal::ReadEvents()
+{
+    bool closed = false;
     alignas(inotify_event) std::array<char, 4096> buffer;
     while (watch_) {
         const ssize_t count = ::read(watch_.Get(), buffer.data(), buffer.size());
@@ -112,15 +128,45 @@ bool PseudoTerminal::Watch()
             // The kernel lays whole events side by side in the buffer.
             const auto *event = reinterpret_cast<const inotify_event *>(buffer.data() + at);
             hosts_ += (event->mask & IN_OPEN) ? 1 : (event->mask & IN_CLOSE) ? -1 : 0;
-            lastWent = lastWent || hosts_ == 0;
+            closed = closed || (event->mask & IN_CLOSE) != 0;
             at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
         }
     }
-    if (!lastWent || hosts_ > 0)
-        return false;
-    (void)::ioctl(slave_.Get(), TIOCNXCL);
-    (void)::tcflush(slave_.Get(), TCIFLUSH);
-    return true;
+    return closed;
+}
+
+bool PseudoTerminal::Exclusive() const
+{
+    int exclusive = 0;
+    return ::ioctl(slave_.Get(), TIOCGEXCL, &exclusive) == 0 && exclusive != 0;
+}
+
+bool PseudoTerminal::Unread() const
+{
+    int bytes = 0;
+    return ::ioctl(slave_.Get(), FIONREAD, &bytes) == 0 && bytes > 0;
+}
+
+/// The descriptors open on the terminal, without our own, as far as we may see them.
+int PseudoTerminal::CountHosts() const
+{
+    namespace fs = std::filesystem;
+    int count = 0;
+    std::error_code error;
+    for (fs::directory_iterator process("/proc", error), end; !error && process != end;
+         process.increment(error)) {
+        const std::string name = process->path().filename().string();
+        if (name.find_first_not_of("0123456789") != std::string::npos)
+            continue;
+        std::error_code hidden; // it may have ended, or be another user's
+        for (fs::directory_iterator entry(process->path() / "fd", hidden); !hidden && entry != end;
+             entry.increment(hidden)) {
+            std::error_code closed;
+            if (fs::read_symlink(entry->path(), closed) == path_ && !closed)
+                ++count;
+        }
+    }
+    return count - 1;
 }
 
 int PseudoTerminal::Speed() const

@@ -17,10 +17,14 @@ namespace vornsim
 /// A slave descriptor of our own stays open, so that a host's closing isn't a hang-up. Who else has the
 /// terminal open is counted from the opens and closes that the kernel tells of its device file. When the last
 /// host has gone,
-/// - its exclusive mark (TIOCEXCL) is taken off, since the kernel leaves it for as long as anyone, here we,
-/// has the
-///   terminal open: a host that crashed would lock the port for ever. While a host is there its mark stays;
+/// - its exclusive mark (TIOCEXCL) is taken off: the kernel leaves it for as long as anyone, here we, has the
+///   terminal open, so a host that crashed would lock the port for ever. While a host is there its mark
+///   stays;
 /// - what it hasn't read is dropped, as a closed serial port hears nothing.
+///
+/// The kernel tells two opens in a row as one when nobody looked in between. So where a closing matters,
+/// because there is a mark or something unread, the open descriptors of all processes are counted instead. A
+/// host that reads its replies and takes its mark off leaves nothing to be counted.
 class PseudoTerminal
 {
 public:
@@ -38,8 +42,9 @@ public:
     std::size_t Write(std::string_view bytes);
 
     /// Takes notice of hosts that came and went.
+    /// @param exact  count the hosts after each closing, whether or not it matters here
     /// @return whether the last one went
-    bool Watch();
+    bool Watch(bool exact);
     /// Whether a host has the terminal open; always true where the kernel doesn't tell.
     bool HostPresent() const { return !watch_ || hosts_ > 0; }
 
@@ -47,6 +52,11 @@ public:
     int Speed() const;
 
 private:
+    bool ReadEvents();
+    bool Exclusive() const;
+    bool Unread() const;
+    int CountHosts() const;
+
     Descriptor master_;
     Descriptor slave_;
     Descriptor watch_;

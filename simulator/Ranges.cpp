@@ -139,7 +139,7 @@ std::string RangeText(const RangeRow &range, double value)
 
 std::optional<double> ReadRangeText(const RangeRow &range, std::string_view text)
 {
-    const std::size_t digits = static_cast<std::size_t>(range.digits);
+    const auto digits = static_cast<std::size_t>(range.digits);
     if (digits > 5)
         return std::nullopt;
     const std::string form = "s" + std::string(digits, 'd') + "." + std::string(5 - digits, 'd');

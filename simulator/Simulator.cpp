@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <ctime>
 #include <stdexcept>
 #include <system_error>
 
 #include <poll.h>
 #include <sys/eventfd.h>
-#include <time.h>
 
 namespace vornsim
 {
@@ -27,7 +27,7 @@ timespec Until(TimePoint due)
 
 } // namespace
 
-Simulator::Simulator(Rack rack, std::filesystem::path portsFolder)
+Simulator::Simulator(const Rack &rack, std::filesystem::path portsFolder)
     : folder_(std::move(portsFolder)), start_(Clock::now()), clock_([start = start_] {
           return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
       }),

@@ -22,7 +22,7 @@ class Simulator
 public:
     /// Opens the ports and makes the links; nothing answers before `Start`.
     /// @throws RackError, std::runtime_error for a link that is in use, std::system_error
-    Simulator(Rack rack, std::filesystem::path portsFolder);
+    Simulator(const Rack &rack, std::filesystem::path portsFolder);
     ~Simulator(); ///< stops the thread and removes the links
     Simulator(const Simulator &) = delete;
     Simulator &operator=(const Simulator &) = delete;

@@ -47,6 +47,14 @@ Taken TakeDigits(const Unit &, int, std::string_view text)
     return value && *value <= Greatest ? Taken(text) : std::nullopt;
 }
 
+/// A whole number with or without sign, up to a million.
+inline Taken TakeWhole(const Unit &, int, std::string_view text)
+{
+    const bool negative = text.starts_with('-');
+    const auto value = ReadDecimal(negative ? text.substr(1) : text);
+    return value && *value <= 1000000 ? Taken(text) : std::nullopt;
+}
+
 /// A decimal number of any length up to a greatest value.
 template <unsigned Greatest = 4294967295U>
 Taken TakeDecimal(const Unit &, int, std::string_view text)

@@ -91,7 +91,7 @@ int RunRack(const Options &options)
     }
 
     const sigset_t signals = HoldEndSignals();
-    Simulator simulator(std::move(rack), options.ports.empty() ? DefaultPorts() : options.ports);
+    Simulator simulator(rack, options.ports.empty() ? DefaultPorts() : options.ports);
     std::ostream &traceOut = options.traceFile ? traceFile : std::cout;
     if (options.trace)
         simulator.SetTraceListener(

@@ -4,6 +4,7 @@
 #include "core/RuntimeError.h"
 #include "core/Text.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -25,7 +26,9 @@ std::string WithoutChecksum(std::string text, bool checksum)
 
 const BaudRow *BaudRowAt(int index)
 {
-    return index >= 0 && index < static_cast<int>(BaudRows.size()) ? &BaudRows[static_cast<std::size_t>(index)] : nullptr;
+    return index >= 0 && index < static_cast<int>(BaudRows.size())
+               ? &BaudRows[static_cast<std::size_t>(index)]
+               : nullptr;
 }
 
 } // namespace

@@ -8,11 +8,12 @@
 namespace vorn
 {
 
-/// The two checksum characters of a command: the low byte of the sum of its characters as upper-case hexadecimal text,
-/// one digit only below 16. Throws 6 (overflow) for a sum above 32767.
+/// The two checksum characters of a command: the low byte of the sum of its characters as upper-case
+/// hexadecimal text, one digit only below 16. Throws 6 (overflow) for a sum above 32767.
 std::string Checksum(std::string_view command);
 
-/// Whether a reply means success: its first character is "!" for settings and acknowledged writes, ">" for data.
+/// Whether a reply means success: its first character is "!" for settings and acknowledged writes, ">" for
+/// data.
 bool IsAccepted(std::string_view reply, char lead = '!');
 
 /// Data of a "!AA..." reply: from character 4 on, without the two checksum characters of a checksum module.

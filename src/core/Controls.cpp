@@ -86,7 +86,7 @@ QLabel *MakeLiveValue(QWidget *parent, const QString &name, const QString &acces
     value->setBackgroundRole(QPalette::Base);
     value->setForegroundRole(QPalette::Text);
     value->setMargin(2);
-    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("+00000.000")));
+    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("+000.000")));
     return value;
 }
 
@@ -109,10 +109,19 @@ int FrameGrid::Row(QWidget *label, QWidget *field, QWidget *unit)
     return row;
 }
 
-int FrameGrid::WideRow(QWidget *widget, Qt::Alignment alignment)
+void FrameGrid::Row(QWidget *label, std::initializer_list<QWidget *> fields)
 {
     const int row = grid_->rowCount();
-    grid_->addWidget(widget, row, 0, 1, 3, alignment);
+    grid_->addWidget(label, row, 0);
+    auto *line = SideBySide(fields);
+    line->addStretch();
+    grid_->addLayout(line, row, 1, 1, 2);
+}
+
+int FrameGrid::WideRow(QWidget *widget)
+{
+    const int row = grid_->rowCount();
+    grid_->addWidget(widget, row, 0, 1, 3);
     return row;
 }
 
@@ -137,6 +146,19 @@ QHBoxLayout *SideBySide(std::initializer_list<QWidget *> widgets)
     for (QWidget *widget : widgets)
         row->addWidget(widget);
     return row;
+}
+
+QGridLayout *InPairs(std::initializer_list<QWidget *> buttons)
+{
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(Rhythm::LabelToField);
+    grid->setVerticalSpacing(Rhythm::BetweenRows);
+    int place = 0;
+    for (QWidget *button : buttons) {
+        grid->addWidget(button, place / 2, place % 2);
+        ++place;
+    }
+    return grid;
 }
 
 } // namespace vorn

@@ -72,8 +72,10 @@ public:
     /// Adds a row; `label`, `unit` may be null. Returns the row's number.
     int Row(QWidget *label, QWidget *field, QWidget *unit = nullptr);
     /// Adds a row whose only widget takes all columns.
-    int WideRow(QWidget *widget, Qt::Alignment alignment = {});
+    int WideRow(QWidget *widget);
     int WideRow(QLayout *layout);
+    /// Adds a row with several widgets, left-aligned, in the place of the field.
+    void Row(QWidget *label, std::initializer_list<QWidget *> fields);
     /// Adds buttons side by side at the lower right.
     void Buttons(std::initializer_list<QWidget *> buttons);
 
@@ -85,5 +87,8 @@ private:
 
 /// Buttons or fields side by side in the common rhythm.
 QHBoxLayout *SideBySide(std::initializer_list<QWidget *> widgets);
+
+/// Buttons of one width in rows of two.
+QGridLayout *InPairs(std::initializer_list<QWidget *> buttons);
 
 } // namespace vorn

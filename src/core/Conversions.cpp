@@ -6,8 +6,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace vorn
 {
@@ -26,10 +27,13 @@ std::string FourBits(std::size_t value)
     return bits;
 }
 
-/// Hexadecimal of a value that fits a signed 32-bit integer, eight long.
+/// Hexadecimal of a value up to the signed 32-bit range, eight long.
 std::string SignedHex8(double value)
 {
-    return PadLeft(Hex(static_cast<std::uint32_t>(RoundHalfEven(value))), 8, '0');
+    const std::int64_t rounded = RoundHalfEven(value);
+    if (rounded < std::numeric_limits<std::int32_t>::min())
+        throw RuntimeError(RuntimeErrorNumber::Overflow);
+    return PadLeft(Hex(static_cast<std::uint32_t>(rounded)), 8, '0');
 }
 
 int DigitAt(const std::string &hex, std::size_t index)
@@ -57,12 +61,13 @@ double StrictHex(std::string_view hex)
     return HexVal(hex);
 }
 
-/// What goes in front of a text whose point stands at 1, 2, 3 ...; a text without one gets a point behind first.
+/// Fills a text to `integerDigits` in front of its point and to six characters in all; a text without a point
+/// gets one behind. Nothing goes in front of an empty text.
 void FillAroundPoint(std::string &text, std::size_t integerDigits)
 {
-    std::size_t point = text.find('.');
+    const std::size_t point = text.find('.');
     if (point == std::string::npos) {
-        text = PadLeft(std::move(text), integerDigits, '0') + '.';
+        text = PadLeft(std::move(text), text.empty() ? 0 : integerDigits, '0') + '.';
     } else if (point < integerDigits) {
         text.insert(0, integerDigits - point, '0');
     }
@@ -115,10 +120,8 @@ std::string DecToHex8(std::string_view text)
     const double rest = value - LargestSigned;
     if (rest <= LargestSigned)
         return AddHex8("7FFFFFFF", SignedHex8(rest), "00000000");
-    const double top = rest - LargestSigned;
-    if (top > LargestSigned)
-        throw RuntimeError(RuntimeErrorNumber::Overflow);
-    return AddHex8("7FFFFFFF", "7FFFFFFF", SignedHex8(top));
+    constexpr double Unsigned32 = 4294967296;
+    return AddHex8("7FFFFFFF", "7FFFFFFF", SignedHex8(std::fmod(rest - LargestSigned, Unsigned32)));
 }
 
 std::string Hex8ToDec(std::string_view hex)
@@ -183,6 +186,12 @@ std::string FormatOutputValue(std::string &text, char formatDigit)
 bool Bit(std::string_view bin8, int bit)
 {
     return CharAt(bin8, static_cast<std::size_t>(8 - bit)) == '1';
+}
+
+void SetBit(std::string &bin8, int bit, bool set)
+{
+    if (bin8.size() == 8 && bit >= 0 && bit < 8)
+        bin8[static_cast<std::size_t>(7 - bit)] = set ? '1' : '0';
 }
 
 } // namespace vorn

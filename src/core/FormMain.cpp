@@ -26,7 +26,7 @@ namespace
 constexpr int TwipsPerPixel = 15;
 constexpr QSize StartSize(9000 / TwipsPerPixel, 7000 / TwipsPerPixel);
 constexpr QSize MinimumSize(9000 / TwipsPerPixel, 7200 / TwipsPerPixel);
-constexpr int TreeWidth = 2400 / TwipsPerPixel;
+constexpr int TreeWidth = 2700 / TwipsPerPixel;
 
 struct ListColumn {
     const char *caption;
@@ -173,13 +173,12 @@ void FormMain::BuildPanes()
     for (const ListColumn &column : ListColumns)
         captions << QString::fromLatin1(column.caption);
     ListView1->setHeaderLabels(captions);
-    for (int i = 0; i < ListView1->columnCount(); ++i)
-        ListView1->setColumnWidth(i, ListColumns[i].twips / TwipsPerPixel);
+    FitColumns();
 
     Frame1 = Named(new QGroupBox, "Frame1", QStringLiteral("Page"));
     auto *pages = new QWidget;
     pageLayout_ = new QVBoxLayout(pages);
-    pageLayout_->setContentsMargins(Rhythm::Margin, Rhythm::Margin / 2, Rhythm::Margin, Rhythm::Margin);
+    pageLayout_->setContentsMargins(Rhythm::Margin / 2, Rhythm::Margin / 2, Rhythm::Margin / 2, Rhythm::Margin);
     pageLayout_->setSpacing(Rhythm::BetweenFrames);
     auto *scroll = Named(new QScrollArea(Frame1), "PageScroll");
     scroll->setFrameShape(QFrame::NoFrame);
@@ -201,8 +200,19 @@ void FormMain::BuildPanes()
     LabMove->addWidget(right);
     LabMove->setChildrenCollapsible(false);
     LabMove->setStretchFactor(1, 1);
-    LabMove->setSizes({TreeWidth, StartSize.width() - TreeWidth});
+    // Wide enough for a module's text, also in a larger font.
+    const int text = TreeView1->fontMetrics().horizontalAdvance(QStringLiteral("(00) 7282D"));
+    const int tree = qMax(TreeWidth, text + TreeWidth / 2);
+    LabMove->setSizes({tree, StartSize.width() - tree});
     setCentralWidget(LabMove);
+}
+
+void FormMain::FitColumns()
+{
+    for (int i = 0; i < ListView1->columnCount(); ++i) {
+        ListView1->resizeColumnToContents(i);
+        ListView1->setColumnWidth(i, qMax(ListView1->columnWidth(i), ListColumns[i].twips / TwipsPerPixel));
+    }
 }
 
 void FormMain::BuildStatusBar()
@@ -267,7 +277,7 @@ void FormMain::ShowHelp(const QString &page)
 /// The end of the main window is the end of the program, whatever is waiting or looping below.
 void FormMain::closeEvent(QCloseEvent *)
 {
-    emit Unload();
+    Q_EMIT Unload();
     MSComm1.SetPortOpen(false);
     EndProgram();
 }

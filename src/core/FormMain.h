@@ -144,6 +144,8 @@ public:
 
     /// Layout in which the frames of the pages stand one below the other.
     QVBoxLayout *PageLayout() const { return pageLayout_; }
+    /// Gives each column of `ListView1` its width: the designed one, or more where a text needs it.
+    void FitColumns();
     /// Puts the page into the space left.
     void ArrangePage();
     /// Shows the help page of a subject; the contents if there is none.
@@ -151,7 +153,7 @@ public:
     /// Names the help page that F1 opens for the page on show.
     std::function<QString()> HelpPageOfPage;
 
-signals:
+Q_SIGNALS:
     /// The program ends now; what holds a port lets it go.
     void Unload();
 

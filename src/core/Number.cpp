@@ -3,6 +3,7 @@
 #include "core/RuntimeError.h"
 #include "core/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -18,7 +19,7 @@ namespace
 std::string_view NumberAt(std::string_view text, std::size_t start)
 {
     std::size_t end = start;
-    if (end < text.size() && (text[end] == '+' || text[end] == '-'))
+    if (end < text.size() && IsSign(text[end]))
         ++end;
     bool point = false;
     while (end < text.size() && (IsDigit(text[end]) || (text[end] == '.' && !point))) {
@@ -31,10 +32,14 @@ std::string_view NumberAt(std::string_view text, std::size_t start)
 double ValueOf(std::string_view number)
 {
     const bool negative = !number.empty() && number.front() == '-';
-    if (!number.empty() && (number.front() == '+' || number.front() == '-'))
+    if (!number.empty() && IsSign(number.front()))
         number.remove_prefix(1);
     double value = 0;
-    std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
+    const auto read =
+        std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
+    const bool whole = number.substr(0, number.find('.')).find_first_not_of('0') != std::string_view::npos;
+    if (read.ec == std::errc::result_out_of_range && whole)
+        value = std::numeric_limits<double>::max();
     return negative ? -value : value;
 }
 
@@ -56,10 +61,10 @@ std::string ShortestText(double value, int significantDigits)
 {
     if (value == 0 || !std::isfinite(value))
         return "0";
-    std::array<char, 400> buffer;
+    std::array<char, 400> buffer{};
     // The scientific form rounds to the digits wanted; the fixed form of that number has no exponent.
-    auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific,
-                             significantDigits - 1)
+    auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                             std::chars_format::scientific, significantDigits - 1)
                    .ptr;
     double rounded = 0;
     std::from_chars(buffer.data(), end, rounded);
@@ -88,7 +93,7 @@ double HexVal(std::string_view text)
             break;
         value = value * 16 + digit;
     }
-    return value;
+    return std::min(value, std::numeric_limits<double>::max());
 }
 
 double CDbl(std::string_view text)
@@ -115,10 +120,22 @@ std::int16_t CInt(std::string_view text)
 
 std::int64_t RoundHalfEven(double value)
 {
+    using Limits = std::numeric_limits<std::int64_t>;
+    constexpr double Beyond = 9223372036854775808.0; // 2 to the power 63, the first value that doesn't fit
+    if (value >= Beyond)
+        return Limits::max();
+    if (value < -Beyond)
+        return Limits::min();
     const double below = std::floor(value);
     const double part = value - below;
     const bool up = part > 0.5 || (part == 0.5 && std::fmod(below, 2) != 0);
     return static_cast<std::int64_t>(below) + (up ? 1 : 0);
+}
+
+float ToSingle(double value)
+{
+    constexpr double Largest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(value, -Largest, Largest));
 }
 
 std::string Hex(std::uint32_t value)

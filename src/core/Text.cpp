@@ -1,5 +1,7 @@
 #include "core/Text.h"
 
+#include <algorithm>
+
 namespace vorn
 {
 
@@ -37,6 +39,11 @@ std::string PadRight(std::string text, std::size_t width, char fill)
     if (text.size() < width)
         text.append(width - text.size(), fill);
     return text;
+}
+
+bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> texts)
+{
+    return std::ranges::find(texts, text) != texts.end();
 }
 
 } // namespace vorn

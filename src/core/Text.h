@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -20,9 +21,17 @@ std::string PadLeft(std::string text, std::size_t width, char fill);
 /// The same with `fill` behind.
 std::string PadRight(std::string text, std::size_t width, char fill);
 
+/// Whether a text is one of those listed.
+bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> texts);
+
 constexpr bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
+}
+
+constexpr bool IsSign(char c)
+{
+    return c == '+' || c == '-';
 }
 
 /// Value of a hexadecimal digit of either case, -1 for any other character.
@@ -35,6 +44,11 @@ constexpr int HexDigitValue(char c)
     if (c >= 'a' && c <= 'f')
         return c - 'a' + 10;
     return -1;
+}
+
+constexpr bool IsHexDigit(char c)
+{
+    return HexDigitValue(c) >= 0;
 }
 
 } // namespace vorn

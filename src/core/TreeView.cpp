@@ -17,6 +17,7 @@ TreeView::TreeView(QWidget *parent) : QTreeWidget(parent)
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setIconSize(QSize(20, 20));
+    setIndentation(14);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     header()->setStretchLastSection(true);
@@ -24,11 +25,11 @@ TreeView::TreeView(QWidget *parent) : QTreeWidget(parent)
     connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { RaiseNodeClick(item); });
     connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem *item) {
         if (!silent_)
-            Queue(this, [this, key = KeyOf(item)] { emit Expand(key); });
+            Queue(this, [this, key = KeyOf(item)] { Q_EMIT Expand(key); });
     });
     connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem *item) {
         if (!silent_)
-            Queue(this, [this, key = KeyOf(item)] { emit Collapse(key); });
+            Queue(this, [this, key = KeyOf(item)] { Q_EMIT Collapse(key); });
     });
 }
 
@@ -48,7 +49,7 @@ void TreeView::SelectSilently(QTreeWidgetItem *item)
 
 void TreeView::mousePressEvent(QMouseEvent *event)
 {
-    emit MouseDown(event->button());
+    Q_EMIT MouseDown(event->button());
     QTreeWidget::mousePressEvent(event);
 }
 
@@ -59,7 +60,7 @@ void TreeView::keyPressEvent(QKeyEvent *event)
     QTreeWidget::keyPressEvent(event);
     const bool again = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (currentItem() && (currentItem() != before || again)) {
-        emit MouseDown(Qt::LeftButton);
+        Q_EMIT MouseDown(Qt::LeftButton);
         RaiseNodeClick(currentItem());
     }
 }
@@ -71,7 +72,7 @@ void TreeView::contextMenuEvent(QContextMenuEvent *event)
     if (!item)
         return;
     setCurrentItem(item);
-    emit MouseDown(Qt::RightButton);
+    Q_EMIT MouseDown(Qt::RightButton);
     RaiseNodeClick(item);
 }
 
@@ -82,7 +83,7 @@ QString TreeView::KeyOf(const QTreeWidgetItem *item) const
 
 void TreeView::RaiseNodeClick(const QTreeWidgetItem *item)
 {
-    Queue(this, [this, key = KeyOf(item)] { emit NodeClick(key); });
+    Queue(this, [this, key = KeyOf(item)] { Q_EMIT NodeClick(key); });
 }
 
 } // namespace vorn

@@ -19,7 +19,7 @@ public:
     /// Selects an item, unfolding what hides it, without raising any event.
     void SelectSilently(QTreeWidgetItem *item);
 
-signals:
+Q_SIGNALS:
     void MouseDown(Qt::MouseButton button);
     /// A node was chosen: by a click of either button, by the keyboard, or by the menu key.
     void NodeClick(const QString &key);

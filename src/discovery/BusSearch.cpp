@@ -102,7 +102,8 @@ void BusSearch::Search_Click()
 
 void BusSearch::Scan(int startAddress)
 {
-    for (int address = startAddress; address != EndOfAddresses; ++address) {
+    int address = startAddress;
+    do {
         if (main_.StopScan || address > std::numeric_limits<std::int16_t>::max())
             return;
         const std::string hexaddr = AddressText(address);
@@ -112,7 +113,7 @@ void BusSearch::Scan(int startAddress)
             ScanAddressZero();
         else
             ScanAddress(hexaddr);
-    }
+    } while (++address != EndOfAddresses); // a start above it runs on to the integer limit
 }
 
 void BusSearch::ScanAddress(const std::string &hexaddr)

@@ -101,6 +101,7 @@ void DeviceTree::FillList(const std::string &portKey)
     main_.ListView1->setUpdatesEnabled(false);
     for (const std::string &module : main_.Nodes.Children(portKey))
         AddModuleRow(module);
+    main_.FitColumns();
     main_.ListView1->setUpdatesEnabled(true);
     main_.setEnabled(true);
 }

@@ -8,6 +8,7 @@
 #include "platform/WidgetText.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -25,7 +26,7 @@ constexpr int LastAddress = 255;
 
 } // namespace
 
-FormScan::FormScan(FormMain &main, const char *tag) : QDialog(nullptr, Qt::Window), main_(main)
+FormScan::FormScan(FormMain &main, const char *tag) : QWidget(nullptr, Qt::Window), main_(main)
 {
     setObjectName(QStringLiteral("FormScan"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -44,10 +45,7 @@ FormScan::FormScan(FormMain &main, const char *tag) : QDialog(nullptr, Qt::Windo
     Command1 = Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
                      "Command1");
     Command1->setEnabled(std::string_view(tag) != "Download");
-    connect(Command1, &QPushButton::clicked, this, [this] {
-        main_.StopScan = true;
-        close();
-    });
+    connect(Command1, &QPushButton::clicked, this, &FormScan::Command1_Click);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
@@ -85,6 +83,12 @@ void FormScan::ShowAddress(const std::string &hexAddress, int address)
     ProgressBar1->setValue(qMin(address, ProgressBar1->maximum()));
 }
 
+void FormScan::Command1_Click()
+{
+    main_.StopScan = true;
+    close();
+}
+
 /// Closing the window by its frame stops the work as the button does; where the work can't be stopped it stays.
 void FormScan::closeEvent(QCloseEvent *event)
 {
@@ -95,15 +99,14 @@ void FormScan::closeEvent(QCloseEvent *event)
     if (event->spontaneous())
         main_.StopScan = true;
     Animation1->Close();
-    QDialog::closeEvent(event);
 }
 
-void FormScan::reject()
+void FormScan::keyPressEvent(QKeyEvent *event)
 {
-    if (!Command1->isEnabled())
-        return;
-    main_.StopScan = true;
-    close();
+    if (event->key() == Qt::Key_Escape && Command1->isEnabled())
+        Command1_Click();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 } // namespace vorn

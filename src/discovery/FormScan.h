@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include <QWidget>
 
 class QLabel;
 class QProgressBar;
@@ -13,7 +13,7 @@ class Animation;
 class FormMain;
 
 /// Progress window of the long handlers. Its tag tells the work: "Scan", "Memory" or "Download".
-class FormScan final : public QDialog
+class FormScan final : public QWidget
 {
     Q_OBJECT
 
@@ -34,10 +34,11 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
-    void reject() override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void BuildScanRow(QLayout *layout);
+    void Command1_Click();
 
     FormMain &main_;
 };

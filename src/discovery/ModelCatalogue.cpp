@@ -100,18 +100,17 @@ const SlotRow *FindSlot(std::string_view code)
     return found == std::end(Slots) ? nullptr : found;
 }
 
-/// Appends model names, four a line.
+/// Appends model names, as evenly spread over lines of three and four as they go.
 template <class Rows>
 void AppendModelLines(std::vector<std::string> &lines, const Rows &names)
 {
     constexpr std::size_t NamesPerLine = 4;
-    std::string line;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        line += (line.empty() ? "      " : ", ") + std::string(names[i]);
-        if ((i + 1) % NamesPerLine == 0 || i + 1 == names.size()) {
-            lines.push_back(line);
-            line.clear();
-        }
+    const std::size_t count = (names.size() + NamesPerLine - 1) / NamesPerLine;
+    for (std::size_t line = 0, name = 0; line < count; ++line) {
+        std::string text = "      ";
+        for (const std::size_t end = names.size() * (line + 1) / count; name < end; ++name)
+            text += std::string(names[name]) + (name + 1 < end ? ", " : "");
+        lines.push_back(text);
     }
 }
 
@@ -195,13 +194,9 @@ std::vector<std::string> LabPCLines()
     for (const SlotRow &row : Slots)
         slots.push_back(row.list.name);
 
-    std::vector<std::string> lines{"Version 1.50",
-                                   "",
-                                   "   for Windows 95/98/NT4.0/2000/XP",
-                                   "",
-                                   "   Support VORN Module",
-                                   "",
-                                   "   VORN-7000 Series"};
+    std::vector<std::string> lines{
+        "Version 1.50",       "", "   for Windows 95/98/NT4.0/2000/XP", "", "   Support VORN Module", "",
+        "   VORN-7000 Series"};
     AppendModelLines(lines, modules);
     lines.insert(lines.end(), {"", "   VORN-3900/485 Series"});
     AppendModelLines(lines, slots);

@@ -69,6 +69,21 @@ bool NodeKey::hasChannel() const
     return channel() != None;
 }
 
+bool NodeKey::isModule() const
+{
+    return slot() == None;
+}
+
+bool NodeKey::isSlot() const
+{
+    return IsDigit(slot()) && channel() == None;
+}
+
+bool NodeKey::isChannel() const
+{
+    return IsDigit(channel());
+}
+
 std::string NodeKey::address() const
 {
     return Mid(text_, 8, 2);
@@ -92,6 +107,13 @@ std::string ModuleKey(bool init, char checksumDigit, std::string_view portDigits
     key += None;
     key += reply; // its "!" is the key's channel position
     return key;
+}
+
+std::string ModuleNodeText(bool init, std::string_view hexAddress, std::string_view model,
+                           bool addressZeroBaseUnit)
+{
+    const std::string address = init ? "* " : addressZeroBaseUnit ? "00 " : std::string(hexAddress);
+    return "(" + address + ") " + std::string(model);
 }
 
 std::string SlotKey(std::string_view moduleKey, char slotDigit, std::string_view model)

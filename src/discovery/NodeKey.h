@@ -15,7 +15,8 @@ std::string PortText(int port);
 /// Number of the port of a port's key.
 int PortOfPortKey(std::string_view key);
 
-/// Key of a module's, a slot's or a channel's node, the program's only record of how to reach it. Positions, from 1:
+/// Key of a module's, a slot's or a channel's node, the program's only record of how to reach it. Positions,
+/// from 1:
 ///
 ///     1       "*" INIT state, "_" normal
 ///     2       "1" checksum on, "0" off
@@ -32,14 +33,17 @@ public:
 
     const std::string &text() const { return text_; }
 
-    bool isInit() const;            ///< in INIT state
-    bool checksum() const;          ///< transactions carry a checksum; never in INIT state
+    bool isInit() const;   ///< in INIT state
+    bool checksum() const; ///< transactions carry a checksum; never in INIT state
     std::string portDigits() const;
     int port() const;
     char slot() const;
     char channel() const;
     bool hasSlot() const;
     bool hasChannel() const;
+    bool isModule() const; ///< of a module or base unit
+    bool isSlot() const;
+    bool isChannel() const;
     std::string address() const;    ///< as the key holds it
     std::string busAddress() const; ///< as commands use it: "00" in INIT state
     std::string model() const;
@@ -52,6 +56,11 @@ private:
 
 /// Key of a module from its reply in the short form "!AA" and model.
 std::string ModuleKey(bool init, char checksumDigit, std::string_view portDigits, std::string_view reply);
+/// Text of a module's node: "(0A) 7252", "(* ) 7252" in INIT state. A base unit that answers at address 00
+/// without checksum reads "(00 ) 3900", with a blank that no other text has.
+std::string ModuleNodeText(bool init, std::string_view hexAddress, std::string_view model,
+                           bool addressZeroBaseUnit = false);
+
 /// Key of a slot of a base unit.
 std::string SlotKey(std::string_view moduleKey, char slotDigit, std::string_view model);
 /// Key of a channel of a slot.

@@ -299,7 +299,7 @@ void MSComm::Watch()
     notifier_ = std::make_unique<QSocketNotifier>(fd_, QSocketNotifier::Read);
     connect(notifier_.get(), &QSocketNotifier::activated, this, [this] {
         if (InBufferCount() >= rThreshold_)
-            emit OnComm();
+            Q_EMIT OnComm();
     });
 }
 

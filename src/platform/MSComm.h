@@ -59,7 +59,7 @@ public:
     /// The same, but returns at a window event too, which it serves.
     void WaitForInputOrEvents(std::chrono::milliseconds time);
 
-signals:
+Q_SIGNALS:
     /// The receive event: at least `RThreshold` characters are there.
     void OnComm();
 

@@ -44,7 +44,8 @@ std::map<int, std::string> NumberPorts(const std::vector<std::string> &deviceNam
             adapters.push_back(QString::fromStdString(name));
     }
 
-    QCollator natural(QLocale::c());
+    // The C locale knows no numeric order; English is the same on every machine.
+    QCollator natural{QLocale(QLocale::English)};
     natural.setNumericMode(true);
     std::sort(adapters.begin(), adapters.end(), natural);
 

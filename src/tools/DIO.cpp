@@ -43,7 +43,7 @@ void DIO::SetValue(bool value)
         return;
     value_ = value;
     update();
-    emit PropertyChanged();
+    Q_EMIT PropertyChanged();
 }
 
 void DIO::SetCaption(const QString &caption)
@@ -58,7 +58,7 @@ void DIO::SetCaption(const QString &caption)
     setAccessibleName(PlainCaption().simplified());
     Arrange();
     updateGeometry();
-    emit PropertyChanged();
+    Q_EMIT PropertyChanged();
 }
 
 void DIO::SetEnabled(bool enabled)
@@ -66,7 +66,7 @@ void DIO::SetEnabled(bool enabled)
     if (isEnabled() == enabled)
         return;
     setEnabled(enabled);
-    emit PropertyChanged();
+    Q_EMIT PropertyChanged();
 }
 
 void DIO::SetAc(bool centred)
@@ -75,7 +75,7 @@ void DIO::SetAc(bool centred)
         return;
     ac_ = centred;
     Arrange();
-    emit PropertyChanged();
+    Q_EMIT PropertyChanged();
 }
 
 bool DIO::IsSwitch() const
@@ -113,7 +113,7 @@ void DIO::Arrange()
 
 void DIO::resizeEvent(QResizeEvent *)
 {
-    emit Resize();
+    Q_EMIT Resize();
     Arrange();
 }
 
@@ -173,14 +173,14 @@ void DIO::Toggle()
     value_ = !value_;
     DoEvents();
     update();
-    emit PropertyChanged();
-    emit Click();
+    Q_EMIT PropertyChanged();
+    Q_EMIT Click();
 }
 
 void DIO::Label1_Click()
 {
     SetEnabled(IsSwitch());
-    emit LabelClick();
+    Q_EMIT LabelClick();
 }
 
 void DIO::DrawLamp(QPainter &painter) const

@@ -32,7 +32,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
-signals:
+Q_SIGNALS:
     void Click();   ///< after a toggle by the operator
     void Resize();
     void LabelClick();

@@ -43,7 +43,7 @@ FrameAIn::FrameAIn() : QGroupBox(QStringLiteral("Analog Input"))
 
     FrameGrid grid(this);
     grid.WideRow(channels);
-    grid.WideRow(SideBySide({CmdAIZero, CmdAISpan, CmdAICJC}));
+    grid.WideRow(InPairs({CmdAIZero, CmdAISpan, CmdAICJC}));
 }
 
 } // namespace vorn

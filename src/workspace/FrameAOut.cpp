@@ -31,8 +31,7 @@ FrameAOut::FrameAOut() : QGroupBox(QStringLiteral("Analog Output"))
     grid.Row(MakeLabel(this, QStringLiteral("LabAnalogOut"), "Output &value :", TextAnalogOut), TextAnalogOut, LabAOS[1]);
     grid.WideRow(Slider1);
     grid.Buttons({CmdSendAO});
-    auto *calibration = SideBySide({CmdAO4mA, CmdAO20mA, CmdAOStartup});
-    grid.WideRow(calibration);
+    grid.WideRow(InPairs({CmdAO4mA, CmdAO20mA, CmdAOStartup}));
 }
 
 } // namespace vorn

@@ -48,16 +48,20 @@ FrameChannel::FrameChannel() : QGroupBox(QStringLiteral("Channel"))
     grid.WideRow(CheckChEnable);
     grid.WideRow(BuildAlarms());
     grid.WideRow(FrameCount);
-    grid.Buttons({CmdClearChLatch[0], CmdClearChLatch[1], CmdClearChLatch[2], CmdChAlarmUpdate});
+    grid.WideRow(InPairs({CmdClearChLatch[0], CmdClearChLatch[1], CmdClearChLatch[2], CmdChAlarmUpdate}));
 }
 
 FrameChannel::AlarmSide FrameChannel::BuildSide(const QString &letter, const QString &side)
 {
     const auto entry = [&](const char *name, const char *what) {
-        return Named(new QLineEdit(this), letter + QString::fromLatin1(name), side + QString::fromLatin1(what));
+        auto *field = Named(new QLineEdit(this), letter + QString::fromLatin1(name), side + QString::fromLatin1(what));
+        field->setMinimumWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+        return field;
     };
     AlarmSide controls;
     controls.Type = Named(new QComboBox(this), letter + QStringLiteral("AlarmType"), side + QStringLiteral(" alarm mode"));
+    controls.Type->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    controls.Type->setMinimumContentsLength(8);
     controls.Limit = entry("AlarmLimit", " alarm limit");
     controls.DOMap = Named(new QCheckBox(QStringLiteral("Disable"), this), QStringLiteral("CheckDOMap") + letter,
                            side + QStringLiteral(" alarm drives an output"));

@@ -10,13 +10,6 @@
 namespace vorn
 {
 
-namespace
-{
-
-constexpr int CalibrationColumns = 2;
-
-} // namespace
-
 FrameGen::FrameGen() : QGroupBox(QStringLiteral("Live Data"))
 {
     setObjectName(QStringLiteral("FrameGen"));
@@ -26,24 +19,13 @@ FrameGen::FrameGen() : QGroupBox(QStringLiteral("Live Data"))
     FrameGrid grid(this);
     grid.Row(LabRd, LabRdv, LabRdu);
     grid.Row(LabACt, LabACtv, CmdClearCount);
-    auto *output = SideBySide({TextAAOv, CmdAOsend});
-    const int row = grid.Layout()->rowCount();
-    grid.Layout()->addWidget(LabAAO, row, 0);
-    grid.Layout()->addLayout(output, row, 1, 1, 2);
+    grid.Row(LabAAO, TextAAOv, CmdAOsend);
     auto *points = SideBySide({ADIO[0], ADIO[1], ADIO[2], ADIO[3]});
+    points->setSpacing(0);
     points->addStretch();
-    points->addWidget(CmdClearLatch);
     grid.WideRow(points);
-
-    auto *calibration = new QGridLayout;
-    calibration->setHorizontalSpacing(Rhythm::LabelToField);
-    calibration->setVerticalSpacing(Rhythm::BetweenRows);
-    int place = 0;
-    for (QPushButton *button : {CmdGZero, CmdGSpan, CmdG0V, CmdG10V, CmdGCJC, CmdGStartup}) {
-        calibration->addWidget(button, place / CalibrationColumns, place % CalibrationColumns);
-        ++place;
-    }
-    grid.WideRow(calibration);
+    grid.Buttons({CmdClearLatch});
+    grid.WideRow(InPairs({CmdGZero, CmdGSpan, CmdG0V, CmdG10V, CmdGCJC, CmdGStartup}));
 }
 
 void FrameGen::BuildValues()

@@ -32,21 +32,14 @@ FrameMSet::FrameMSet() : QGroupBox(QStringLiteral("Module Setting"))
 
     FrameGrid grid(this);
     grid.Row(LabMFV, LabMFVv);
-    auto *address = SideBySide({TextAddress, UpDownAddr, LabAddr});
-    address->addStretch();
-    const int row = grid.Layout()->rowCount();
-    grid.Layout()->addWidget(MakeLabel(this, QStringLiteral("LabAddress"), "&Address :", TextAddress), row, 0);
-    grid.Layout()->addLayout(address, row, 1, 1, 2);
+    grid.Row(MakeLabel(this, QStringLiteral("LabAddress"), "&Address :", TextAddress),
+             {TextAddress, UpDownAddr, LabAddr});
     grid.Row(LabRange, CmbRange);
     grid.Row(LabDataformat, CmbDataFormat);
     grid.Row(LabSlewRate, CmbSlowRate);
     grid.Row(MakeLabel(this, QStringLiteral("LabBaudrate"), "&Baudrate :", CmbBaudrate), CmbBaudrate);
     grid.Row(MakeLabel(this, QStringLiteral("LabChecksum"), "Chec&ksum :", CheckChecksum), CheckChecksum);
-    auto *led = SideBySide({OptionLED[0], OptionLED[1], OptionLED[2]});
-    led->addStretch();
-    const int ledRow = grid.Layout()->rowCount();
-    grid.Layout()->addWidget(LabLED, ledRow, 0);
-    grid.Layout()->addLayout(led, ledRow, 1, 1, 2);
+    grid.Row(LabLED, {OptionLED[0], OptionLED[1], OptionLED[2]});
     grid.Buttons({CmdLED, CmdDownLoadF, CmdMUpdate});
 }
 
@@ -68,7 +61,7 @@ void FrameMSet::BuildFields()
     for (QComboBox *list : {CmbRange, CmbDataFormat, CmbSlowRate, CmbBaudrate}) {
         // Long captions are cut in the field, not in the list: the page stays as narrow as its window.
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        list->setMinimumContentsLength(18);
+        list->setMinimumContentsLength(14);
     }
     for (const BaudRow &row : BaudRows)
         CmbBaudrate->addItem(ToQString(row.caption));

@@ -12,7 +12,10 @@ FrameSlot::FrameSlot() : QGroupBox(QStringLiteral("Slot Setting"))
 {
     setObjectName(QStringLiteral("FrameSlot"));
     const auto list = [this](const char *name, const char *accessibleName) {
-        return Named(new QComboBox(this), name, QString::fromLatin1(accessibleName));
+        auto *choice = Named(new QComboBox(this), name, QString::fromLatin1(accessibleName));
+        choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        choice->setMinimumContentsLength(20);
+        return choice;
     };
     CmbSRange = list("CmbSRange", "Range");
     CmbSFormat = list("CmbSFormat", "Data format");
@@ -32,15 +35,12 @@ FrameSlot::FrameSlot() : QGroupBox(QStringLiteral("Slot Setting"))
     CmdSCJC = button("CmdSCJC", "    C&JC Calibration");
 
     FrameGrid grid(this);
-    const auto row = [&grid](QLabel *caption, QLabel *text, QComboBox *choice) {
-        const int r = grid.Row(caption, text);
-        grid.Layout()->addWidget(choice, r + 1, 1);
-    };
-    row(LabSRange, LabSRangeLab, CmbSRange);
-    row(MakeLabel(this, QStringLiteral("LabSFormat"), "&Data Format :", CmbSFormat), LabSDataFormatLab, CmbSFormat);
-    row(LabSTimeSlewrate, LabS_time_slewrate, CmbSTimeSlewRate);
+    grid.Row(LabSRange, {LabSRangeLab, CmbSRange});
+    grid.Row(MakeLabel(this, QStringLiteral("LabSFormat"), "&Data Format :", CmbSFormat),
+             {LabSDataFormatLab, CmbSFormat});
+    grid.Row(LabSTimeSlewrate, {LabS_time_slewrate, CmbSTimeSlewRate});
     grid.Buttons({CmdSUpdate});
-    grid.WideRow(SideBySide({CmdSZero, CmdSSpan, CmdSCJC}));
+    grid.WideRow(InPairs({CmdSZero, CmdSSpan, CmdSCJC}));
 }
 
 } // namespace vorn

@@ -20,8 +20,8 @@ constexpr char Hexadecimal = '2';
 struct EngineeringScale {
     char range;
     SliderRange slider;
-    int perUnit;   ///< slider steps per mA or V
-    int offset;    ///< value at slider position 0
+    int perUnit; ///< slider steps per mA or V
+    int offset;  ///< value at slider position 0
 };
 
 constexpr EngineeringScale EngineeringScales[] = {

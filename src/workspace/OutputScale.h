@@ -16,7 +16,8 @@ struct SliderRange {
     int tick;
 };
 
-/// Scale of an output format code, two characters: data format digit, range digit. Nothing for a code without a scale.
+/// Scale of an output format code, two characters: data format digit, range digit. Nothing for a code without
+/// a scale.
 std::optional<SliderRange> SliderRangeFor(std::string_view outputFormatCode);
 
 /// Slider value of an output value's text, rounded half to even; not limited to the scale.

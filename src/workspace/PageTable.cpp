@@ -1,5 +1,7 @@
 #include "workspace/PageTable.h"
 
+#include "core/Text.h"
+
 #include <algorithm>
 #include <initializer_list>
 #include <map>
@@ -19,7 +21,8 @@ struct Controls {
     int last = -1;
 };
 
-/// Captions of the elements `first` to `last`: a text, and the number of the element less `first` plus `from`.
+/// Captions of the elements `first` to `last`: a text, and the number of the element less `first` plus
+/// `from`.
 struct Numbered {
     const char *array;
     int first, last;
@@ -50,9 +53,18 @@ Names Expand(std::initializer_list<Controls> controls)
 class Page final
 {
 public:
-    Page &&Show(std::initializer_list<Controls> controls) && { return std::move(Append(page_.shown, controls)); }
-    Page &&Hide(std::initializer_list<Controls> controls) && { return std::move(Append(page_.hidden, controls)); }
-    Page &&Enable(std::initializer_list<Controls> controls) && { return std::move(Append(page_.enabled, controls)); }
+    Page &&Show(std::initializer_list<Controls> controls) &&
+    {
+        return std::move(Append(page_.shown, controls));
+    }
+    Page &&Hide(std::initializer_list<Controls> controls) &&
+    {
+        return std::move(Append(page_.hidden, controls));
+    }
+    Page &&Enable(std::initializer_list<Controls> controls) &&
+    {
+        return std::move(Append(page_.enabled, controls));
+    }
     Page &&Caption(const char *control, const char *text) &&
     {
         page_.captions.emplace_back(control, text);
@@ -68,7 +80,8 @@ public:
     {
         for (const Numbered &row : rows) {
             for (int i = row.first; i <= row.last; ++i)
-                page_.captions.emplace_back(Element(row.array, i), row.text + std::to_string(i - row.first + row.from));
+                page_.captions.emplace_back(Element(row.array, i),
+                                            row.text + std::to_string(i - row.first + row.from));
         }
         return std::move(*this);
     }
@@ -96,10 +109,11 @@ const PageDescription *Find(const PageMap &pages, std::string_view model)
 PageDescription BuildReset()
 {
     return Page()
-        .Hide({"LabPC", "FramePort", "FrameMSet", "FrameASet", "FrameAOut", "FrameAIn", "FrameGen", "FrameLSet",
-               "FrameDIO", "FrameFC", "FrameFCf", "FrameSlot", "FrameChannel", "FrameCount", "FrameSlotIO",
-               "FrameFCdata", "ListView3900", "FrameMemory", "FrameMAlarmset", "FrameMemOperation", "TabStrip1",
-               "DBGridReadMemory"})
+        .Hide({"LabPC",       "FramePort",       "FrameMSet",    "FrameASet",      "FrameAOut",
+               "FrameAIn",    "FrameGen",        "FrameLSet",    "FrameDIO",       "FrameFC",
+               "FrameFCf",    "FrameSlot",       "FrameChannel", "FrameCount",     "FrameSlotIO",
+               "FrameFCdata", "ListView3900",    "FrameMemory",  "FrameMAlarmset", "FrameMemOperation",
+               "TabStrip1",   "DBGridReadMemory"})
         .Show({"CheckChEnable"})
         .Hide({{"Labch", 0, 7}, {"TextCH", 0, 7}, {"LabCHunit", 0, 7}, {"ChHA", 0, 7}, {"ChLA", 0, 7}})
         .Hide({"CmdSlotSendAO", "CmdLED", "LabAAO", "TextAAOv", "CmdAOsend"})
@@ -124,12 +138,14 @@ PageDescription BuildReset()
         .Caption("LabSRange", "Input &Range :")
         .Caption("LabSTimeSlewrate", "Integration &Time :")
         .Show({"LabSRange", "LabSTimeSlewrate"})
-        .Hide({"CmbSRange", "CmbSFormat", "CmbSTimeSlewRate", "LabSRangeLab", "LabSDataFormatLab", "LabS_time_slewrate"})
+        .Hide({"CmbSRange", "CmbSFormat", "CmbSTimeSlewRate", "LabSRangeLab", "LabSDataFormatLab",
+               "LabS_time_slewrate"})
         .Show({"CmdSUpdate", "CmdSZero", "CmdSSpan"})
         .Hide({"CmdSCJC", "LabLED", {"OptionLED", 0, 2}});
 }
 
-constexpr std::initializer_list<Controls> FormatAndRangeRows{"CmbDataFormat", "LabDataformat", "LabRange", "CmbRange"};
+constexpr std::initializer_list<Controls> FormatAndRangeRows{"CmbDataFormat", "LabDataformat", "LabRange",
+                                                             "CmbRange"};
 constexpr std::initializer_list<Controls> HighGroup{{"DIOH", 0, 7}, "LabDH", "LabDHv"};
 
 PageDescription EightChannelInput(std::initializer_list<Controls> more)
@@ -168,15 +184,24 @@ PageMap BuildModulePages()
                         .Hide({"LabACt", "LabACtv", "CmdClearCount", "CmdClearLatch"});
     pages["7212D"] = Page().Show({"CmdLED", "FrameMSet", "FrameGen", "FrameASet", "FrameLSet"});
     pages["7218"] = Page()
-                        .Show({"FrameMSet", "FrameGen", "FrameASet", {"ADIO", 2, 2}, "LabAAO", "TextAAOv", "CmdAOsend",
-                               "CmdG0V", "CmdG10V", "CmdGStartup"})
+                        .Show({"FrameMSet",
+                               "FrameGen",
+                               "FrameASet",
+                               {"ADIO", 2, 2},
+                               "LabAAO",
+                               "TextAAOv",
+                               "CmdAOsend",
+                               "CmdG0V",
+                               "CmdG10V",
+                               "CmdGStartup"})
                         .Caption("ADIO_3", "DO &3")
                         .Enable({{"ADIO", 3, 3}})
                         .Hide({"LabACt", "LabACtv", "CmdClearCount"});
     pages["7221"] = EightChannelInput({});
     pages["7224"] = EightChannelInput({"CmdAICJC"});
     pages["7224M"] = EightChannelInput({"CmdAICJC", "TabStrip1"});
-    pages["7231"] = Page().Show({"FrameMSet", "CmbSlowRate", "LabSlewRate"}).Caption("LabRange", "&Output range");
+    pages["7231"] =
+        Page().Show({"FrameMSet", "CmbSlowRate", "LabSlewRate"}).Caption("LabRange", "&Output range");
     pages["7252"] = Page()
                         .Show({"FrameMSet", "FrameDIO", {"DIOL", 0, 6}})
                         .Show(HighGroup)
@@ -201,19 +226,24 @@ PageMap BuildModulePages()
                         .Number({{"DIOL", 4, 7, "DO  &", 0}})
                         .Caption("LabDL", "Relay Output")
                         .Hide(FormatAndRangeRows);
-    pages["7282"] =
-        CounterPage().Number({{"CounterDO", 0, 1, "DO &", 0}}).Hide({"CmdCClearLatch"});
+    pages["7282"] = CounterPage().Number({{"CounterDO", 0, 1, "DO &", 0}}).Hide({"CmdCClearLatch"});
     pages["7282D"] = pages["7282N"] = CounterWithDisplay();
-    pages["3900"] = Page().Show({"CmdDownLoadF", "ListView3900", "FrameMSet", "LabMFV", "LabMFVv"}).Hide(FormatAndRangeRows);
+    pages["3900"] = Page()
+                        .Show({"CmdDownLoadF", "ListView3900", "FrameMSet", "LabMFV", "LabMFVv"})
+                        .Hide(FormatAndRangeRows);
     return pages;
 }
 
 /// Rows of channels 0 to `last` of an input slot: number, value, unit and alarms.
 Page InputSlot(int last)
 {
-    return Page()
-        .Show({"FrameSlot", "FrameSlotIO", {"Labch", 0, last}, {"TextCH", 0, last}, {"LabCHunit", 0, last},
-               {"ChHA", 0, last}, {"ChLA", 0, last}});
+    return Page().Show({"FrameSlot",
+                        "FrameSlotIO",
+                        {"Labch", 0, last},
+                        {"TextCH", 0, last},
+                        {"LabCHunit", 0, last},
+                        {"ChHA", 0, last},
+                        {"ChLA", 0, last}});
 }
 
 PageDescription VoltageSlot(int last)
@@ -234,11 +264,12 @@ PageMap BuildSlotPages()
         Page().Show({"FrameSlotIO", "CmdSlotSendAO", {"Labch", 0, 3}, {"TextCH", 0, 3}, {"LabCHunit", 0, 3}});
     pages["3962"] = InputSlot(3).Show({"CmbSFormat", "LabSRange", "CmbSRange"});
 
-    pages["3942"] = Page()
-                        .Show({"FrameDIO", {"DIOL", 0, 7}, {"DIOH", 0, 7}, "LabDHv"})
-                        // Until its directions are read, each point keeps the caption that it was designed with.
-                        .CaptionEach({{"DIOL", 0, 7}, {"DIOH", 0, 7}}, "DO &0")
-                        .Hide({"LabDL", "LabDH"});
+    pages["3942"] =
+        Page()
+            .Show({"FrameDIO", {"DIOL", 0, 7}, {"DIOH", 0, 7}, "LabDHv"})
+            // Until its directions are read, each point keeps the caption that it was designed with.
+            .CaptionEach({{"DIOL", 0, 7}, {"DIOH", 0, 7}}, "DO &0")
+            .Hide({"LabDL", "LabDH"});
     pages["3944"] = Page()
                         .Show({"FrameDIO", {"DIOL", 0, 7}})
                         .Show(HighGroup)
@@ -255,12 +286,13 @@ PageMap BuildSlotPages()
                         .Number({{"DIOL", 0, 7, "DO  ", 0}, {"DIOH", 0, 7, "DI  ", 0}})
                         .Caption("LabDL", "Digital Output")
                         .Caption("LabDH", "Digital Input");
-    pages["3951"] = Page()
-                        .Show({"FrameDIO", {"DIOL", 0, 7}})
-                        .Show(HighGroup)
-                        .Number({{"DIOL", 0, 7, "DO  &", 0}, {"DIOH", 0, 1, "DO  &", 8}, {"DIOH", 2, 7, "DO 1&", 0}})
-                        .Caption("LabDL", "Digital Output")
-                        .Caption("LabDH", "Digital Output");
+    pages["3951"] =
+        Page()
+            .Show({"FrameDIO", {"DIOL", 0, 7}})
+            .Show(HighGroup)
+            .Number({{"DIOL", 0, 7, "DO  &", 0}, {"DIOH", 0, 1, "DO  &", 8}, {"DIOH", 2, 7, "DO 1&", 0}})
+            .Caption("LabDL", "Digital Output")
+            .Caption("LabDH", "Digital Output");
     pages["3953"] = Page()
                         .Show({"FrameDIO", {"DIOL", 0, 5}})
                         .Number({{"DIOL", 0, 5, "DO  &", 0}})
@@ -288,8 +320,8 @@ PageMap BuildChannelPages()
                          .Show({"FrameSlot", "FrameChannel", "CmbSRange", "LabSDataFormatLab"})
                          .Hide({"CmdSZero", "CmdSSpan", "LabSTimeSlewrate"});
     pages["3931"] = Page()
-                        .Show({"FrameSlot", "CmbSRange", "CmbSTimeSlewRate", "LabSRangeLab", "LabSDataFormatLab",
-                               "LabS_time_slewrate"})
+                        .Show({"FrameSlot", "CmbSRange", "CmbSTimeSlewRate", "LabSRangeLab",
+                               "LabSDataFormatLab", "LabS_time_slewrate"})
                         .Caption("LabSDataFormatLab", "Engineering unit")
                         .Hide({"CmdSZero", "CmdSSpan", "CmdSCJC"})
                         .Caption("LabSRange", "&Output Range")
@@ -322,6 +354,28 @@ const PageDescription *ChannelPage(std::string_view model)
 {
     static const PageMap pages = BuildChannelPages();
     return Find(pages, model);
+}
+
+bool AreChannelTextsWritable(std::string_view model)
+{
+    return model == "3931";
+}
+
+ToolStates ToolbarFor(NodeKind node, bool scopeOnPort, bool expanded)
+{
+    const bool bus = node == NodeKind::Port && !scopeOnPort;
+    const bool module = node == NodeKind::Module;
+    return {
+        .search = bus, .terminal = bus, .dataScope = bus && !expanded, .saveSet = module, .loadSet = module};
+}
+
+ToolStates ToolsMenuFor(std::string_view nodeText, bool scopeOnPort, bool expanded)
+{
+    const std::string kind = Left(nodeText, 2);
+    return ToolbarFor(kind == "PC"   ? NodeKind::PC
+                      : kind == "CO" ? NodeKind::Port
+                                     : NodeKind::Module,
+                      scopeOnPort, expanded);
 }
 
 std::string PageCaption(const NodeKey &node)

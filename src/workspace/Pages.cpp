@@ -42,7 +42,7 @@ struct SlotColumn {
 };
 constexpr SlotColumn SlotColumns[] = {{"Slot", 450}, {"Module", 1500}, {"Description", 4600}};
 
-constexpr const char *LoggerTabs[] = {"Module", "Memory", "Alarm Limits", "Records"};
+constexpr const char *LoggerTabs[] = {"Module", "Memory", "Limits", "Records"};
 
 } // namespace
 
@@ -89,8 +89,10 @@ void Pages::BuildLists()
     for (const SlotColumn &column : SlotColumns)
         captions << QString::fromLatin1(column.caption);
     ListView3900->setHeaderLabels(captions);
-    for (int i = 0; i < ListView3900->columnCount(); ++i)
-        ListView3900->setColumnWidth(i, SlotColumns[i].twips / TwipsPerPixel);
+    for (int i = 0; i < ListView3900->columnCount(); ++i) {
+        ListView3900->resizeColumnToContents(i);
+        ListView3900->setColumnWidth(i, qMax(ListView3900->columnWidth(i), SlotColumns[i].twips / TwipsPerPixel));
+    }
     const int row = ListView3900->fontMetrics().height() + Rhythm::BetweenRows;
     ListView3900->setMinimumHeight((SlotRows + 2) * row);
 }

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
 
 namespace vorn
 {
@@ -21,7 +20,8 @@ constexpr PollStep AnalogInput[] = {
 constexpr PollStep Sensor[] = {{"#AA", '>', Reading}};
 constexpr PollStep StrainGauge[] = {
     {"@AADI", '!', StrainPoints}, {"#AA", '>', Reading}, {"$AA6", '!', ExcitationEntry, NotEditing}};
-constexpr PollStep EightInputs[] = {{"$AA6", '!', ChannelMask}, {"#AAi", '>', MaskedReading, ChannelEnabled, 8}};
+constexpr PollStep EightInputs[] = {{"$AA6", '!', ChannelMask},
+                                    {"#AAi", '>', MaskedReading, ChannelEnabled, 8}};
 constexpr PollStep AnalogOutput[] = {{"$AA8", '!', OutputReadBack}, {"$AA6", '!', OutputEntry, NotEditing}};
 constexpr PollStep TwoDigitalGroups[] = {{"$AA6", '!', TwoGroups}};
 constexpr PollStep OneDigitalGroup[] = {{"$AA6", '!', LowGroup}};
@@ -34,13 +34,15 @@ constexpr PollStep SlotOf3[] = {{"#AASs", '>', SlotReadings}, {"$AASsCiS", '!', 
 constexpr PollStep SlotOf7[] = {{"#AASs", '>', SlotReadings}, {"$AASsCiS", '!', SlotAlarm, Always, 7}};
 constexpr PollStep SlotOf8[] = {{"#AASs", '>', SlotReadings}, {"$AASsCiS", '!', SlotAlarm, Always, 8}};
 constexpr PollStep OutputSlot[] = {{"$AASsCi6", '!', SlotOutput, NotTyped, 4}};
-constexpr PollStep CounterSlot[] = {{"#AASsCi", '>', SlotCount, Always, 4}, {"$AASsCiS", '!', SlotAlarm, Always, 4}};
+constexpr PollStep CounterSlot[] = {{"#AASsCi", '>', SlotCount, Always, 4},
+                                    {"$AASsCiS", '!', SlotAlarm, Always, 4}};
 constexpr PollStep FaultySlot[] = {{"$AASsM", '!', SlotFaults}, {"$AASs6", '!', SlotPoints}};
 constexpr PollStep DigitalSlot[] = {{"$AASs6", '!', SlotPoints}};
 
 constexpr PollStep InputChannel[] = {{"#AASsCc", '>', ChannelReading}, {"$AASsCcS", '!', ChannelAlarm}};
 constexpr PollStep OutputChannel[] = {{"$AASsCc6", '!', ChannelOutput}};
-constexpr PollStep CounterChannel[] = {{"#AASsCc", '>', PollEffect::ChannelCount}, {"$AASsCcS", '!', ChannelAlarm}};
+constexpr PollStep CounterChannel[] = {{"#AASsCc", '>', PollEffect::ChannelCount},
+                                       {"$AASsCcS", '!', ChannelAlarm}};
 
 struct PollRow {
     std::string_view model;
@@ -48,28 +50,24 @@ struct PollRow {
 };
 
 constexpr PollRow ModuleLists[] = {
-    {"7203", AnalogInput},   {"7203D", AnalogInput},      {"7206", AnalogInput},   {"7212D", AnalogInput},
-    {"7209", Sensor},        {"7218", StrainGauge},       {"7221", EightInputs},   {"7224", EightInputs},
-    {"7224M", EightInputs},  {"7231", AnalogOutput},      {"7252", TwoDigitalGroups}, {"7258", TwoDigitalGroups},
-    {"7256", OneDigitalGroup}, {"7272", RelayModule},     {"7282", Counter},       {"7282D", Counter},
+    {"7203", AnalogInput},     {"7203D", AnalogInput}, {"7206", AnalogInput},      {"7212D", AnalogInput},
+    {"7209", Sensor},          {"7218", StrainGauge},  {"7221", EightInputs},      {"7224", EightInputs},
+    {"7224M", EightInputs},    {"7231", AnalogOutput}, {"7252", TwoDigitalGroups}, {"7258", TwoDigitalGroups},
+    {"7256", OneDigitalGroup}, {"7272", RelayModule},  {"7282", Counter},          {"7282D", Counter},
     {"7282N", Counter},
 };
 
 constexpr PollRow SlotLists[] = {
-    {"3921", SlotOf3},      {"3923", SlotOf8},      {"3923H", SlotOf8},    {"3925", SlotOf7},    {"3931", OutputSlot},
-    {"3962", CounterSlot},  {"3942", FaultySlot},   {"3944", DigitalSlot}, {"3946", DigitalSlot}, {"3948", FaultySlot},
-    {"3951", FaultySlot},   {"3953", FaultySlot},   {"3957", FaultySlot},
+    {"3921", SlotOf3},     {"3923", SlotOf8},     {"3923H", SlotOf8},   {"3925", SlotOf7},
+    {"3931", OutputSlot},  {"3962", CounterSlot}, {"3942", FaultySlot}, {"3944", DigitalSlot},
+    {"3946", DigitalSlot}, {"3948", FaultySlot},  {"3951", FaultySlot}, {"3953", FaultySlot},
+    {"3957", FaultySlot},
 };
 
 constexpr PollRow ChannelLists[] = {
     {"3921", InputChannel}, {"3923", InputChannel},  {"3923H", InputChannel},
     {"3925", InputChannel}, {"3931", OutputChannel}, {"3962", CounterChannel},
 };
-
-bool OneOf(std::string_view model, std::initializer_list<std::string_view> models)
-{
-    return std::ranges::find(models, model) != models.end();
-}
 
 } // namespace
 
@@ -107,7 +105,7 @@ std::string ExpandCommand(std::string_view pattern, const NodeKey &node, int cha
 
 PairPlaces DigitalSlotPlaces(std::string_view model)
 {
-    if (OneOf(model, {"3942", "3944", "3951", "3948"}))
+    if (IsOneOf(model, {"3942", "3944", "3951", "3948"}))
         return {4, 6};
     if (model == "3946")
         return {0, 6};
@@ -116,7 +114,7 @@ PairPlaces DigitalSlotPlaces(std::string_view model)
 
 PairPlaces FaultPlaces(std::string_view model)
 {
-    if (OneOf(model, {"3942", "3951"}))
+    if (IsOneOf(model, {"3942", "3951"}))
         return {4, 6};
     if (model == "3948")
         return {0, 6};
@@ -144,7 +142,8 @@ std::string CounterText(std::string_view payload, bool frequency, std::string_vi
     if (frequency && format == "Dec")
         return TextOf(Val(payload) / StepsPerHertz);
     if (frequency && format == "Hex")
-        return Hex(static_cast<std::uint32_t>(std::fmod(std::floor(HexVal(payload) / StepsPerHertz), 4294967296.0)));
+        return Hex(
+            static_cast<std::uint32_t>(std::fmod(std::floor(HexVal(payload) / StepsPerHertz), 4294967296.0)));
     return std::string(payload);
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 
 namespace vorn
 {
@@ -30,7 +29,7 @@ constexpr RangeRow Thermocouple[] = {
 };
 
 constexpr RangeRow Voltage[] = {
-    {"08", "+/-     10   V", " V"},  {"09", "+/-      5   V", " V"},  {"0A", "+/-      1   V", " V"},
+    {"08", "+/-     10   V", " V"}, {"09", "+/-      5   V", " V"}, {"0A", "+/-      1   V", " V"},
     {"0B", "+/-    500  mV", "mV"}, {"0C", "+/-    150  mV", "mV"}, {"0D", "+/-     20  mA", "mA"},
 };
 
@@ -40,18 +39,12 @@ constexpr RangeRow StrainGauge[] = {
 };
 
 constexpr RangeRow Resistance[] = {
-    {"20", "Pt.00385 -200 to 100'C", "'C"},
-    {"21", "Pt.00385 0 to 100'C", "'C"},
-    {"22", "Pt.00385 0 to 200'C", "'C"},
-    {"23", "Pt.00385 0 to 600'C", "'C"},
-    {"24", "Pt.00391 +/-100'C", "'C"},
-    {"25", "Pt.00391 0 to 100'C", "'C"},
-    {"26", "Pt.00391 0 to 200'C", "'C"},
-    {"27", "Pt.00391 0 to 600'C", "'C"},
-    {"28", "Ni -80 to 100'C", "'C"},
-    {"29", "Ni 0 to 100'C", "'C"},
-    {"2A", "Cu 25'C 0 to 120'C", "'C"},
-    {"2B", "Cu 0'C 0 to 120'C", "'C"},
+    {"20", "Pt.00385 -200 to 100'C", "'C"}, {"21", "Pt.00385 0 to 100'C", "'C"},
+    {"22", "Pt.00385 0 to 200'C", "'C"},    {"23", "Pt.00385 0 to 600'C", "'C"},
+    {"24", "Pt.00391 +/-100'C", "'C"},      {"25", "Pt.00391 0 to 100'C", "'C"},
+    {"26", "Pt.00391 0 to 200'C", "'C"},    {"27", "Pt.00391 0 to 600'C", "'C"},
+    {"28", "Ni -80 to 100'C", "'C"},        {"29", "Ni 0 to 100'C", "'C"},
+    {"2A", "Cu 25'C 0 to 120'C", "'C"},     {"2B", "Cu 0'C 0 to 120'C", "'C"},
     {"", "T1 -50 to 150'C", "'C"}, // no code in either direction
 };
 
@@ -61,10 +54,11 @@ constexpr RangeRow AnalogOutput[] = {
 constexpr RangeRow Counter[] = {{"50", "Counter", ""}, {"51", "Freguency", "Hz"}};
 
 constexpr RangeRow Slot3921[] = {
-    {"20", "Pt.00385 +/-100'C", "'C"},   {"21", "Pt.00385 0 to 100'C", "'C"}, {"22", "Pt.00385 0 to 200'C", "'C"},
-    {"23", "Pt.00385 0 to 600'C", "'C"}, {"24", "Pt.00391 +/-100'C", "'C"},   {"25", "Pt.00391 0 to 100'C", "'C"},
-    {"26", "Pt.00391 0 to 200'C", "'C"}, {"27", "Pt.00391 0 to 600'C", "'C"}, {"28", "Ni -80 to 100'C", "'C"},
-    {"29", "Ni 0 to 100'C", "'C"},
+    {"20", "Pt.00385 +/-100'C", "'C"},   {"21", "Pt.00385 0 to 100'C", "'C"},
+    {"22", "Pt.00385 0 to 200'C", "'C"}, {"23", "Pt.00385 0 to 600'C", "'C"},
+    {"24", "Pt.00391 +/-100'C", "'C"},   {"25", "Pt.00391 0 to 100'C", "'C"},
+    {"26", "Pt.00391 0 to 200'C", "'C"}, {"27", "Pt.00391 0 to 600'C", "'C"},
+    {"28", "Ni -80 to 100'C", "'C"},     {"29", "Ni 0 to 100'C", "'C"},
 };
 
 constexpr RangeRow Slot3923[] = {
@@ -73,9 +67,10 @@ constexpr RangeRow Slot3923[] = {
 };
 
 constexpr RangeRow Slot3923H[] = {
-    {"00", "+/-  10  V", " V"},   {"01", "0 to 10  V", " V"},  {"02", "+/-  5  V", " V"},  {"03", "0 to 5  V", " V"},
-    {"04", "+/-  2.5  V", " V"},  {"05", "0 to 2.5  V", " V"}, {"06", "+/-  1 V", " V"},   {"07", "0 to 1 V", " V"},
-    {"08", "+/-  500 mV", "mV"}, {"09", "0 to 500 mV", "mV"}, {"0A", "4 to 20 mA", "mA"}, {"0B", "0 to 20 mA", "mA"},
+    {"00", "+/-  10  V", " V"},  {"01", "0 to 10  V", " V"},  {"02", "+/-  5  V", " V"},
+    {"03", "0 to 5  V", " V"},   {"04", "+/-  2.5  V", " V"}, {"05", "0 to 2.5  V", " V"},
+    {"06", "+/-  1 V", " V"},    {"07", "0 to 1 V", " V"},    {"08", "+/-  500 mV", "mV"},
+    {"09", "0 to 500 mV", "mV"}, {"0A", "4 to 20 mA", "mA"},  {"0B", "0 to 20 mA", "mA"},
 };
 
 constexpr RangeRow Slot3925[] = {
@@ -121,22 +116,17 @@ constexpr std::size_t CommonFormats = 3; // the fourth is the RTD module's
 constexpr std::string_view IntegrationTimes[] = {"50 ms (60Hz)", "60 ms (50Hz)"};
 constexpr std::string_view CounterGates[] = {"Low", "High", "None"};
 constexpr std::string_view FrequencyGates[] = {"0.1 sec", "1 sec"};
-constexpr std::string_view VoltageSlewRates[] = {"Immediate change", "0.0625 V/sec", "0.125 V/sec", "0.250 V/sec",
-                                                 "0.500 V/sec",      "1.000 V/sec",  "2.000 V/sec", "4.000 V/sec",
-                                                 "8.000 V/sec",      "16.00 V/sec",  "32.00 V/sec", "64.00 V/sec"};
-constexpr std::string_view CurrentSlewRates[] = {"Immediate change", "0.125 mA/sec", "0.250 mA/sec", "0.500 mA/sec",
-                                                 "1.000 mA/sec",     "2.000 mA/sec", "4.000 mA/sec", "8.000 mA/sec",
-                                                 "16.00 mA/sec",     "32.00 mA/sec", "64.00 mA/sec", "128.0 mA/sec"};
+constexpr std::string_view VoltageSlewRates[] = {
+    "Immediate change", "0.0625 V/sec", "0.125 V/sec", "0.250 V/sec", "0.500 V/sec", "1.000 V/sec",
+    "2.000 V/sec",      "4.000 V/sec",  "8.000 V/sec", "16.00 V/sec", "32.00 V/sec", "64.00 V/sec"};
+constexpr std::string_view CurrentSlewRates[] = {
+    "Immediate change", "0.125 mA/sec", "0.250 mA/sec", "0.500 mA/sec", "1.000 mA/sec", "2.000 mA/sec",
+    "4.000 mA/sec",     "8.000 mA/sec", "16.00 mA/sec", "32.00 mA/sec", "64.00 mA/sec", "128.0 mA/sec"};
 constexpr std::string_view Formats3921[] = {"Engineering unit", "Ohms"};
 constexpr std::string_view Formats3923H[] = {"Engineering unit", "two's complement"};
 constexpr std::string_view Formats3962[] = {"Dec", "Hex"};
 constexpr std::string_view AnalogAlarmModes[] = {"Disable", "Momentary", "Latch"};
 constexpr std::string_view CounterAlarmModes[] = {"Disable", "Latch"};
-
-bool OneOf(std::string_view model, std::initializer_list<std::string_view> models)
-{
-    return std::ranges::find(models, model) != models.end();
-}
 
 std::span<const RangeRow> RangesIn(std::span<const ModelRanges> table, std::string_view model)
 {
@@ -154,8 +144,9 @@ std::optional<int> PositionIn(std::span<const RangeRow> rows, std::string_view c
 
 std::string_view CodeAt(std::span<const RangeRow> rows, int position)
 {
-    return position >= 0 && position < static_cast<int>(rows.size()) ? rows[static_cast<std::size_t>(position)].code
-                                                                     : std::string_view{};
+    return position >= 0 && position < static_cast<int>(rows.size())
+               ? rows[static_cast<std::size_t>(position)].code
+               : std::string_view{};
 }
 
 } // namespace
@@ -175,7 +166,8 @@ std::optional<RangeDecode> DecodeRange(std::string_view model, std::string_view 
     // The strain gauge module's shorter list moves one code.
     if (model == "7218" && code == "06")
         return RangeDecode{.position = 4, .unit = "mA", .setsRdu = true, .setsAunit = true};
-    const auto in = [code](std::span<const RangeRow> rows, const RangeDecode &sets) -> std::optional<RangeDecode> {
+    const auto in = [code](std::span<const RangeRow> rows,
+                           const RangeDecode &sets) -> std::optional<RangeDecode> {
         const auto position = PositionIn(rows, code);
         if (!position)
             return std::nullopt;
@@ -202,7 +194,8 @@ std::optional<RangeDecode> DecodeRange(std::string_view model, std::string_view 
 std::optional<int> SlotRangePosition(std::string_view code)
 {
     for (const std::span<const RangeRow> rows :
-         {std::span<const RangeRow>(Slot3925), std::span<const RangeRow>(Slot3923), std::span<const RangeRow>(Slot3921)}) {
+         {std::span<const RangeRow>(Slot3925), std::span<const RangeRow>(Slot3923),
+          std::span<const RangeRow>(Slot3921)}) {
         if (const auto position = PositionIn(rows, code))
             return position;
     }
@@ -221,32 +214,32 @@ std::string_view SlotRangeCode(std::string_view model, int position)
 
 bool IsDigitalModel(std::string_view model)
 {
-    return OneOf(model, {"7252", "7256", "7258", "7272"});
+    return IsOneOf(model, {"7252", "7256", "7258", "7272"});
 }
 
 bool IsCounterModel(std::string_view model)
 {
-    return OneOf(model, {"7282", "7282D", "7282N"});
+    return IsOneOf(model, {"7282", "7282D", "7282N"});
 }
 
 bool HasDataFormatList(std::string_view model)
 {
-    return OneOf(model, {"7203", "7203D", "7206", "7209", "7212D", "7218", "7231"});
+    return IsOneOf(model, {"7203", "7203D", "7206", "7209", "7212D", "7218", "7231"});
 }
 
 bool HasIntegrationTime(std::string_view model)
 {
-    return OneOf(model, {"7221", "7224", "7224M"});
+    return IsOneOf(model, {"7221", "7224", "7224M"});
 }
 
 bool UsesThermocoupleRanges(std::string_view model)
 {
-    return OneOf(model, {"7203", "7203D", "7224", "7224M"});
+    return IsOneOf(model, {"7203", "7203D", "7224", "7224M"});
 }
 
 bool HasModuleAlarm(std::string_view model)
 {
-    return OneOf(model, {"7203", "7203D", "7206", "7212D", "7218"});
+    return IsOneOf(model, {"7203", "7203D", "7206", "7212D", "7218"});
 }
 
 Captions DataFormatCaptions(std::string_view model)
@@ -282,14 +275,28 @@ Captions SlotFormatCaptions(std::string_view model)
 
 Captions SlotTimeCaptions(std::string_view model)
 {
-    return OneOf(model, {"3921", "3923", "3925"}) ? Captions(IntegrationTimes) : Captions{};
+    return IsOneOf(model, {"3921", "3923", "3925"}) ? Captions(IntegrationTimes) : Captions{};
 }
 
 Captions ChannelAlarmModes(std::string_view model)
 {
     if (model == "3962")
         return CounterAlarmModes;
-    return OneOf(model, {"3921", "3931", "3923", "3923H", "3925"}) ? Captions(AnalogAlarmModes) : Captions{};
+    return IsOneOf(model, {"3921", "3931", "3923", "3923H", "3925"}) ? Captions(AnalogAlarmModes)
+                                                                     : Captions{};
+}
+
+std::string_view DataFormatUnit(int position)
+{
+    constexpr int Percent = 1;
+    constexpr int Hexadecimal = 2;
+    return position == Percent ? " %" : position == Hexadecimal ? "Hex" : std::string_view{};
+}
+
+std::string CaptionUnit(std::string_view caption)
+{
+    constexpr std::size_t UnitLength = 2;
+    return Right(caption, UnitLength);
 }
 
 bool HasSlotFormatList(std::string_view model)

@@ -67,10 +67,11 @@ TEST(Fault, APortsFaultMeetsEveryModule)
 TEST(Fault, ASplitReplyComesInTwoPieces)
 {
     RackRunner rack(TwoModules);
-    rack.Rack().SetFault(1, "01", {.kind = Kind::Split, .delay = std::chrono::milliseconds(60), .at = 4});
-    rack.Peer().Write("$01M\r");
-    EXPECT_EQ(rack.Peer().ReadPiece(), "!01V");
-    EXPECT_EQ(rack.Peer().ReadPiece(), "ORN7252\r");
+    rack.Rack().SetFault(1, "01", {.kind = Kind::Split, .delay = std::chrono::milliseconds(20), .at = 4});
+    EXPECT_EQ(rack.Peer().Ask("$01M"), "!01VORN7252");
+    EXPECT_EQ(rack.Pieces(), (std::vector<std::string>{"!01V", "ORN7252\r"}));
+    const auto trace = rack.Rack().Trace(1);
+    EXPECT_GE(trace[2].milliseconds - trace[0].milliseconds, 20);
 }
 
 TEST(Fault, ALateReplyIsWhole)
@@ -98,7 +99,8 @@ TEST(Fault, TextBehindTheCarriageReturnComesWithIt)
     RackRunner rack(TwoModules);
     rack.Rack().SetFault(1, "01", {.kind = Kind::InnerReturn, .text = "XY"});
     rack.Peer().Write("$01M\r");
-    EXPECT_EQ(rack.Peer().ReadPiece(), "!01VORN7252\rXY");
+    EXPECT_EQ(rack.Peer().ReadBytes(14), "!01VORN7252\rXY");
+    EXPECT_EQ(rack.Pieces(), std::vector<std::string>{"!01VORN7252\rXY"});
 }
 
 TEST(Fault, ALoneCharacter)

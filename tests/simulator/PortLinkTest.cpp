@@ -9,6 +9,7 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
+#include <thread>
 #include <unistd.h>
 
 namespace
@@ -145,6 +146,32 @@ TEST(PortLink, AnExclusiveMarkGoesWithTheHostThatSetIt)
         ::close(fd);
     } while (exclusive != 0 && std::chrono::steady_clock::now() < until);
     EXPECT_EQ(exclusive, 0);
+}
+
+TEST(PortLink, TheMarkStaysWhileItsHostIsThereThoughAnotherGoes)
+{
+    RackRunner rack("module 7252 address=01");
+    RawPeer other(rack.Rack().Link(1));
+    ASSERT_TRUE(other.Open());
+    ASSERT_EQ(::ioctl(rack.Peer().Descriptor(), TIOCEXCL), 0);
+    other.Close();
+    EXPECT_EQ(rack.Ask("$01M"), "!01VORN7252"); // answered with the closing noticed
+    int exclusive = 0;
+    ASSERT_EQ(::ioctl(rack.Peer().Descriptor(), TIOCGEXCL, &exclusive), 0);
+    EXPECT_EQ(exclusive, 1);
+}
+
+TEST(PortLink, WhatIsSentWhileNobodyHasThePortOpenIsLost)
+{
+    RackRunner rack("module 7252 address=01");
+    rack.Peer().Close();
+    rack.Rack().SetMaster(1, {.send = {"$01M"}, .every = std::chrono::milliseconds(1), .times = 20});
+    const auto until = std::chrono::steady_clock::now() + Patience;
+    while (rack.Pieces().size() < 40 && std::chrono::steady_clock::now() < until)
+        std::this_thread::yield();
+    ASSERT_EQ(rack.Pieces().size(), 40U); // commands and replies
+    RawPeer late(rack.Rack().Link(1));
+    EXPECT_EQ(late.Ask("$01F"), "!01B1.02");
 }
 
 TEST(PortLink, AVanishedPortHangsUpAndItsLinkDangles)

@@ -115,6 +115,7 @@ TEST(RackFile, EveryErrorHasItsLine)
         {"port 1\nmodule 7221 address=01 value=one\n", 2, "line 2: a 7221 can't take \"one\" as value"},
         {"port 1\nmodule 7221 address=01 range=00\n", 2, "line 2: a 7221 can't take \"00\" as range"},
         {"port 1\nmodule 7221 address=01 family=maybe\n", 2, "line 2: a 7221 can't take \"maybe\" as family"},
+        {"port 1\nmodule 7231 address=01 trim=much\n", 2, "line 2: a 7231 can't take \"much\" as trim"},
         {"port 1\nslot 0 3923", 2, "line 2: \"slot\" before any module"},
         {"port 1\nmodule 3900 address=01\nslot x 3923", 3, "line 3: \"x\" is no slot"},
         {"port 1\nmodule 3900 address=01\nslot 0", 3, "line 3: \"slot\" needs a card"},

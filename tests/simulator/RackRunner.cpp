@@ -31,8 +31,8 @@ RackRunner::RackRunner(std::string_view modules, std::string_view port)
         std::string(port) + "\n" + std::string(modules) + "\nmodule 7256 address=FF version=sentinel\n";
     simulator_ = std::make_unique<vornsim::Simulator>(vornsim::ParseRack(text), folder_.Path());
     simulator_->SetClock([time = time_] { return time->load(); });
-    simulator_->Start();
     peer_ = std::make_unique<RawPeer>(simulator_->Link(1), simulator_->LineSpeed(1));
+    simulator_->Start(); // with the host there, so that it hears a second master's first word
 }
 
 std::string RackRunner::Ask(std::string_view line)
@@ -43,6 +43,16 @@ std::string RackRunner::Ask(std::string_view line)
         return {};
     EXPECT_EQ(peer_->ReadLine(), SentinelReply) << "behind the reply to " << line;
     return first;
+}
+
+std::vector<std::string> RackRunner::Pieces() const
+{
+    std::vector<std::string> pieces;
+    for (const vornsim::TraceRecord &record : simulator_->Trace(1)) {
+        if (record.direction == vornsim::TraceRecord::Direction::ToHost)
+            pieces.push_back(record.bytes);
+    }
+    return pieces;
 }
 
 void Hold(const Conversation &conversation)

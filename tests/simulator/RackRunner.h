@@ -42,6 +42,8 @@ public:
 
     /// The reply to a line; empty when nobody answers.
     std::string Ask(std::string_view line);
+    /// The pieces that went to the host since the trace was cleared.
+    std::vector<std::string> Pieces() const;
     bool IsSilent(std::string_view line) { return Ask(line).empty(); }
 
     std::string Value(std::string_view address, std::string_view name)

@@ -22,10 +22,8 @@ TEST(Ranges, ValuesHaveSevenCharactersInEveryRange)
         for (const RangeRow &range : model.ranges) {
             if (range.digits > 4)
                 continue; // counters and frequencies
-            EXPECT_EQ(RangeText(range, range.low).size(), 7U)
-                << model.name << range.code;
-            EXPECT_EQ(RangeText(range, range.high).size(), 7U)
-                << model.name << range.code;
+            EXPECT_EQ(RangeText(range, range.low).size(), 7U) << model.name << range.code;
+            EXPECT_EQ(RangeText(range, range.high).size(), 7U) << model.name << range.code;
         }
     }
 }

@@ -24,10 +24,13 @@ TEST(SecondMaster, ItsCommandsAndTheirAnswersAreHeardInTurn)
 TEST(SecondMaster, LinesAreCutAtAnyByte)
 {
     RackRunner rack("module 7252 address=0A");
-    rack.Rack().SetMaster(1, {.send = {"$0AM"}, .cut = 3, .gap = std::chrono::milliseconds(60), .times = 1});
-    EXPECT_EQ(rack.Peer().ReadPiece(), "$0A");
-    EXPECT_EQ(rack.Peer().ReadBytes(5), "M\r!0A");
-    EXPECT_EQ(rack.Peer().ReadPiece(), "VORN7252\r");
+    rack.Rack().SetMaster(1, {.send = {"$0AM"}, .cut = 3, .gap = std::chrono::milliseconds(20), .times = 1});
+    EXPECT_EQ(rack.Peer().ReadBytes(17), "$0AM\r!0AVORN7252\r");
+    EXPECT_EQ(rack.Pieces(), (std::vector<std::string>{"$0A", "M\r", "!0A", "VORN7252\r"}));
+    const auto trace = rack.Rack().Trace(1);
+    EXPECT_GE(trace[1].milliseconds - trace[0].milliseconds, 19.9);
+    EXPECT_GE(trace[3].milliseconds - trace[2].milliseconds, 0);
+    EXPECT_GE(trace[3].milliseconds - trace[0].milliseconds, 39.9);
 }
 
 TEST(SecondMaster, EveryCutGivesTheSameLines)

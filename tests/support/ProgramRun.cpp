@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QGroupBox>
 
 ProgramRun::ProgramRun(int platformId) : platformId_(platformId) {}
 
@@ -69,9 +70,9 @@ void ProgramRun::LeftClick(const std::string &key)
 {
     main().Nodes.Select(key);
     main().NodeLeftClick = true;
-    emit main().TreeView1->MouseDown(Qt::LeftButton);
+    Q_EMIT main().TreeView1->MouseDown(Qt::LeftButton);
     QMetaObject::invokeMethod(
-        main().TreeView1, [this, key] { emit main().TreeView1->NodeClick(vorn::ToQString(key)); }, Qt::QueuedConnection);
+        main().TreeView1, [this, key] { Q_EMIT main().TreeView1->NodeClick(vorn::ToQString(key)); }, Qt::QueuedConnection);
 }
 
 void ProgramRun::Choose(Operator &op, const std::string &key)

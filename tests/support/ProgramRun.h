@@ -8,7 +8,8 @@
 #include "platform/Clock.h"
 #include "platform/SerialPorts.h"
 
-#include <QAbstractButton>
+#include <QApplication>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 

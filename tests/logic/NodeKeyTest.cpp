@@ -1,0 +1,124 @@
+#include "discovery/NodeKey.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace vorn;
+
+struct PortCase {
+    int port;
+    const char *key;
+    const char *text;
+};
+
+TEST(PortKey, HasThreeDigitsAndTheTextHasNone)
+{
+    EXPECT_EQ(KeyPC, "KeyPC");
+    constexpr PortCase Cases[] = {{1, "KeyCOM001", "COM1"}, {10, "KeyCOM010", "COM10"}, {255, "KeyCOM255", "COM255"}};
+    for (const PortCase &c : Cases) {
+        EXPECT_EQ(PortKey(c.port), c.key);
+        EXPECT_EQ(PortText(c.port), c.text);
+        EXPECT_EQ(PortOfPortKey(c.key), c.port);
+    }
+}
+
+TEST(NodeKey, OfAModule)
+{
+    const NodeKey key("_1003!!0A7252");
+    EXPECT_EQ(key.text(), "_1003!!0A7252");
+    EXPECT_FALSE(key.isInit());
+    EXPECT_TRUE(key.checksum());
+    EXPECT_EQ(key.portDigits(), "003");
+    EXPECT_EQ(key.port(), 3);
+    EXPECT_EQ(key.address(), "0A");
+    EXPECT_EQ(key.busAddress(), "0A");
+    EXPECT_EQ(key.model(), "7252");
+    EXPECT_FALSE(key.hasSlot());
+    EXPECT_FALSE(key.hasChannel());
+    EXPECT_TRUE(key.isModule());
+    EXPECT_FALSE(key.isSlot());
+    EXPECT_FALSE(key.isChannel());
+}
+
+TEST(NodeKey, OfASlot)
+{
+    const NodeKey key("_10031!0A3923");
+    EXPECT_EQ(key.slot(), '1');
+    EXPECT_EQ(key.channel(), '!');
+    EXPECT_EQ(key.model(), "3923");
+    EXPECT_TRUE(key.hasSlot());
+    EXPECT_FALSE(key.hasChannel());
+    EXPECT_FALSE(key.isModule());
+    EXPECT_TRUE(key.isSlot());
+    EXPECT_FALSE(key.isChannel());
+}
+
+TEST(NodeKey, OfAChannel)
+{
+    const NodeKey key("_1003170A3923");
+    EXPECT_EQ(key.slot(), '1');
+    EXPECT_EQ(key.channel(), '7');
+    EXPECT_EQ(key.address(), "0A");
+    EXPECT_TRUE(key.hasSlot());
+    EXPECT_TRUE(key.hasChannel());
+    EXPECT_FALSE(key.isModule());
+    EXPECT_FALSE(key.isSlot());
+    EXPECT_TRUE(key.isChannel());
+}
+
+TEST(NodeKey, InInitStateIsAddressedAs00WithoutChecksum)
+{
+    const NodeKey key("*1003!!057252");
+    EXPECT_TRUE(key.isInit());
+    EXPECT_FALSE(key.checksum()) << "whatever the record says";
+    EXPECT_EQ(key.address(), "05");
+    EXPECT_EQ(key.busAddress(), "00");
+}
+
+TEST(NodeKey, PortIsReadFromThreeDigits)
+{
+    EXPECT_EQ(NodeKey("_0010!!0A7252").port(), 10);
+    EXPECT_EQ(NodeKey("_0255!!0A7252").port(), 255);
+    EXPECT_FALSE(NodeKey("_0010!!0A7252").checksum());
+}
+
+TEST(NodeKey, CutsOfAShortTextAreEmpty)
+{
+    const NodeKey key("");
+    EXPECT_EQ(key.model(), "");
+    EXPECT_EQ(key.address(), "");
+    EXPECT_EQ(key.port(), 0);
+    EXPECT_FALSE(key.isModule());
+    EXPECT_FALSE(key.isSlot());
+    EXPECT_FALSE(key.isChannel());
+}
+
+TEST(NodeKey, ComparesByItsText)
+{
+    EXPECT_EQ(NodeKey("_1003!!0A7252"), NodeKey("_1003!!0A7252"));
+    EXPECT_NE(NodeKey("_1003!!0A7252"), NodeKey("_0003!!0A7252"));
+}
+
+TEST(NodeKeys, AreMadeFromReplies)
+{
+    EXPECT_EQ(ModuleKey(false, '1', "003", "!0A7252"), "_1003!!0A7252");
+    EXPECT_EQ(ModuleKey(true, '0', "001", "!057252"), "*0001!!057252");
+    EXPECT_EQ(ModuleKey(false, '0', "010", "!057221P"), "_0010!!057221P");
+    EXPECT_EQ(SlotKey("_1003!!0A3900", '1', "3923"), "_10031!0A3923");
+    EXPECT_EQ(SlotKey("*1003!!003900", '7', "3923H"), "*10037!003923H");
+    EXPECT_EQ(ChannelKey("_10031!0A3923", '7'), "_1003170A3923");
+}
+
+TEST(ModuleNodeText, HasItsFourForms)
+{
+    EXPECT_EQ(ModuleNodeText(false, "0A", "7252"), "(0A) 7252");
+    EXPECT_EQ(ModuleNodeText(true, "05", "7252"), "(* ) 7252");
+    EXPECT_EQ(ModuleNodeText(false, "00", "7252"), "(00) 7252");
+    EXPECT_EQ(ModuleNodeText(false, "00", "3900", true), "(00 ) 3900");
+    EXPECT_EQ(ModuleNodeText(true, "00", "3900", true), "(* ) 3900") << "INIT state goes first";
+    EXPECT_EQ(ModuleNodeText(false, "05", "7221+"), "(05) 7221+");
+}
+
+} // namespace
