@@ -84,6 +84,7 @@ FormMain::FormMain(const Host &host)
             NodeLeftClick = false;
     });
     connect(TreeView1, &TreeView::NodeClick, this, [this](const QString &key) {
+        Nodes.Select(FromQString(key));
         TreeView1_NodeClick(FromQString(key));
     });
 }

@@ -87,6 +87,7 @@ void TreeNodes::Remove(const std::string &key)
     Forget(item, keys);
     Drop(keys);
     delete item;
+    ReselectIfGone();
 }
 
 void TreeNodes::RemoveChildren(const std::string &key)
@@ -100,6 +101,14 @@ void TreeNodes::RemoveChildren(const std::string &key)
         Forget(child, keys);
     Drop(keys);
     qDeleteAll(children);
+    ReselectIfGone();
+}
+
+/// The view moves on by itself when its current item goes.
+void TreeNodes::ReselectIfGone()
+{
+    if (!Contains(selected_))
+        selected_ = KeyOf(view_.currentItem());
 }
 
 void TreeNodes::Rename(const std::string &key, const std::string &newKey)
@@ -111,6 +120,8 @@ void TreeNodes::Rename(const std::string &key, const std::string &newKey)
     items_.insert(ToQString(newKey), item);
     item->setData(0, Qt::UserRole, ToQString(newKey));
     std::replace(order_.begin(), order_.end(), key, newKey);
+    if (selected_ == key)
+        selected_ = newKey;
 }
 
 std::string TreeNodes::KeyAt(int index) const
@@ -184,15 +195,12 @@ void TreeNodes::SetExpanded(const std::string &key, bool expanded)
         view_.SetExpandedSilently(item, expanded);
 }
 
-std::string TreeNodes::Selected() const
-{
-    return KeyOf(view_.currentItem());
-}
-
 void TreeNodes::Select(const std::string &key)
 {
-    if (QTreeWidgetItem *item = Find(key))
+    if (QTreeWidgetItem *item = Find(key)) {
+        selected_ = key;
         view_.SelectSilently(item);
+    }
 }
 
 } // namespace vorn

@@ -52,8 +52,9 @@ public:
     /// Folds or unfolds without any handler.
     void SetExpanded(const std::string &key, bool expanded);
 
-    /// Key of the selected node, empty for none.
-    std::string Selected() const;
+    /// Key of the selected node, empty for none. It follows the view when the click's handler begins, not when the mouse
+    /// button goes down: in between, the refresh still belongs to the node that was selected before.
+    std::string Selected() const { return selected_; }
     /// Selects a node without any handler; an unknown key changes nothing.
     void Select(const std::string &key);
 
@@ -62,11 +63,13 @@ private:
     QIcon Icon(std::string_view image, std::string_view selectedImage);
     void Forget(QTreeWidgetItem *item, std::vector<std::string> &keys);
     void Drop(const std::vector<std::string> &keys);
+    void ReselectIfGone();
 
     TreeView &view_;
     QHash<QString, QTreeWidgetItem *> items_;
     QHash<QString, QIcon> icons_;
     std::vector<std::string> order_;
+    std::string selected_;
 };
 
 } // namespace vorn

@@ -27,6 +27,8 @@ void WaitForEvents(int milliseconds)
 void KeepWindowAlive()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    // Behind a held back key or click the dispatcher doesn't come to the posted events by itself.
+    QCoreApplication::sendPostedEvents();
 }
 
 void Queue(QObject *context, std::function<void()> handler)

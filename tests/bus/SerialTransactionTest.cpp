@@ -285,8 +285,9 @@ TEST_F(TransTest, ADeviceThatVanishesInTheMiddleIsSilence)
     });
     Operate([&](Operator &op) {
         op.Gui([&] { main().ReplyText = "before"; });
-        EXPECT_EQ(Trans(op, "$012"), "before");
-        EXPECT_FALSE(op.Gui([&] { return main().TransBusy; }));
+        const std::string reply = Trans(op, "$012");
+        EXPECT_TRUE(reply.empty() || reply == "before") << "as the two characters were lost with the device or not";
+        EXPECT_FALSE(op.Gui([&] { return main().TransBusy || main().MSComm1.PortOpen(); }));
         std::filesystem::remove(ports.Link(3));
     });
 }

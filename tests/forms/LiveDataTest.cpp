@@ -443,7 +443,7 @@ TEST(LiveDataOfAFaultyModule, EveryFaultLeavesAnUnharmedProgram)
             op.WaitFor([&] { return simulator.Commands(3).size() > 15; }, fault);
             run.Choose(op, "KeyPC");
             EXPECT_TRUE(op.Gui([&] { return run.Shown("LabPC"); })) << fault;
-            EXPECT_FALSE(op.Gui([&] { return run.main().TransBusy; })) << fault;
+            op.WaitFor([&] { return !run.main().TransBusy && !run.main().NoYield; }, "the end of the refresh");
         });
     }
 }

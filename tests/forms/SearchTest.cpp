@@ -508,7 +508,7 @@ TEST(SearchOfARack, FindsEachModuleOnceWhateverItsChecksumState)
                                                "module 7209 address=03 family=no\n"
                                                "module 7221P address=04\n"
                                                "module 7216 address=05 checksum=yes family=no\n"
-                                               "module 7231 address=06 speed=19200\n"
+                                               "module 7231 address=06 baud=19200\n"
                                                "module 3900E address=FF checksum=yes slots=3923,-,3962\n"),
                             run.ports.Path());
     rack.Start();

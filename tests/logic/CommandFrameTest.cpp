@@ -73,9 +73,9 @@ struct BaudCase {
 TEST(BaudTable, HasItsEightRows)
 {
     constexpr BaudCase Rows[] = {
-        {"1200  bps", "03", "1200"},     {"2400  bps", "04", "2400"},     {"4800  bps", "05", "4800"},
-        {"9600  bps", "06", "9600"},     {" 19.2  kbps", "07", "19200"},  {" 38.4  kbps", "08", "38400"},
-        {" 57.6  kbps", "09", "57600"},  {"115.2 kbps", "0A", "115200"},
+        {"1200  bps", "03", "1200"},    {"2400  bps", "04", "2400"},    {"4800  bps", "05", "4800"},
+        {"9600  bps", "06", "9600"},    {" 19.2  kbps", "07", "19200"}, {" 38.4  kbps", "08", "38400"},
+        {" 57.6  kbps", "09", "57600"}, {"115.2 kbps", "0A", "115200"},
     };
     ASSERT_EQ(BaudRows.size(), std::size(Rows));
     for (int i = 0; i < 8; ++i) {
@@ -128,7 +128,6 @@ TEST(ReduceModelReply, DropsModelsOfOtherFamilies)
     EXPECT_EQ(ReduceModelReply("!", true).model, "");
     EXPECT_EQ(ReduceModelReply("", true).model, "");
 }
-
 
 TEST(ReduceModelReply, FindsTheFamilyWordAnywhereYetCutsAtEight)
 {

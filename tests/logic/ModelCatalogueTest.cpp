@@ -75,7 +75,8 @@ TEST(ModelCatalogue, RenamesThePlusModelsOnly)
 
 TEST(ModelCatalogue, RejectsEverythingElse)
 {
-    for (const char *name : {"7290", "", "3900E", "7203d", "7221+", "7224+", "720", "72033", " 7203", "VORN7203", "3926"}) {
+    for (const char *name :
+         {"7290", "", "3900E", "7203d", "7221+", "7224+", "720", "72033", " 7203", "VORN7203", "3926"}) {
         std::string model = name;
         EXPECT_FALSE(AcceptModel(model)) << name;
         EXPECT_EQ(model, name) << "left to the caller";
@@ -111,7 +112,8 @@ constexpr SlotCase Slots[] = {
     {"42", "3942", "3942", 0, "VORN-3942", "16-channel universal digital I/O module"},
     {"44", "3944", "3944/D", 0, "VORN-3944/D", "16-channel digital input module"},
     {"46", "3946", "3946", 0, "VORN-3946", "8-channel isolated digital input module"},
-    {"48", "3948", "3948", 0, "VORN-3948S", "8-channel isolated digital input&8-channel isolated output  module"},
+    {"48", "3948", "3948", 0, "VORN-3948S",
+     "8-channel isolated digital input&8-channel isolated output  module"},
     {"51", "3951", "3951/D", 0, "VORN-3951/D", "16-channel digital output module"},
     {"53", "3953", "3953", 0, "VORN-3953", "Relay output module"},
     {"57", "3957", "3957", 0, "VORN-3957", "Relay output module"},
@@ -166,8 +168,9 @@ std::size_t CountOf(const std::string &text, std::string_view part)
 TEST(LabPC, BeginsWithVersionAndPlatforms)
 {
     const std::vector<std::string> lines = LabPCLines();
-    const std::vector<std::string> head{"Version 1.50",           "", "   for Windows 95/98/NT4.0/2000/XP", "",
-                                        "   Support VORN Module", "", "   VORN-7000 Series"};
+    const std::vector<std::string> head{
+        "Version 1.50",       "", "   for Windows 95/98/NT4.0/2000/XP", "", "   Support VORN Module", "",
+        "   VORN-7000 Series"};
     ASSERT_GT(lines.size(), head.size());
     EXPECT_TRUE(std::equal(head.begin(), head.end(), lines.begin()));
     EXPECT_EQ(lines.back(), "");

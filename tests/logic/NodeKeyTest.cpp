@@ -16,7 +16,8 @@ struct PortCase {
 TEST(PortKey, HasThreeDigitsAndTheTextHasNone)
 {
     EXPECT_EQ(KeyPC, "KeyPC");
-    constexpr PortCase Cases[] = {{1, "KeyCOM001", "COM1"}, {10, "KeyCOM010", "COM10"}, {255, "KeyCOM255", "COM255"}};
+    constexpr PortCase Cases[] = {
+        {1, "KeyCOM001", "COM1"}, {10, "KeyCOM010", "COM10"}, {255, "KeyCOM255", "COM255"}};
     for (const PortCase &c : Cases) {
         EXPECT_EQ(PortKey(c.port), c.key);
         EXPECT_EQ(PortText(c.port), c.text);

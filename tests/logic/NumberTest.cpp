@@ -31,11 +31,35 @@ struct ValueCase {
 TEST(Val, ReadsTheNumberThatATextBeginsWith)
 {
     constexpr ValueCase Cases[] = {
-        {"12", 12},       {"  12", 12},   {"+5", 5},      {"-12.25", -12.25}, {".5", 0.5},   {"-.5", -0.5}, {"5.", 5},
-        {"007", 7},       {"12 ", 12},    {"12abc", 12},  {"1.2.3", 1.2},     {"10!0A7252", 10}, {"001!!", 1},
-        {"1e3", 1},       {"1,000", 1},   {"--5", 0},     {"+-5", 0},         {"- 5", 0},    {"abc", 0},    {"", 0},
-        {" ", 0},         {".", 0},       {"+", 0},       {"&HFF", 0},        {"inf", 0},    {"nan", 0},
-        {"+001.00", 1},   {"\t5", 0},     {"4294967296", 4294967296.0},
+        {"12", 12},
+        {"  12", 12},
+        {"+5", 5},
+        {"-12.25", -12.25},
+        {".5", 0.5},
+        {"-.5", -0.5},
+        {"5.", 5},
+        {"007", 7},
+        {"12 ", 12},
+        {"12abc", 12},
+        {"1.2.3", 1.2},
+        {"10!0A7252", 10},
+        {"001!!", 1},
+        {"1e3", 1},
+        {"1,000", 1},
+        {"--5", 0},
+        {"+-5", 0},
+        {"- 5", 0},
+        {"abc", 0},
+        {"", 0},
+        {" ", 0},
+        {".", 0},
+        {"+", 0},
+        {"&HFF", 0},
+        {"inf", 0},
+        {"nan", 0},
+        {"+001.00", 1},
+        {"\t5", 0},
+        {"4294967296", 4294967296.0},
     };
     for (const ValueCase &c : Cases)
         EXPECT_EQ(Val(c.text), c.value) << "'" << c.text << "'";
@@ -66,9 +90,9 @@ struct IntegerCase {
 
 TEST(StrictReads, RoundHalvesToEven)
 {
-    constexpr IntegerCase Cases[] = {{"80", 80},    {" 80 ", 80}, {"0.5", 0},  {"1.5", 2},  {"2.5", 2}, {"3.5", 4},
-                                     {"-0.5", 0},   {"-1.5", -2}, {"-2.5", -2}, {"2.4999", 2}, {"2.5001", 3},
-                                     {"+7", 7},     {".6", 1}};
+    constexpr IntegerCase Cases[] = {{"80", 80},    {" 80 ", 80}, {"0.5", 0},   {"1.5", 2},   {"2.5", 2},
+                                     {"3.5", 4},    {"-0.5", 0},  {"-1.5", -2}, {"-2.5", -2}, {"2.4999", 2},
+                                     {"2.5001", 3}, {"+7", 7},    {".6", 1}};
     for (const IntegerCase &c : Cases) {
         EXPECT_EQ(CLng(c.text), c.value) << c.text;
         EXPECT_EQ(CInt(c.text), c.value) << c.text;
@@ -77,7 +101,8 @@ TEST(StrictReads, RoundHalvesToEven)
 
 TEST(StrictReads, RefuseATextThatIsNoNumberAsAWhole)
 {
-    for (const char *text : {"", " ", "abc", "12abc", "1 2", "1.2.3", "--1", "+", ".", "1e3", "0x10", "&HFF", "1,5"}) {
+    for (const char *text :
+         {"", " ", "abc", "12abc", "1 2", "1.2.3", "--1", "+", ".", "1e3", "0x10", "&HFF", "1,5"}) {
         EXPECT_EQ(ErrorOf([&] { CLng(text); }), RuntimeErrorNumber::TypeMismatch) << "'" << text << "'";
         EXPECT_EQ(ErrorOf([&] { CInt(text); }), RuntimeErrorNumber::TypeMismatch) << "'" << text << "'";
         EXPECT_EQ(ErrorOf([&] { CDbl(text); }), RuntimeErrorNumber::TypeMismatch) << "'" << text << "'";

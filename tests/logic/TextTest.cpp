@@ -55,7 +55,8 @@ TEST(Text, DigitsOfEitherBase)
     for (int c = 0; c < 256; ++c) {
         const char character = static_cast<char>(c);
         EXPECT_EQ(IsDigit(character), std::string("0123456789").find(character) != std::string::npos) << c;
-        EXPECT_EQ(IsHexDigit(character), std::string("0123456789ABCDEFabcdef").find(character) != std::string::npos)
+        EXPECT_EQ(IsHexDigit(character),
+                  std::string("0123456789ABCDEFabcdef").find(character) != std::string::npos)
             << c;
         EXPECT_EQ(IsSign(character), character == '+' || character == '-') << c;
     }

@@ -7,7 +7,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QGroupBox>
+#include <QTreeWidgetItemIterator>
 
 ProgramRun::ProgramRun(int platformId) : platformId_(platformId) {}
 
@@ -68,8 +68,11 @@ bool ProgramRun::Shown(const char *name)
 
 void ProgramRun::LeftClick(const std::string &key)
 {
-    main().Nodes.Select(key);
-    main().NodeLeftClick = true;
+    // As the mouse does it: the view moves at once, the program follows when the click is handled.
+    for (QTreeWidgetItemIterator item(main().TreeView1); *item; ++item) {
+        if ((*item)->data(0, Qt::UserRole).toString() == vorn::ToQString(key))
+            main().TreeView1->SelectSilently(*item);
+    }
     Q_EMIT main().TreeView1->MouseDown(Qt::LeftButton);
     QMetaObject::invokeMethod(
         main().TreeView1, [this, key] { Q_EMIT main().TreeView1->NodeClick(vorn::ToQString(key)); }, Qt::QueuedConnection);

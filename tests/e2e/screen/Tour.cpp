@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <iostream>
 #include <sstream>
-#include <stdexcept>
 
 struct TourStop {
     enum class Kind { Module, Slot, Channel };

@@ -8,6 +8,9 @@
 
 #include <filesystem>
 #include <functional>
+#include <future>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 
@@ -34,13 +37,18 @@ public:
     void Walk();
 
 private:
+    /// Looks at something on the window's thread.
     template <class Look>
     auto Gui(Look look) const
     {
-        std::invoke_result_t<Look> result{};
+        using Result = std::invoke_result_t<Look>;
+        const auto result = std::make_shared<std::promise<Result>>();
         QMetaObject::invokeMethod(
-            qApp, [&result, &look] { result = look(); }, Qt::BlockingQueuedConnection);
-        return result;
+            qApp, [result, &look] { result->set_value(look()); }, Qt::QueuedConnection);
+        std::future<Result> future = result->get_future();
+        if (future.wait_for(Desktop::Patience) != std::future_status::ready)
+            throw std::runtime_error("the window stands still");
+        return future.get();
     }
 
     void Await(const std::function<bool()> &condition, const std::string &what) const;
