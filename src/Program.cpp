@@ -1,8 +1,8 @@
 #include "Program.h"
 
 #include "core/Controls.h"
-#include "core/frmAbout.h"
 #include "core/Text.h"
+#include "core/frmAbout.h"
 #include "discovery/ModelCatalogue.h"
 #include "platform/Dialogs.h"
 #include "platform/SerialPorts.h"
@@ -47,7 +47,9 @@ void InitResources()
 Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main), ModulePageLoad(Main, Pages),
       LiveData(Main, Pages, ModulePageLoad), Consoles(Main),
-      PageSelection(Main, Pages, ModulePageLoad, LiveData, Consoles)
+      PageSelection(Main, Pages, ModulePageLoad, LiveData, Consoles), SettingsUpdate(Main, Pages),
+      DirectOutputs(Main, Pages, ModulePageLoad), AnalogAlarm(Main, Pages),
+      CounterPage(Main, Pages, ModulePageLoad), LinearMappingUpdate(Main, Pages)
 {
     AttachMenus();
     Main.HelpPageOfPage = [this] { return HelpPage(Main); };
@@ -86,7 +88,8 @@ void Program::ProbePorts()
         if (!Main.checkcomm(port))
             continue;
         Main.PortBaudList.push_back("3" + std::to_string(port));
-        Main.Nodes.Add(std::string(KeyPC), PortKey(port), PortText(port), PortImage.normal, PortImage.selected);
+        Main.Nodes.Add(std::string(KeyPC), PortKey(port), PortText(port), PortImage.normal,
+                       PortImage.selected);
     }
 }
 

@@ -4,10 +4,15 @@
 #include "core/FormMain.h"
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
+#include "settings/AnalogAlarm.h"
+#include "settings/CounterPage.h"
+#include "settings/LinearMappingUpdate.h"
+#include "workspace/DirectOutputs.h"
 #include "workspace/LiveData.h"
 #include "workspace/ModulePageLoad.h"
 #include "workspace/PageSelection.h"
 #include "workspace/Pages.h"
+#include "workspace/SettingsUpdate.h"
 
 namespace vorn
 {
@@ -21,8 +26,8 @@ class Program final
 public:
     explicit Program(const Host &host);
 
-    /// The start of the program: finds the ports and puts up the first port's page. False if the machine has no port,
-    /// told to the operator; then the program is to end.
+    /// The start of the program: finds the ports and puts up the first port's page. False if the machine has
+    /// no port, told to the operator; then the program is to end.
     bool Load();
 
     FormMain Main;
@@ -33,6 +38,11 @@ public:
     class LiveData LiveData;
     class Consoles Consoles;
     class PageSelection PageSelection;
+    class SettingsUpdate SettingsUpdate;
+    class DirectOutputs DirectOutputs;
+    class AnalogAlarm AnalogAlarm;
+    class CounterPage CounterPage;
+    class LinearMappingUpdate LinearMappingUpdate;
 
 private:
     void AttachMenus();

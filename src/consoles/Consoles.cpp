@@ -22,7 +22,8 @@ void Consoles::Show(const std::string &model, const std::string &consoleBaud)
 
     auto *layout = new QVBoxLayout(&console);
     layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
-    layout->addWidget(new QLabel(QStringLiteral("The console of this model is not available yet."), &console));
+    layout->addWidget(
+        new QLabel(QStringLiteral("The console of this model is not available yet."), &console));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, &console);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &console, &QDialog::reject);
     layout->addWidget(buttons);

@@ -13,8 +13,8 @@ class Consoles final
 public:
     explicit Consoles(FormMain &main) : main_(main) {}
 
-    /// Shows the console of a model ("7254" is `Form7254`) and waits until it closes. `consoleBaud` is the line speed as
-    /// digits, empty if none is chosen.
+    /// Shows the console of a model ("7254" is `Form7254`) and waits until it closes. `consoleBaud` is the
+    /// line speed as digits, empty if none is chosen.
     void Show(const std::string &model, const std::string &consoleBaud);
 
 private:

@@ -15,7 +15,7 @@ namespace vorn
 /// One rhythm for all pages, in pixels at 96 dpi.
 namespace Rhythm
 {
-constexpr int Margin = 12;       ///< around the contents of a frame
+constexpr int Margin = 12; ///< around the contents of a frame
 constexpr int BetweenFrames = 12;
 constexpr int BetweenRows = 6;
 constexpr int LabelToField = 8;

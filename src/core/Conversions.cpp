@@ -67,7 +67,8 @@ void FillAroundPoint(std::string &text, std::size_t integerDigits)
 {
     const std::size_t point = text.find('.');
     if (point == std::string::npos) {
-        text = PadLeft(std::move(text), text.empty() ? 0 : integerDigits, '0') + '.';
+        const std::size_t width = text.empty() ? 0 : integerDigits;
+        text = PadLeft(std::move(text), width, '0') + '.';
     } else if (point < integerDigits) {
         text.insert(0, integerDigits - point, '0');
     }

@@ -120,7 +120,8 @@ void FormMain::BuildMenus()
     Terminal = AddAction(Tools, "Terminal", "&Terminal", "terminal");
     Data_Scope = AddAction(Tools, "Data_Scope", "&Data Scope", "scope");
     Tools->addSeparator();
-    VORNLoadSet = AddAction(Tools, "VORNLoadSet", "&Download configuration file to set environment", "loadset");
+    VORNLoadSet =
+        AddAction(Tools, "VORNLoadSet", "&Download configuration file to set environment", "loadset");
     VORNSaveSet = AddAction(Tools, "VORNSaveSet", "&Save configuration file", "saveset");
 
     Help = addMenu("Help", "&Help");
@@ -136,7 +137,8 @@ void FormMain::BuildMenus()
     CData_Scope = AddAction(COM, "CData_Scope", "Data Scope", "scope");
 
     VORNModule = Named(new QMenu(this), "VORNModule");
-    AVORNLoadSet = AddAction(VORNModule, "AVORNLoadSet", "Download configuration file to set environment", "loadset");
+    AVORNLoadSet =
+        AddAction(VORNModule, "AVORNLoadSet", "Download configuration file to set environment", "loadset");
     AVORNSaveSet = AddAction(VORNModule, "AVORNSaveSet", "Save configuration file", "saveset");
 }
 
@@ -179,7 +181,8 @@ void FormMain::BuildPanes()
     Frame1 = Named(new QGroupBox, "Frame1", QStringLiteral("Page"));
     auto *pages = new QWidget;
     pageLayout_ = new QVBoxLayout(pages);
-    pageLayout_->setContentsMargins(Rhythm::Margin / 2, Rhythm::Margin / 2, Rhythm::Margin / 2, Rhythm::Margin);
+    pageLayout_->setContentsMargins(Rhythm::Margin / 2, Rhythm::Margin / 2, Rhythm::Margin / 2,
+                                    Rhythm::Margin);
     pageLayout_->setSpacing(Rhythm::BetweenFrames);
     auto *scroll = Named(new QScrollArea(Frame1), "PageScroll");
     scroll->setFrameShape(QFrame::NoFrame);

@@ -41,8 +41,9 @@ struct Host {
     int platformId = PlatformNT;
 };
 
-/// The one main window: tree, module list, page frame, menus, toolbar, status bar, the public state that all handlers
-/// share, and the one serial transaction. What the menus do and what the pages hold is attached from outside.
+/// The one main window: tree, module list, page frame, menus, toolbar, status bar, the public state that all
+/// handlers share, and the one serial transaction. What the menus do and what the pages hold is attached from
+/// outside.
 class FormMain final : public QMainWindow
 {
     Q_OBJECT
@@ -53,9 +54,10 @@ public:
 
     // The bus.
 
-    /// One transaction: opens the selected port, sends `cmd` (with its checksum appended to it, if asked for), waits for
-    /// a reply line and closes the port. The reply is left in `ReplyText`, empty if nothing came; a reply that lost its
-    /// carriage return leaves the reply before in place. A call inside a running transaction does nothing.
+    /// One transaction: opens the selected port, sends `cmd` (with its checksum appended to it, if asked
+    /// for), waits for a reply line and closes the port. The reply is left in `ReplyText`, empty if nothing
+    /// came; a reply that lost its carriage return leaves the reply before in place. A call inside a running
+    /// transaction does nothing.
     void trans(std::string &cmd, bool checksum);
     void trans(std::string &&cmd, bool checksum) { trans(cmd, checksum); }
 
@@ -73,18 +75,19 @@ public:
     bool PauseRefresh = false;  ///< the live refresh is to end
     bool OutputEditing = false; ///< the operator works on an output entry; the refresh leaves it alone
 
-    /// What a handler begins with that uses the bus for its own ends: holds the refresh, also the one that `Timer1`
-    /// would start in one of the handler's yields. The reload at the handler's end lets it go on.
+    /// What a handler begins with that uses the bus for its own ends: holds the refresh, also the one that
+    /// `Timer1` would start in one of the handler's yields. The reload at the handler's end lets it go on.
     void HoldRefresh();
 
-    /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number ("32" is COM2 at
-    /// position 3). A search writes the entry of its port.
+    /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number
+    /// ("32" is COM2 at position 3). A search writes the entry of its port.
     std::vector<std::string> PortBaudList;
     void SetPortBaud(int port, int baudIndex);
 
     // The selection.
 
-    /// Chooses a node: loads its page if `NodeLeftClick`, else opens its menu. Returns when the page's refresh has ended.
+    /// Chooses a node: loads its page if `NodeLeftClick`, else opens its menu. Returns when the page's
+    /// refresh has ended.
     void TreeView1_NodeClick(const std::string &key);
     /// What `TreeView1_NodeClick` runs; the pages attach themselves here.
     void OnNodeClick(std::function<void(const std::string &key)> handler) { nodeClick_ = std::move(handler); }
@@ -92,34 +95,34 @@ public:
     /// Key of the page on show.
     NodeKey PageNode() const;
 
-    bool NodeLeftClick = false;   ///< a node click loads the page (left) instead of opening a menu (right)
-    int LastNodeIndex = 0;        ///< place in `Nodes` of the node whose page is shown
-    int SelectedPort = 0;         ///< port of the selection
-    std::string SelectedNodeKey;  ///< node handed to a console
+    bool NodeLeftClick = false;  ///< a node click loads the page (left) instead of opening a menu (right)
+    int LastNodeIndex = 0;       ///< place in `Nodes` of the node whose page is shown
+    int SelectedPort = 0;        ///< port of the selection
+    std::string SelectedNodeKey; ///< node handed to a console
     std::string OutputFormatCode = "00"; ///< data format digit and range digit of the open analog output page
 
-    std::array<bool, 256> ScopeOnPort{};                ///< a data scope is open on that port
-    std::array<QPointer<QWidget>, 256> ScopeForm{};     ///< that window
-    bool TerminalStop = false;                          ///< the terminal's send loop is to end
-    bool TerminalOwnsPort = false;                      ///< the running transaction is the terminal's
-    QPointer<QWidget> FormFull_Screen;                  ///< the terminal
-    QPointer<QWidget> FormScan;                         ///< progress window of a long handler
+    std::array<bool, 256> ScopeOnPort{};            ///< a data scope is open on that port
+    std::array<QPointer<QWidget>, 256> ScopeForm{}; ///< that window
+    bool TerminalStop = false;                      ///< the terminal's send loop is to end
+    bool TerminalOwnsPort = false;                  ///< the running transaction is the terminal's
+    QPointer<QWidget> FormFull_Screen;              ///< the terminal
+    QPointer<QWidget> FormScan;                     ///< progress window of a long handler
 
     // The window.
 
     TreeView *TreeView1;
     TreeNodes Nodes;
     QTreeWidget *ListView1;
-    QGroupBox *Frame1;   ///< the page of the selected node; its tag is that node's key
+    QGroupBox *Frame1; ///< the page of the selected node; its tag is that node's key
     QSplitter *LabMove;
-    QTimer Timer1;       ///< one-shot that restarts the refresh after a click
+    QTimer Timer1; ///< one-shot that restarts the refresh after a click
     MSComm MSComm1;
     const Clock &Time;
     int PlatformId;
 
     // Fields of the port page, read at each transaction.
-    QPointer<QLineEdit> TextTimeOut;   ///< milliseconds
-    QPointer<QLineEdit> TextPretix;    ///< sent in front of each command
+    QPointer<QLineEdit> TextTimeOut; ///< milliseconds
+    QPointer<QLineEdit> TextPretix;  ///< sent in front of each command
     QPointer<QComboBox> CmbPBaudrate;
 
     // Menu entries, by control name.
@@ -132,13 +135,13 @@ public:
     QAction *VORNHelp, *VORNabout;
 
     // Toolbar; button i counts from 1, separators included.
-    static constexpr int SaveFileButton = 1, SearchButton = 3, TerminalButton = 4, ScopeButton = 5, SaveSetButton = 7,
-                         LoadSetButton = 8, HelpButton = 10;
+    static constexpr int SaveFileButton = 1, SearchButton = 3, TerminalButton = 4, ScopeButton = 5,
+                         SaveSetButton = 7, LoadSetButton = 8, HelpButton = 10;
     QToolBar *Toolbar1;
     QAction *ToolButton(int index) const;
 
-    /// Attaches one handler to entries of menus and toolbar. It is entered from the event loop; an entry of a context menu
-    /// only by `RunAction`, while the node that the menu belongs to is still selected.
+    /// Attaches one handler to entries of menus and toolbar. It is entered from the event loop; an entry of a
+    /// context menu only by `RunAction`, while the node that the menu belongs to is still selected.
     void OnAction(std::initializer_list<QAction *> entries, const std::function<void()> &handler);
     void RunAction(QAction *entry);
 

@@ -35,7 +35,9 @@ void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum)
 {
     const double start = main.Time.Timer();
     do {
-        if (!main.NoYield)
+        if (main.NoYield)
+            KeepWindowAlive();
+        else
             DoEvents();
         if (ElapsedSeconds(main.Time, start) > ReadySeconds)
             return;

@@ -13,7 +13,10 @@ namespace
 class FocusSelector final : public QObject
 {
 public:
-    explicit FocusSelector(QLineEdit *field) : QObject(field), field_(field) { field->installEventFilter(this); }
+    explicit FocusSelector(QLineEdit *field) : QObject(field), field_(field)
+    {
+        field->installEventFilter(this);
+    }
 
     bool eventFilter(QObject *, QEvent *event) override
     {

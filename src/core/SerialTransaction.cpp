@@ -75,9 +75,9 @@ void FormMain::Transact(std::string &cmd, bool checksum)
     AwaitReply(timeOut);
 }
 
-/// Collects the reply up to its carriage return, with a time-out of its own. Without one, `ReplyText` stays as it was.
-/// Text behind a carriage return inside the last piece doubles that piece's head: handlers rely on positions from the
-/// front, and nothing else cuts the reply.
+/// Collects the reply up to its carriage return, with a time-out of its own. Without one, `ReplyText` stays
+/// as it was. Text behind a carriage return inside the last piece doubles that piece's head: handlers rely on
+/// positions from the front, and nothing else cuts the reply.
 void FormMain::AwaitReply(std::int64_t timeOut)
 {
     std::string collected;
@@ -103,8 +103,8 @@ void FormMain::AwaitReply(std::int64_t timeOut)
     }
 }
 
-/// Waits for the line, at most `time` milliseconds. A wait that may not yield and lasts keeps the window painted and closable
-/// all the same.
+/// Waits for the line, at most `time` milliseconds. A wait that may not yield and lasts keeps the window
+/// painted and closable all the same.
 void FormMain::WaitForLine(std::int64_t time, bool yield)
 {
     using std::chrono::milliseconds;

@@ -15,17 +15,18 @@ namespace vorn
 
 class TreeView;
 
-/// The nodes of the device tree, found by key or, counted from 1, by the order in which they were added. Keys and not
-/// pointers are what handlers keep across a yield: a key that has gone is simply not found.
+/// The nodes of the device tree, found by key or, counted from 1, by the order in which they were added. Keys
+/// and not pointers are what handlers keep across a yield: a key that has gone is simply not found.
 class TreeNodes final
 {
 public:
     explicit TreeNodes(TreeView &view) : view_(view) {}
 
-    /// Adds a node behind its siblings, or in front of the sibling `before`. A key that exists already is not added
-    /// twice; then, and without a parent of that key, the result is false. The root has an empty parent key.
-    bool Add(const std::string &parentKey, const std::string &key, std::string_view text, std::string_view image,
-             std::string_view selectedImage, const std::string &before = {});
+    /// Adds a node behind its siblings, or in front of the sibling `before`. A key that exists already is not
+    /// added twice; then, and without a parent of that key, the result is false. The root has an empty parent
+    /// key.
+    bool Add(const std::string &parentKey, const std::string &key, std::string_view text,
+             std::string_view image, std::string_view selectedImage, const std::string &before = {});
     /// Removes a node and all below it.
     void Remove(const std::string &key);
     /// Removes all below a node.
@@ -52,8 +53,9 @@ public:
     /// Folds or unfolds without any handler.
     void SetExpanded(const std::string &key, bool expanded);
 
-    /// Key of the selected node, empty for none. It follows the view when the click's handler begins, not when the mouse
-    /// button goes down: in between, the refresh still belongs to the node that was selected before.
+    /// Key of the selected node, empty for none. It follows the view when the click's handler begins, not
+    /// when the mouse button goes down: in between, the refresh still belongs to the node that was selected
+    /// before.
     std::string Selected() const { return selected_; }
     /// Selects a node without any handler; an unknown key changes nothing.
     void Select(const std::string &key);

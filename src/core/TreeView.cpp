@@ -67,7 +67,8 @@ void TreeView::keyPressEvent(QKeyEvent *event)
 
 void TreeView::contextMenuEvent(QContextMenuEvent *event)
 {
-    QTreeWidgetItem *item = event->reason() == QContextMenuEvent::Mouse ? itemAt(event->pos()) : currentItem();
+    QTreeWidgetItem *item =
+        event->reason() == QContextMenuEvent::Mouse ? itemAt(event->pos()) : currentItem();
     event->accept();
     if (!item)
         return;

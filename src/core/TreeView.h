@@ -5,8 +5,8 @@
 namespace vorn
 {
 
-/// The device tree's view. It turns mouse, keyboard and menu key into the few events that the program handles, and raises
-/// them from the event loop, so that a handler may yield as long as it likes.
+/// The device tree's view. It turns mouse, keyboard and menu key into the few events that the program
+/// handles, and raises them from the event loop, so that a handler may yield as long as it likes.
 class TreeView final : public QTreeWidget
 {
     Q_OBJECT

@@ -76,7 +76,8 @@ void BusSearch::Search_Click()
     if (main_.FormFull_Screen)
         main_.FormFull_Screen->close();
 
-    const auto answer = InputBox("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0");
+    const auto answer =
+        InputBox("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0");
     if (!answer || answer->isEmpty())
         return;
 
@@ -131,8 +132,8 @@ void BusSearch::ScanAddress(const std::string &hexaddr)
     AddModule(finding);
 }
 
-/// At address 0 a module in INIT state answers whatever its stored address is, and must be told from one that is really
-/// set to 00.
+/// At address 0 a module in INIT state answers whatever its stored address is, and must be told from one that
+/// is really set to 00.
 void BusSearch::ScanAddressZero()
 {
     Finding finding{.nodePrefix = "(00) ", .hexaddr = "00"};
@@ -166,8 +167,8 @@ void BusSearch::ScanAddressZero()
     AddModule(finding);
 }
 
-/// Only a module in INIT state takes a change of its checksum bit. Tries it, puts the old record back, and tells whether
-/// the change was taken.
+/// Only a module in INIT state takes a change of its checksum bit. Tries it, puts the old record back, and
+/// tells whether the change was taken.
 bool BusSearch::TellInitStateByWriting(const std::string &record)
 {
     const std::string oldrec = Mid(record, 2);
@@ -194,7 +195,8 @@ void BusSearch::AddModule(const Finding &finding)
     const bool base = reply.model == BaseUnitModel;
     const NodeImages &images = base ? BaseUnitImage : ModuleImage;
     const std::string key = ModuleKey(finding.init, finding.chkflag, portDigits_, main_.ReplyText);
-    if (main_.Nodes.Add(portKey_, key, finding.nodePrefix + reply.model, images.normal, images.selected) && base)
+    if (main_.Nodes.Add(portKey_, key, finding.nodePrefix + reply.model, images.normal, images.selected) &&
+        base)
         AddSlots(key, finding);
 }
 

@@ -17,10 +17,14 @@ namespace vorn
 
 DeviceTree::DeviceTree(FormMain &main) : main_(main)
 {
-    connect(main.TreeView1, &TreeView::Expand, this, [this](const QString &key) { Expand(FromQString(key)); });
-    connect(main.TreeView1, &TreeView::Collapse, this, [this](const QString &key) { Collapse(FromQString(key)); });
+    connect(main.TreeView1, &TreeView::Expand, this,
+            [this](const QString &key) { Expand(FromQString(key)); });
+    connect(main.TreeView1, &TreeView::Collapse, this,
+            [this](const QString &key) { Collapse(FromQString(key)); });
     const auto choose = [this](QTreeWidgetItem *item) {
-        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] { ListView1_ItemClick(key); });
+        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] {
+            ListView1_ItemClick(key);
+        });
     };
     connect(main.ListView1, &QTreeWidget::itemClicked, this, choose);
     connect(main.ListView1, &QTreeWidget::itemActivated, this, choose);

@@ -9,7 +9,8 @@ namespace vorn
 
 class FormMain;
 
-/// What happens when nodes are unfolded and folded, the module list of a port, and the states of the Tools menu.
+/// What happens when nodes are unfolded and folded, the module list of a port, and the states of the Tools
+/// menu.
 class DeviceTree final : public QObject
 {
 public:

@@ -42,8 +42,9 @@ FormScan::FormScan(FormMain &main, const char *tag) : QWidget(nullptr, Qt::Windo
     ProgressBar1->setRange(0, LastAddress);
     ProgressBar1->setValue(0);
     ProgressBar1->setTextVisible(false);
-    Command1 = Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
-                     "Command1");
+    Command1 =
+        Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
+              "Command1");
     Command1->setEnabled(std::string_view(tag) != "Download");
     connect(Command1, &QPushButton::clicked, this, &FormScan::Command1_Click);
 
@@ -67,8 +68,8 @@ void FormScan::BuildScanRow(QLayout *layout)
     LabScaningD = MakeLiveValue(row, QStringLiteral("LabScaningD"), QStringLiteral("Address, decimal"));
     for (QLabel *value : {LabScaningH, LabScaningD})
         value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("00000")));
-    auto *line = SideBySide({LabScnMsg, LabScaningH, MakeLabel(row, QStringLiteral("LabHex"), "(Hex)"), LabScaningD,
-                             MakeLabel(row, QStringLiteral("LabDec"), "(Dec)")});
+    auto *line = SideBySide({LabScnMsg, LabScaningH, MakeLabel(row, QStringLiteral("LabHex"), "(Hex)"),
+                             LabScaningD, MakeLabel(row, QStringLiteral("LabDec"), "(Dec)")});
     line->setContentsMargins(0, 0, 0, 0);
     line->addStretch();
     row->setLayout(line);
@@ -89,7 +90,8 @@ void FormScan::Command1_Click()
     close();
 }
 
-/// Closing the window by its frame stops the work as the button does; where the work can't be stopped it stays.
+/// Closing the window by its frame stops the work as the button does; where the work can't be stopped it
+/// stays.
 void FormScan::closeEvent(QCloseEvent *event)
 {
     if (event->spontaneous() && !Command1->isEnabled()) {

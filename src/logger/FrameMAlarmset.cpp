@@ -22,8 +22,9 @@ FrameMAlarmset::FrameMAlarmset() : QGroupBox(QStringLiteral("Alarm Limits"))
                               QStringLiteral("High limit of channel %1").arg(i));
         TextLAlarm[e] = Named(new QLineEdit(this), ElementName("TextLAlarm", i),
                               QStringLiteral("Low limit of channel %1").arg(i));
-        limits->addWidget(MakeLabel(this, ElementName("LabMAlarm", i), "CH &" + std::to_string(i) + " :", TextHAlarm[e]),
-                          i + 1, 0);
+        limits->addWidget(
+            MakeLabel(this, ElementName("LabMAlarm", i), "CH &" + std::to_string(i) + " :", TextHAlarm[e]),
+            i + 1, 0);
         limits->addWidget(TextHAlarm[e], i + 1, 1);
         limits->addWidget(TextLAlarm[e], i + 1, 2);
     }

@@ -23,7 +23,8 @@ FrameMemOperation::FrameMemOperation() : QGroupBox(QStringLiteral("Memory Operat
         for (QRadioButton *button : pair)
             group->addButton(button);
     }
-    CmdTransferData = Named(new QPushButton(QStringLiteral("&Transfer data to host "), this), "CmdTransferData");
+    CmdTransferData =
+        Named(new QPushButton(QStringLiteral("&Transfer data to host "), this), "CmdTransferData");
     CmdMemoryDataRead = Named(new QPushButton(QStringLiteral("Sho&w records"), this), "CmdMemoryDataRead");
     DBGridReadMemory = Named(new QTableView(this), "DBGridReadMemory", QStringLiteral("Records"));
 

@@ -17,8 +17,8 @@ class FrameMemOperation final : public QGroupBox
 public:
     FrameMemOperation();
 
-    std::array<QRadioButton *, 2> OptionMOmode;    ///< 1 start, 0 stop
-    std::array<QRadioButton *, 2> OptionDataMode;  ///< 0 standard, 1 event records
+    std::array<QRadioButton *, 2> OptionMOmode;   ///< 1 start, 0 stop
+    std::array<QRadioButton *, 2> OptionDataMode; ///< 0 standard, 1 event records
     QPushButton *CmdTransferData, *CmdMemoryDataRead;
     QTableView *DBGridReadMemory;
 };

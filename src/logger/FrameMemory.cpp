@@ -27,23 +27,25 @@ FrameMemory::FrameMemory() : QGroupBox(QStringLiteral("Memory Configuration"))
         box = Named(new QCheckBox(QStringLiteral("CH &%1").arg(i), this), ElementName("CheckCH", i));
         channels->addWidget(box, i / ChannelsPerRow, i % ChannelsPerRow);
     }
-    CheckMStandmode = Named(new QCheckBox(QStringLiteral("NO"), this), "CheckMStandmode", QStringLiteral("Stand mode"));
-    connect(CheckMStandmode, &QCheckBox::toggled, this, [this](bool on) {
-        CheckMStandmode->setText(on ? QStringLiteral("YES") : QStringLiteral("NO"));
-    });
+    CheckMStandmode =
+        Named(new QCheckBox(QStringLiteral("NO"), this), "CheckMStandmode", QStringLiteral("Stand mode"));
+    connect(CheckMStandmode, &QCheckBox::toggled, this,
+            [this](bool on) { CheckMStandmode->setText(on ? QStringLiteral("YES") : QStringLiteral("NO")); });
     CmbDataStorage = Named(new QComboBox(this), "CmbDataStorage", QStringLiteral("Storage mode"));
     CmbDataStorage->addItems(
         {QStringLiteral("Standard mode"), QStringLiteral("Event mode"), QStringLiteral("Mixed mode")});
     CmbDataStorage->setCurrentIndex(-1);
     OptionStorageType[0] = Named(new QRadioButton(QStringLiteral("&Normal"), this), "OptionStorageType_0");
     OptionStorageType[1] = Named(new QRadioButton(QStringLiteral("&Cycle"), this), "OptionStorageType_1");
-    TextSamplinginterval = Named(new QLineEdit(this), "TextSamplinginterval", QStringLiteral("Sampling interval"));
+    TextSamplinginterval =
+        Named(new QLineEdit(this), "TextSamplinginterval", QStringLiteral("Sampling interval"));
     CmdMemConfig = Named(new QPushButton(QStringLiteral("&Update"), this), "CmdMemConfig");
 
     FrameGrid grid(this);
     grid.WideRow(channels);
     grid.Row(MakeLabel(this, QStringLiteral("LabMStand"), "Stand mode :", CheckMStandmode), CheckMStandmode);
-    grid.Row(MakeLabel(this, QStringLiteral("LabMStorage"), "Storage &mode :", CmbDataStorage), CmbDataStorage);
+    grid.Row(MakeLabel(this, QStringLiteral("LabMStorage"), "Storage &mode :", CmbDataStorage),
+             CmbDataStorage);
     auto *type = SideBySide({OptionStorageType[0], OptionStorageType[1]});
     type->addStretch();
     grid.WideRow(type);

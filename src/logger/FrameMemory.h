@@ -20,11 +20,11 @@ public:
     FrameMemory();
 
     static constexpr int Channels = 8;
-    std::array<QCheckBox *, Channels> CheckCH;           ///< channel is logged
-    QCheckBox *CheckMStandmode;                          ///< "YES" or "NO"
-    QComboBox *CmbDataStorage;                           ///< storage mode; list position is the code
+    std::array<QCheckBox *, Channels> CheckCH; ///< channel is logged
+    QCheckBox *CheckMStandmode;                ///< "YES" or "NO"
+    QComboBox *CmbDataStorage;                 ///< storage mode; list position is the code
     std::array<QRadioButton *, 2> OptionStorageType;
-    QLineEdit *TextSamplinginterval;                     ///< seconds, decimal, at most 65535
+    QLineEdit *TextSamplinginterval; ///< seconds, decimal, at most 65535
     QPushButton *CmdMemConfig;
 };
 

@@ -11,7 +11,8 @@ class QSvgRenderer;
 namespace vorn
 {
 
-/// Plays a clip: a row of SVG drawings from the program's resources, a step every 120 ms. Closed, it shows nothing.
+/// Plays a clip: a row of SVG drawings from the program's resources, a step every 120 ms. Closed, it shows
+/// nothing.
 class Animation final : public QWidget
 {
     Q_OBJECT

@@ -10,7 +10,8 @@ namespace vorn
 std::uint32_t Clock::GetTickCount() const
 {
     using namespace std::chrono;
-    return static_cast<std::uint32_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+    return static_cast<std::uint32_t>(
+        duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
 double Clock::Timer() const

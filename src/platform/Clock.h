@@ -5,7 +5,8 @@
 namespace vorn
 {
 
-/// The program's time. Waits and log records read it from here, so that tests can put a clock of their own in its place.
+/// The program's time. Waits and log records read it from here, so that tests can put a clock of their own in
+/// its place.
 class Clock
 {
 public:

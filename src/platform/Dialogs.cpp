@@ -31,10 +31,12 @@ QMessageBox::Icon IconOf(MsgBoxStyle style)
 /// A stay-on-top window lets go of that state while a dialog of its own stands before it.
 QWidget *DialogParent()
 {
-    return QApplication::activeModalWidget() ? QApplication::activeModalWidget() : QApplication::activeWindow();
+    return QApplication::activeModalWidget() ? QApplication::activeModalWidget()
+                                             : QApplication::activeWindow();
 }
 
-std::optional<QString> RunFileDialog(QWidget *parent, const FileDialogOptions &options, QFileDialog::AcceptMode mode)
+std::optional<QString> RunFileDialog(QWidget *parent, const FileDialogOptions &options,
+                                     QFileDialog::AcceptMode mode)
 {
     QFileDialog dialog(parent, options.title, options.folder, options.filter);
     dialog.setAcceptMode(mode);

@@ -19,11 +19,13 @@ enum class MsgBoxStyle {
 
 enum class MsgBoxResult { Ok, Yes, No };
 
-/// Shows a modal message box above the active window and waits for its answer. Lines of `text` may end in carriage return.
+/// Shows a modal message box above the active window and waits for its answer. Lines of `text` may end in
+/// carriage return.
 MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view title);
 
 /// Asks for one line of text. Nothing on Cancel.
-std::optional<QString> InputBox(std::string_view prompt, std::string_view title, std::string_view defaultText);
+std::optional<QString> InputBox(std::string_view prompt, std::string_view title,
+                                std::string_view defaultText);
 
 /// What the common file dialog is told.
 struct FileDialogOptions {

@@ -6,7 +6,6 @@
 
 #include <QSocketNotifier>
 
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -44,12 +43,13 @@ constexpr std::array<Speed, 8> Speeds{{{1200, B1200},
 
 const Speed *FindSpeed(int baud)
 {
-    const auto found = std::find_if(Speeds.begin(), Speeds.end(), [baud](const Speed &s) { return s.baud == baud; });
+    const auto found =
+        std::find_if(Speeds.begin(), Speeds.end(), [baud](const Speed &s) { return s.baud == baud; });
     return found == Speeds.end() ? nullptr : &*found;
 }
 
-/// The run-time error that stands for a failed open. Access denied counts as held: both mean that the port is there and
-/// not for us.
+/// The run-time error that stands for a failed open. Access denied counts as held: both mean that the port is
+/// there and not for us.
 int OpenErrorNumber(int error)
 {
     switch (error) {
@@ -65,8 +65,8 @@ int OpenErrorNumber(int error)
 
 bool SameLine(const termios &a, const termios &b)
 {
-    return a.c_iflag == b.c_iflag && a.c_oflag == b.c_oflag && a.c_cflag == b.c_cflag && a.c_lflag == b.c_lflag &&
-           a.c_cc[VMIN] == b.c_cc[VMIN] && a.c_cc[VTIME] == b.c_cc[VTIME] &&
+    return a.c_iflag == b.c_iflag && a.c_oflag == b.c_oflag && a.c_cflag == b.c_cflag &&
+           a.c_lflag == b.c_lflag && a.c_cc[VMIN] == b.c_cc[VMIN] && a.c_cc[VTIME] == b.c_cc[VTIME] &&
            cfgetispeed(&a) == cfgetispeed(&b) && cfgetospeed(&a) == cfgetospeed(&b);
 }
 
@@ -125,8 +125,8 @@ void MSComm::Open()
     Watch();
 }
 
-/// Raw 8N1 at the control's speed, no flow control, and DTR kept up at closing. Written only when something differs,
-/// since an USB adapter pays for each setting with a control transfer.
+/// Raw 8N1 at the control's speed, no flow control, and DTR kept up at closing. Written only when something
+/// differs, since an USB adapter pays for each setting with a control transfer.
 void MSComm::ApplyLine()
 {
     termios present{};
@@ -220,7 +220,8 @@ void MSComm::Receive()
         } else {
             // With VMIN 0 a read of 0 is silence as well as hang-up; only poll tells the two apart.
             pollfd state{fd_, POLLIN, 0};
-            const bool gone = count < 0 || (::poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)));
+            const bool gone =
+                count < 0 || (::poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)));
             hungUp_ = gone;
             if (gone)
                 notifier_.reset();

@@ -14,11 +14,12 @@ namespace vorn
 
 class SerialPorts;
 
-/// Serial port control: one port of the machine, 8 data bits, no parity, 1 stop bit, every byte 0 to 255 as it is.
+/// Serial port control: one port of the machine, 8 data bits, no parity, 1 stop bit, every byte 0 to 255 as
+/// it is.
 ///
-/// Failures are thrown as `RuntimeError`: 8002 the port doesn't exist (or isn't a terminal device), 8005 it is held by
-/// another owner or may not be used, 380 the settings are no settings, 8018 there is no open port to act on.
-/// A device that vanishes while it is open looks like silence from then on.
+/// Failures are thrown as `RuntimeError`: 8002 the port doesn't exist (or isn't a terminal device), 8005 it
+/// is held by another owner or may not be used, 380 the settings are no settings, 8018 there is no open port
+/// to act on. A device that vanishes while it is open looks like silence from then on.
 class MSComm final : public QObject
 {
     Q_OBJECT

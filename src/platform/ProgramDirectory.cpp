@@ -13,7 +13,8 @@ namespace
 
 QString DataFolder()
 {
-    return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)).filePath(QStringLiteral("vorn"));
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
+        .filePath(QStringLiteral("vorn"));
 }
 
 bool BesideExecutableIsWritable()

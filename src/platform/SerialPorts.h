@@ -9,10 +9,10 @@ namespace vorn
 
 /// The machine's COM ports: which device stands behind a port number of 1 to 255.
 ///
-/// If the folder `$XDG_CONFIG_HOME/vorn/ports` exists, exactly its links `com1` to `com255` are the ports; that gives an
-/// USB adapter a lasting number and is how a simulated rack is plugged in. Otherwise the built-in UART `ttyS<k>` is
-/// COM k+1, and all other adapters follow behind the last UART in natural order of their names. Nothing is ever written
-/// to the folder.
+/// If the folder `$XDG_CONFIG_HOME/vorn/ports` exists, exactly its links `com1` to `com255` are the ports;
+/// that gives an USB adapter a lasting number and is how a simulated rack is plugged in. Otherwise the
+/// built-in UART `ttyS<k>` is COM k+1, and all other adapters follow behind the last UART in natural order of
+/// their names. Nothing is ever written to the folder.
 class SerialPorts
 {
 public:
@@ -32,7 +32,8 @@ private:
     std::map<int, std::string> devices_;
 };
 
-/// Numbers device names ("ttyS0", "ttyUSB1", ...) as told at `SerialPorts`; the result maps port number to name.
+/// Numbers device names ("ttyS0", "ttyUSB1", ...) as told at `SerialPorts`; the result maps port number to
+/// name.
 std::map<int, std::string> NumberPorts(const std::vector<std::string> &deviceNames);
 
 } // namespace vorn

@@ -3,8 +3,8 @@
 namespace vorn
 {
 
-/// The mark that this user runs the program already. It is a lock of the operating system, so that a crashed instance
-/// never blocks the next one.
+/// The mark that this user runs the program already. It is a lock of the operating system, so that a crashed
+/// instance never blocks the next one.
 class SingleInstance final
 {
 public:

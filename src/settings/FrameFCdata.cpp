@@ -23,8 +23,9 @@ FrameFCdata::FrameFCdata() : QGroupBox(QStringLiteral("Live Data"))
         CounterDO[e]->SetCaption(QStringLiteral("DO &%1").arg(i));
         CmdClear[e] = Named(new QPushButton(QStringLiteral("Clear"), this), ElementName("CmdClear", i),
                             QStringLiteral("Clear counter %1").arg(i));
-        CmdCounterSet[e] = Named(new QPushButton(QStringLiteral("Set ..."), this), ElementName("CmdCounterSet", i),
-                                 QStringLiteral("Settings of counter %1").arg(i));
+        CmdCounterSet[e] =
+            Named(new QPushButton(QStringLiteral("Set ..."), this), ElementName("CmdCounterSet", i),
+                  QStringLiteral("Settings of counter %1").arg(i));
         const QString caption = QStringLiteral("CH %1 :").arg(i);
         grid.Row(MakeLabel(this, ElementName("LabFC", i), caption.toStdString()), LabFCv[e], LabFCs[e]);
         auto *row = SideBySide({CounterOverflow[e], CounterDO[e]});

@@ -19,8 +19,8 @@ public:
     FrameFCdata();
 
     static constexpr int Counters = 2;
-    std::array<QLabel *, Counters> LabFCv;            ///< count or frequency, decimal
-    std::array<QLabel *, Counters> LabFCs;            ///< "START" or "STOP"; "Hz" of a frequency
+    std::array<QLabel *, Counters> LabFCv; ///< count or frequency, decimal
+    std::array<QLabel *, Counters> LabFCs; ///< "START" or "STOP"; "Hz" of a frequency
     std::array<DIO *, Counters> CounterOverflow;
     std::array<DIO *, Counters> CounterDO;
     std::array<QPushButton *, Counters> CmdClear;

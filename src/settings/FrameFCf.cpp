@@ -44,7 +44,8 @@ void FrameFCf::BuildFields()
     LabTTLL = label("LabTTLL", "Low trigger level :", TextLV);
     LabTTLHu = label("LabTTLHu", "V");
     LabTTLLu = label("LabTTLLu", "V");
-    CheckFilter = Named(new QCheckBox(QStringLiteral("Disable"), this), "CheckFilter", QStringLiteral("Filter"));
+    CheckFilter =
+        Named(new QCheckBox(QStringLiteral("Disable"), this), "CheckFilter", QStringLiteral("Filter"));
     LabFstate = label("LabFstate", "Filter :", CheckFilter);
     LabCHW = label("LabCHW", "Min. width, high :", TextHW);
     LabCLW = label("LabCLW", "Min. width, low :", TextLW);

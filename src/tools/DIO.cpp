@@ -128,7 +128,8 @@ void DIO::changeEvent(QEvent *event)
 
 bool DIO::event(QEvent *event)
 {
-    if (event->type() == QEvent::Shortcut && static_cast<QShortcutEvent *>(event)->shortcutId() == mnemonic_) {
+    if (event->type() == QEvent::Shortcut &&
+        static_cast<QShortcutEvent *>(event)->shortcutId() == mnemonic_) {
         setFocus(Qt::ShortcutFocusReason);
         Queue(this, [this] { Toggle(); });
         return true;
@@ -185,8 +186,11 @@ void DIO::Label1_Click()
 
 void DIO::DrawLamp(QPainter &painter) const
 {
-    const QColor ink = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
-    QColor colour = IsSwitch() ? SwitchColour : caption_.startsWith(QLatin1String("DI")) ? IndicatorColour : AlarmColour;
+    const QColor ink =
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
+    QColor colour = IsSwitch()                                 ? SwitchColour
+                    : caption_.startsWith(QLatin1String("DI")) ? IndicatorColour
+                                                               : AlarmColour;
     if (palette().color(QPalette::Window).lightness() < 128)
         colour = colour.lighter(135);
 
@@ -213,8 +217,8 @@ void DIO::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     DrawLamp(painter);
-    style()->drawItemText(&painter, label_, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, palette(),
-                          isEnabled(), caption_, QPalette::WindowText);
+    style()->drawItemText(&painter, label_, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic,
+                          palette(), isEnabled(), caption_, QPalette::WindowText);
     if (hasFocus()) {
         QStyleOptionFocusRect focus;
         focus.initFrom(this);

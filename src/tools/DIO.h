@@ -5,9 +5,9 @@
 namespace vorn
 {
 
-/// Round lamp with a caption: one digital point. By the first letters of its caption it is an indicator ("DI", "XX", an
-/// alarm) or a switch ("DO"). A set lamp is a filled disc with a highlight, a clear one a hollow ring, a faulty point is
-/// crossed, so that the states differ in shape as well as in colour.
+/// Round lamp with a caption: one digital point. By the first letters of its caption it is an indicator
+/// ("DI", "XX", an alarm) or a switch ("DO"). A set lamp is a filled disc with a highlight, a clear one a
+/// hollow ring, a faulty point is crossed, so that the states differ in shape as well as in colour.
 class DIO final : public QWidget
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 Q_SIGNALS:
-    void Click();   ///< after a toggle by the operator
+    void Click(); ///< after a toggle by the operator
     void Resize();
     void LabelClick();
     void PropertyChanged();

@@ -28,7 +28,8 @@ FrameAOut::FrameAOut() : QGroupBox(QStringLiteral("Analog Output"))
 
     FrameGrid grid(this);
     grid.Row(MakeLabel(this, QStringLiteral("LabReadBackCaption"), "Read back :"), LabReadBack, LabAOS[0]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabAnalogOut"), "Output &value :", TextAnalogOut), TextAnalogOut, LabAOS[1]);
+    grid.Row(MakeLabel(this, QStringLiteral("LabAnalogOut"), "Output &value :", TextAnalogOut), TextAnalogOut,
+             LabAOS[1]);
     grid.WideRow(Slider1);
     grid.Buttons({CmdSendAO});
     grid.WideRow(InPairs({CmdAO4mA, CmdAO20mA, CmdAOStartup}));

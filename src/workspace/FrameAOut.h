@@ -18,10 +18,10 @@ class FrameAOut final : public QGroupBox
 public:
     FrameAOut();
 
-    QLabel *LabReadBack;                 ///< value that the module puts out now
-    QLineEdit *TextAnalogOut;            ///< value to put out, in the module's data format
-    std::array<QLabel *, 2> LabAOS;      ///< unit of the read-back and of the entry
-    QSlider *Slider1;                    ///< the value as an integer, scaled by range and format
+    QLabel *LabReadBack;            ///< value that the module puts out now
+    QLineEdit *TextAnalogOut;       ///< value to put out, in the module's data format
+    std::array<QLabel *, 2> LabAOS; ///< unit of the read-back and of the entry
+    QSlider *Slider1;               ///< the value as an integer, scaled by range and format
     QPushButton *CmdSendAO;
     QPushButton *CmdAO4mA, *CmdAO20mA, *CmdAOStartup;
 };

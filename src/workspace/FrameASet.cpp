@@ -14,7 +14,8 @@ FrameASet::FrameASet() : QGroupBox(QStringLiteral("Alarm Setting"))
 {
     setObjectName(QStringLiteral("FrameASet"));
     CmdAlarmsetting = Named(new QComboBox(this), "CmdAlarmsetting", QStringLiteral("Alarm mode"));
-    CmdAlarmsetting->addItems({QStringLiteral("Disable"), QStringLiteral("MOMENTARY"), QStringLiteral("LATCH")});
+    CmdAlarmsetting->addItems(
+        {QStringLiteral("Disable"), QStringLiteral("MOMENTARY"), QStringLiteral("LATCH")});
     CmdAlarmsetting->setCurrentIndex(-1);
     TextHighValue = Named(new QLineEdit(this), "TextHighValue", QStringLiteral("High alarm limit"));
     TextLowValue = Named(new QLineEdit(this), "TextLowValue", QStringLiteral("Low alarm limit"));
@@ -26,8 +27,10 @@ FrameASet::FrameASet() : QGroupBox(QStringLiteral("Alarm Setting"))
 
     FrameGrid grid(this);
     grid.Row(MakeLabel(this, QStringLiteral("LabAmode"), "Alarm &mode :", CmdAlarmsetting), CmdAlarmsetting);
-    grid.Row(MakeLabel(this, QStringLiteral("LabAhigh"), "Hi&gh limit :", TextHighValue), TextHighValue, LabAunit[0]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabAlow"), "Lo&w limit :", TextLowValue), TextLowValue, LabAunit[1]);
+    grid.Row(MakeLabel(this, QStringLiteral("LabAhigh"), "Hi&gh limit :", TextHighValue), TextHighValue,
+             LabAunit[0]);
+    grid.Row(MakeLabel(this, QStringLiteral("LabAlow"), "Lo&w limit :", TextLowValue), TextLowValue,
+             LabAunit[1]);
     grid.Buttons({CmdAlarmUpdata});
 }
 

@@ -18,10 +18,10 @@ class FrameASet final : public QGroupBox
 public:
     FrameASet();
 
-    QComboBox *CmdAlarmsetting;           ///< alarm mode; list position is the code
-    QLineEdit *TextHighValue;             ///< high limit, in the unit of the module's range
-    QLineEdit *TextLowValue;              ///< low limit
-    std::array<QLabel *, 2> LabAunit;     ///< unit of the high and of the low limit
+    QComboBox *CmdAlarmsetting;       ///< alarm mode; list position is the code
+    QLineEdit *TextHighValue;         ///< high limit, in the unit of the module's range
+    QLineEdit *TextLowValue;          ///< low limit
+    std::array<QLabel *, 2> LabAunit; ///< unit of the high and of the low limit
     QPushButton *CmdAlarmUpdata;
 };
 

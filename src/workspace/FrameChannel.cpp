@@ -54,17 +54,20 @@ FrameChannel::FrameChannel() : QGroupBox(QStringLiteral("Channel"))
 FrameChannel::AlarmSide FrameChannel::BuildSide(const QString &letter, const QString &side)
 {
     const auto entry = [&](const char *name, const char *what) {
-        auto *field = Named(new QLineEdit(this), letter + QString::fromLatin1(name), side + QString::fromLatin1(what));
+        auto *field =
+            Named(new QLineEdit(this), letter + QString::fromLatin1(name), side + QString::fromLatin1(what));
         field->setMinimumWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
         return field;
     };
     AlarmSide controls;
-    controls.Type = Named(new QComboBox(this), letter + QStringLiteral("AlarmType"), side + QStringLiteral(" alarm mode"));
+    controls.Type = Named(new QComboBox(this), letter + QStringLiteral("AlarmType"),
+                          side + QStringLiteral(" alarm mode"));
     controls.Type->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     controls.Type->setMinimumContentsLength(8);
     controls.Limit = entry("AlarmLimit", " alarm limit");
-    controls.DOMap = Named(new QCheckBox(QStringLiteral("Disable"), this), QStringLiteral("CheckDOMap") + letter,
-                           side + QStringLiteral(" alarm drives an output"));
+    controls.DOMap =
+        Named(new QCheckBox(QStringLiteral("Disable"), this), QStringLiteral("CheckDOMap") + letter,
+              side + QStringLiteral(" alarm drives an output"));
     connect(controls.DOMap, &QCheckBox::toggled, controls.DOMap, [box = controls.DOMap](bool on) {
         box->setText(on ? QStringLiteral("Enable") : QStringLiteral("Disable"));
     });
@@ -100,15 +103,18 @@ QLayout *FrameChannel::BuildAlarms()
 void FrameChannel::BuildCount()
 {
     FrameCount = Named(new QGroupBox(QStringLiteral("Counter"), this), "FrameCount");
-    TextFilterScale = Named(new QLineEdit(FrameCount), "TextFilterScale", QStringLiteral("Digital filter scale"));
+    TextFilterScale =
+        Named(new QLineEdit(FrameCount), "TextFilterScale", QStringLiteral("Digital filter scale"));
     TextCInitial = Named(new QLineEdit(FrameCount), "TextCInitial", QStringLiteral("Initial count"));
     OptionC[0] = Named(new QRadioButton(QStringLiteral("STO&P"), FrameCount), "OptionC_0");
     OptionC[1] = Named(new QRadioButton(QStringLiteral("STA&RT"), FrameCount), "OptionC_1");
     CounterChOverflow = Named(new DIO(FrameCount), "CounterChOverflow");
     CounterChOverflow->SetCaption(QStringLiteral("Overflow"));
     FrameGrid grid(FrameCount);
-    grid.Row(MakeLabel(FrameCount, QStringLiteral("LabFilterScale"), "Filter scale :", TextFilterScale), TextFilterScale);
-    grid.Row(MakeLabel(FrameCount, QStringLiteral("LabCInitial"), "Initial count :", TextCInitial), TextCInitial);
+    grid.Row(MakeLabel(FrameCount, QStringLiteral("LabFilterScale"), "Filter scale :", TextFilterScale),
+             TextFilterScale);
+    grid.Row(MakeLabel(FrameCount, QStringLiteral("LabCInitial"), "Initial count :", TextCInitial),
+             TextCInitial);
     auto *state = SideBySide({OptionC[1], OptionC[0], CounterChOverflow});
     state->addStretch();
     grid.WideRow(state);

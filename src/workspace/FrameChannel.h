@@ -24,21 +24,21 @@ public:
 
     /// Settings of the alarm of one side.
     struct AlarmSide {
-        QComboBox *Type;       ///< alarm mode
+        QComboBox *Type; ///< alarm mode
         QLineEdit *Limit;
-        QCheckBox *DOMap;      ///< the alarm drives an output
+        QCheckBox *DOMap; ///< the alarm drives an output
         QLineEdit *OutSlot;
         QLineEdit *OutChannel;
     };
 
     QLabel *LabChannelValue, *LabChannelUnit;
     DIO *ChannelHAlarm, *ChannelLAlarm;
-    QCheckBox *CheckChEnable;            ///< "&Channel Enable" or "&Channel Disable"
-    AlarmSide High, Low;                 ///< `HAlarmType` ..., `LAlarmType` ...
+    QCheckBox *CheckChEnable; ///< "&Channel Enable" or "&Channel Disable"
+    AlarmSide High, Low;      ///< `HAlarmType` ..., `LAlarmType` ...
     QPushButton *CmdChAlarmUpdate;
     std::array<QPushButton *, 3> CmdClearChLatch; ///< 0 high latch, 1 low latch, 2 count
 
-    QGroupBox *FrameCount;               ///< counter items of 3962
+    QGroupBox *FrameCount; ///< counter items of 3962
     QLineEdit *TextFilterScale, *TextCInitial;
     std::array<QRadioButton *, 2> OptionC; ///< 1 start, 0 stop
     DIO *CounterChOverflow;

@@ -29,7 +29,8 @@ FrameDIO::FrameDIO() : QGroupBox(QStringLiteral("Digital Input / Output"))
     grid.WideRow(BuildGroup(LabDH, LabDHv, DIOH, "DIOH"));
 }
 
-QLayout *FrameDIO::BuildGroup(QLabel *kind, QLabel *value, std::array<DIO *, Points> &points, const char *name)
+QLayout *FrameDIO::BuildGroup(QLabel *kind, QLabel *value, std::array<DIO *, Points> &points,
+                              const char *name)
 {
     auto *group = new QVBoxLayout;
     group->setSpacing(Rhythm::BetweenRows);

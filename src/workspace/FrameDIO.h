@@ -18,8 +18,8 @@ public:
     FrameDIO();
 
     static constexpr int Points = 8;
-    QLabel *LabDL, *LabDLv;            ///< low group: kind, value in hexadecimal
-    QLabel *LabDH, *LabDHv;            ///< high group
+    QLabel *LabDL, *LabDLv; ///< low group: kind, value in hexadecimal
+    QLabel *LabDH, *LabDHv; ///< high group
     std::array<DIO *, Points> DIOL;
     std::array<DIO *, Points> DIOH;
 

@@ -19,11 +19,11 @@ class FrameGen final : public QGroupBox
 public:
     FrameGen();
 
-    QLabel *LabRd, *LabRdv, *LabRdu;    ///< reading: caption, value, unit
-    QLabel *LabACt, *LabACtv;           ///< event counter
-    std::array<DIO *, 4> ADIO;          ///< digital outputs, alarms or input, by model and alarm mode
+    QLabel *LabRd, *LabRdv, *LabRdu; ///< reading: caption, value, unit
+    QLabel *LabACt, *LabACtv;        ///< event counter
+    std::array<DIO *, 4> ADIO;       ///< digital outputs, alarms or input, by model and alarm mode
     QLabel *LabAAO;
-    QLineEdit *TextAAOv;                ///< excitation output of 7218, volts
+    QLineEdit *TextAAOv; ///< excitation output of 7218, volts
     QPushButton *CmdAOsend;
     QPushButton *CmdClearCount, *CmdClearLatch;
     QPushButton *CmdGZero, *CmdGSpan, *CmdGCJC, *CmdG0V, *CmdG10V, *CmdGStartup;

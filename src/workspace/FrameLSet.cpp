@@ -29,11 +29,16 @@ FrameLSet::FrameLSet() : QGroupBox(QStringLiteral("Linear Mapping"))
     CmdLinearUpdata = Named(new QPushButton(QStringLiteral("Update Ma&pping"), this), "CmdLinearUpdata");
 
     FrameGrid grid(this);
-    grid.Row(MakeLabel(this, QStringLiteral("LabLinear"), "Mappin&g :", CheckLinearScaling), CheckLinearScaling);
-    grid.Row(MakeLabel(this, QStringLiteral("LabMLow"), "Input low :", TextMLowLimit), TextMLowLimit, LabLunit[0]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabMHigh"), "Input high :", TextMHighLimit), TextMHighLimit, LabLunit[1]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabSLow"), "Output low :", TextSLowLimit), TextSLowLimit, LabLunit[2]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabSHigh"), "Output high :", TextSHighLimit), TextSHighLimit, LabLunit[3]);
+    grid.Row(MakeLabel(this, QStringLiteral("LabLinear"), "Mappin&g :", CheckLinearScaling),
+             CheckLinearScaling);
+    grid.Row(MakeLabel(this, QStringLiteral("LabMLow"), "Input low :", TextMLowLimit), TextMLowLimit,
+             LabLunit[0]);
+    grid.Row(MakeLabel(this, QStringLiteral("LabMHigh"), "Input high :", TextMHighLimit), TextMHighLimit,
+             LabLunit[1]);
+    grid.Row(MakeLabel(this, QStringLiteral("LabSLow"), "Output low :", TextSLowLimit), TextSLowLimit,
+             LabLunit[2]);
+    grid.Row(MakeLabel(this, QStringLiteral("LabSHigh"), "Output high :", TextSHighLimit), TextSHighLimit,
+             LabLunit[3]);
     grid.Buttons({CmdLinearUpdata});
 }
 

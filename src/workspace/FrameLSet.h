@@ -18,10 +18,10 @@ class FrameLSet final : public QGroupBox
 public:
     FrameLSet();
 
-    QCheckBox *CheckLinearScaling;                     ///< its caption, "Enable" or "Disable", is the state
-    QLineEdit *TextMLowLimit, *TextMHighLimit;         ///< input range
-    QLineEdit *TextSLowLimit, *TextSHighLimit;         ///< output range
-    std::array<QLabel *, 4> LabLunit;                  ///< units, in the order of the fields
+    QCheckBox *CheckLinearScaling;             ///< its caption, "Enable" or "Disable", is the state
+    QLineEdit *TextMLowLimit, *TextMHighLimit; ///< input range
+    QLineEdit *TextSLowLimit, *TextSHighLimit; ///< output range
+    std::array<QLabel *, 4> LabLunit;          ///< units, in the order of the fields
     QPushButton *CmdLinearUpdata;
 };
 

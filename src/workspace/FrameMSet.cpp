@@ -66,7 +66,8 @@ void FrameMSet::BuildFields()
     for (const BaudRow &row : BaudRows)
         CmbBaudrate->addItem(ToQString(row.caption));
     CmbBaudrate->setCurrentIndex(-1);
-    CheckChecksum = Named(new QCheckBox(QStringLiteral("Disable"), this), "CheckChecksum", QStringLiteral("Checksum"));
+    CheckChecksum =
+        Named(new QCheckBox(QStringLiteral("Disable"), this), "CheckChecksum", QStringLiteral("Checksum"));
     connect(CheckChecksum, &QCheckBox::toggled, this, [this](bool on) {
         CheckChecksum->setText(on ? QStringLiteral("Enable") : QStringLiteral("Disable"));
     });

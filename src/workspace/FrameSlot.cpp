@@ -22,10 +22,11 @@ FrameSlot::FrameSlot() : QGroupBox(QStringLiteral("Slot Setting"))
     CmbSTimeSlewRate = list("CmbSTimeSlewRate", "Integration time or slew rate");
     LabSRangeLab = MakeValue(this, QStringLiteral("LabSRangeLab"), QStringLiteral("Range"));
     LabSDataFormatLab = MakeValue(this, QStringLiteral("LabSDataFormatLab"), QStringLiteral("Data format"));
-    LabS_time_slewrate =
-        MakeValue(this, QStringLiteral("LabS_time_slewrate"), QStringLiteral("Integration time or slew rate"));
+    LabS_time_slewrate = MakeValue(this, QStringLiteral("LabS_time_slewrate"),
+                                   QStringLiteral("Integration time or slew rate"));
     LabSRange = MakeLabel(this, QStringLiteral("LabSRange"), "Input &Range :", CmbSRange);
-    LabSTimeSlewrate = MakeLabel(this, QStringLiteral("LabSTimeSlewrate"), "Integration &Time :", CmbSTimeSlewRate);
+    LabSTimeSlewrate =
+        MakeLabel(this, QStringLiteral("LabSTimeSlewrate"), "Integration &Time :", CmbSTimeSlewRate);
     const auto button = [this](const char *name, const char *caption) {
         return Named(new QPushButton(QString::fromLatin1(caption), this), name);
     };

@@ -16,13 +16,13 @@ public:
     FrameSlot();
 
     QLabel *LabSRange;
-    QComboBox *CmbSRange;            ///< range of the slot module
-    QLabel *LabSRangeLab;            ///< the range as text, where it can't be chosen
-    QComboBox *CmbSFormat;           ///< data format
-    QLabel *LabSDataFormatLab;       ///< the format as text
+    QComboBox *CmbSRange;      ///< range of the slot module
+    QLabel *LabSRangeLab;      ///< the range as text, where it can't be chosen
+    QComboBox *CmbSFormat;     ///< data format
+    QLabel *LabSDataFormatLab; ///< the format as text
     QLabel *LabSTimeSlewrate;
-    QComboBox *CmbSTimeSlewRate;     ///< integration time, or slew rate of 3931
-    QLabel *LabS_time_slewrate;      ///< the time or slew rate as text
+    QComboBox *CmbSTimeSlewRate; ///< integration time, or slew rate of 3931
+    QLabel *LabS_time_slewrate;  ///< the time or slew rate as text
     QPushButton *CmdSUpdate, *CmdSZero, *CmdSSpan, *CmdSCJC;
 };
 

@@ -21,9 +21,10 @@ public:
 
     static constexpr int Channels = 8;
     std::array<QLabel *, Channels> Labch;
-    std::array<QLineEdit *, Channels> TextCH;  ///< value; its tag is not empty while the operator types into it
-    std::array<QLabel *, Channels> LabCHunit;  ///< unit; on 3931 its tag is the output format of the channel
-    std::array<DIO *, Channels> ChHA, ChLA;    ///< high and low alarm
+    std::array<QLineEdit *, Channels>
+        TextCH; ///< value; its tag is not empty while the operator types into it
+    std::array<QLabel *, Channels> LabCHunit; ///< unit; on 3931 its tag is the output format of the channel
+    std::array<DIO *, Channels> ChHA, ChLA;   ///< high and low alarm
     QPushButton *CmdSlotSendAO;
 
     /// Makes the values entries of the operator, or read-only on a button-coloured field.

@@ -60,7 +60,10 @@ bool IsSet(const std::string &reply, std::size_t position)
 
 } // namespace
 
-LiveData::LiveData(FormMain &main, Pages &pages, ModulePageLoad &load) : main_(main), pages_(pages), load_(load) {}
+LiveData::LiveData(FormMain &main, Pages &pages, ModulePageLoad &load)
+    : main_(main), pages_(pages), load_(load)
+{
+}
 
 void LiveData::PollLiveData(const std::string &key)
 {
@@ -84,8 +87,8 @@ bool LiveData::YieldGoesOn()
 bool LiveData::Round(const NodeKey &node)
 {
     const std::uint32_t start = main_.Time.GetTickCount();
-    main_.NowStatus("COM " + std::to_string(node.port()) + "  " + FromQString(main_.CmbPBaudrate->currentText()) +
-                    "    Polling current data....");
+    main_.NowStatus("COM " + std::to_string(node.port()) + "  " +
+                    FromQString(main_.CmbPBaudrate->currentText()) + "    Polling current data....");
     const std::string page = TagOf(main_.Frame1);
     if (Left(page, 3) == "COM" || node.model() == "PC")
         main_.PauseRefresh = true;
@@ -97,9 +100,10 @@ bool LiveData::Round(const NodeKey &node)
         if (!RunStep(step, node))
             return false;
     }
-    // Nothing to poll: the next window event is all that can end this. A fast bus is left alone for the rest of the round.
-    for (std::int64_t left = steps.empty() ? IdleWait : ShortestRound - ElapsedTicks(main_.Time, start); left > 0;
-         left = steps.empty() ? 0 : ShortestRound - ElapsedTicks(main_.Time, start)) {
+    // Nothing to poll: the next window event is all that can end this. A fast bus is left alone for the rest
+    // of the round.
+    for (std::int64_t left = steps.empty() ? IdleWait : ShortestRound - ElapsedTicks(main_.Time, start);
+         left > 0; left = steps.empty() ? 0 : ShortestRound - ElapsedTicks(main_.Time, start)) {
         WaitForEvents(static_cast<int>(left));
         if (main_.PauseRefresh)
             return false;
@@ -204,7 +208,8 @@ void LiveData::Show(const PollStep &step, const NodeKey &node, int channel)
 /// Count of eight hexadecimal characters, unsigned; what can't be read stays as it came.
 std::string LiveData::CountText(const std::string &hex)
 {
-    const bool readable = hex.size() == 8 && std::ranges::all_of(hex, [](char c) { return HexDigitValue(c) >= 0; });
+    const bool readable =
+        hex.size() == 8 && std::ranges::all_of(hex, [](char c) { return HexDigitValue(c) >= 0; });
     return readable ? Hex8ToDec(hex) : hex;
 }
 

@@ -16,15 +16,15 @@ class FormMain;
 class ModulePageLoad;
 class Pages;
 
-/// Keeps the data area of the open page live: one loop that sends the model's read commands back to back, serves window
-/// events between them, and ends when `PauseRefresh` is set.
+/// Keeps the data area of the open page live: one loop that sends the model's read commands back to back,
+/// serves window events between them, and ends when `PauseRefresh` is set.
 class LiveData final
 {
 public:
     LiveData(FormMain &main, Pages &pages, ModulePageLoad &load);
 
-    /// Runs the refresh of a node's page; returns when it has ended. A call from within a running refresh ends that one
-    /// instead.
+    /// Runs the refresh of a node's page; returns when it has ended. A call from within a running refresh
+    /// ends that one instead.
     void PollLiveData(const std::string &key);
 
 private:

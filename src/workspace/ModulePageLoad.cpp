@@ -42,8 +42,8 @@ namespace vorn
 namespace
 {
 
-constexpr int VoltageRange = 2;   ///< list position of the voltage range of the analog outputs
-constexpr int CounterMode = 0;    ///< list positions of the counter modules' input mode
+constexpr int VoltageRange = 2; ///< list position of the voltage range of the analog outputs
+constexpr int CounterMode = 0;  ///< list positions of the counter modules' input mode
 constexpr int FrequencyMode = 1;
 constexpr int ChecksumBit = 6;
 constexpr int IntegrationBit = 7;
@@ -51,8 +51,8 @@ constexpr int GateBit = 2;
 
 const char *const InitStateOnly = "A module takes this setting only in its INIT state.";
 
-/// Holds the pointer at hourglass and the waits of the bus without yield for the time of a page load. Loaded from within
-/// a refresh, the page leaves the refresh's own state as it was.
+/// Holds the pointer at hourglass and the waits of the bus without yield for the time of a page load. Loaded
+/// from within a refresh, the page leaves the refresh's own state as it was.
 class Loading final
 {
 public:
@@ -207,14 +207,16 @@ void ModulePageLoad::LoadModule(const NodeKey &node)
         LoadRecord(node);
 }
 
-/// What may be written: baud rate, checksum and firmware in INIT state only, the address always but on a base unit.
+/// What may be written: baud rate, checksum and firmware in INIT state only, the address always but on a base
+/// unit.
 void ModulePageLoad::SetAccess(const NodeKey &node)
 {
     const auto *set = pages_.FrameMSet;
     const bool base = node.model() == BaseUnitModel;
     const bool init = base ? node.busAddress() == "00" : node.isInit();
-    for (QWidget *control : {static_cast<QWidget *>(set->CmbBaudrate), static_cast<QWidget *>(set->CheckChecksum),
-                             static_cast<QWidget *>(set->CmdDownLoadF)}) {
+    for (QWidget *control :
+         {static_cast<QWidget *>(set->CmbBaudrate), static_cast<QWidget *>(set->CheckChecksum),
+          static_cast<QWidget *>(set->CmdDownLoadF)}) {
         control->setEnabled(init);
         control->setToolTip(init ? QString() : QString::fromLatin1(InitStateOnly));
     }
@@ -338,8 +340,8 @@ void ModulePageLoad::LoadCounter(const NodeKey &node, const std::string &formatB
         Select(set->CmbDataFormat, DataChar(4) - '0');
     for (int i = 0; i < FrameFCdata::Counters; ++i) {
         if (Ask(node, "$5" + std::to_string(i)))
-            data->LabFCs[static_cast<std::size_t>(i)]->setText(Val(Data(node)) == 0 ? QStringLiteral("STOP")
-                                                                                    : QStringLiteral("START"));
+            data->LabFCs[static_cast<std::size_t>(i)]->setText(
+                Val(Data(node)) == 0 ? QStringLiteral("STOP") : QStringLiteral("START"));
     }
     if (set->CmbRange->currentIndex() == CounterMode)
         LoadCounterOutputs(node);
@@ -347,7 +349,8 @@ void ModulePageLoad::LoadCounter(const NodeKey &node, const std::string &formatB
     LoadInputStage(node);
 }
 
-/// Reply of "@AADI": on 7282 one digit whose bit i is the preset mode of counter i, on the display models the alarm mode.
+/// Reply of "@AADI": on 7282 one digit whose bit i is the preset mode of counter i, on the display models the
+/// alarm mode.
 void ModulePageLoad::LoadCounterOutputs(const NodeKey &node)
 {
     const auto *data = pages_.FrameFCdata;
@@ -402,7 +405,8 @@ void ModulePageLoad::LoadInputStage(const NodeKey &node)
 void ModulePageLoad::ShowInputStage(bool photo)
 {
     const auto *filter = pages_.FrameFCf;
-    ShowAll({filter->LabTTLH, filter->LabTTLL, filter->LabTTLHu, filter->LabTTLLu, filter->TextHV, filter->TextLV},
+    ShowAll({filter->LabTTLH, filter->LabTTLL, filter->LabTTLHu, filter->LabTTLLu, filter->TextHV,
+             filter->TextLV},
             !photo);
     filter->ComFUpdata->setVisible(!photo || pages_.FrameMSet->CmbRange->currentIndex() != FrequencyMode);
 }
@@ -413,10 +417,10 @@ void ModulePageLoad::CmbRange_Click()
     const auto *data = pages_.FrameFCdata;
     const auto *filter = pages_.FrameFCf;
     const bool counter = set->CmbRange->currentIndex() == CounterMode;
-    ShowAll({filter->LabCHW, filter->LabCLW, filter->LabCHWu, filter->LabCLWu, filter->LabFstate, filter->CheckFilter,
-             filter->TextHW, filter->TextLW, data->CounterDO[0], data->CounterDO[1], data->CounterOverflow[0],
-             data->CounterOverflow[1], data->CmdClear[0], data->CmdClear[1], data->CmdCounterSet[0],
-             data->CmdCounterSet[1]},
+    ShowAll({filter->LabCHW, filter->LabCLW, filter->LabCHWu, filter->LabCLWu, filter->LabFstate,
+             filter->CheckFilter, filter->TextHW, filter->TextLW, data->CounterDO[0], data->CounterDO[1],
+             data->CounterOverflow[0], data->CounterOverflow[1], data->CmdClear[0], data->CmdClear[1],
+             data->CmdCounterSet[0], data->CmdCounterSet[1]},
             counter);
     if (counter) {
         filter->ComFUpdata->show();

@@ -12,8 +12,9 @@ namespace vorn
 class FormMain;
 class Pages;
 
-/// Fills the page of a node from the module itself. Nothing is cached: the controls of the page are the only copy of the
-/// module's settings. A command that the module doesn't answer is skipped, and its controls keep what they show.
+/// Fills the page of a node from the module itself. Nothing is cached: the controls of the page are the only
+/// copy of the module's settings. A command that the module doesn't answer is skipped, and its controls keep
+/// what they show.
 class ModulePageLoad final
 {
 public:
@@ -26,6 +27,9 @@ public:
 
     /// Choice of counter or frequency use of the counter modules.
     void CmbRange_Click();
+
+    /// Shows the fields that belong to the TTL or to the photo input.
+    void ShowInputStage(bool photo);
 
     /// Sets `Slider1` to an output value, by `OutputFormatCode`.
     void SetSlider(const std::string &value);
@@ -44,7 +48,6 @@ private:
     void LoadChannelMask(const NodeKey &node);
     void LoadAlarm(const NodeKey &node);
     void LoadLinearMapping(const NodeKey &node);
-    void ShowInputStage(bool photo);
     void CmdAlarmsetting_Click();
 
     /// Sends a command to the node and tells whether it was accepted.

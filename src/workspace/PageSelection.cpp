@@ -41,14 +41,17 @@ const std::string OutputSlotModel = "3931"; ///< the slot whose channel values a
 
 } // namespace
 
-PageSelection::PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live, Consoles &consoles)
+PageSelection::PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live,
+                             Consoles &consoles)
     : main_(main), pages_(pages), load_(load), live_(live), consoles_(consoles)
 {
     main.OnNodeClick([this](const std::string &key) { TreeView1_NodeClick(key); });
     connect(&main.Timer1, &QTimer::timeout, this, [this] { Queue(this, [this] { Timer1_Tick(); }); });
 
     connect(pages.ListView3900, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
-        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] { ListView3900_ItemClick(key); });
+        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] {
+            ListView3900_ItemClick(key);
+        });
     });
     // A double click, and Return on the chosen row.
     connect(pages.ListView3900, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {
@@ -104,6 +107,7 @@ void PageSelection::LeftClick(const std::string &key)
     SetCaption(main_.Frame1, ofModule ? PageCaption(NodeKey(key)) : std::string{});
     main_.LastNodeIndex = main_.Nodes.IndexOf(key);
     main_.ArrangePage();
+    main_.OutputEditing = false; // what was typed and not sent goes with its page
     ShowPage(key);
     // The page is painted before the bus is used.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
@@ -129,7 +133,8 @@ void PageSelection::SetToolbar(const std::string &key)
 {
     const bool port = NodeClass == ClassCOM;
     const bool bus = port && !ScopeIsOpen(PortOfPortKey(key));
-    const bool module = NodeClass != ClassPC && !port && Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 3) == "COM";
+    const bool module =
+        NodeClass != ClassPC && !port && Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 3) == "COM";
     main_.ToolButton(FormMain::SearchButton)->setEnabled(bus);
     main_.ToolButton(FormMain::TerminalButton)->setEnabled(bus);
     main_.ToolButton(FormMain::ScopeButton)->setEnabled(bus && !main_.Nodes.IsExpanded(key));
@@ -223,9 +228,9 @@ void PageSelection::FillSlotList(const std::string &key)
             break;
         const NodeKey slot(child);
         const SlotListRow description = SlotListRowOf(slot.model());
-        auto *item = new QTreeWidgetItem(
-            pages_.ListView3900, {ToQString(std::string("  ") + slot.slot()), ToQString(description.name),
-                                  ToQString(description.description)});
+        auto *item = new QTreeWidgetItem(pages_.ListView3900,
+                                         {ToQString(std::string("  ") + slot.slot()),
+                                          ToQString(description.name), ToQString(description.description)});
         item->setData(0, Qt::UserRole, ToQString(child));
     }
 }
@@ -285,8 +290,8 @@ void PageSelection::PopupVORNModule(const std::string &key)
     Popup(main_.VORNModule);
 }
 
-/// Shows a context menu and runs what was chosen while the node that it belongs to is selected. The action may choose
-/// nodes itself, so that the guard is lifted for it.
+/// Shows a context menu and runs what was chosen while the node that it belongs to is selected. The action
+/// may choose nodes itself, so that the guard is lifted for it.
 void PageSelection::Popup(QMenu *menu)
 {
     QAction *chosen = menu->exec(QCursor::pos());

@@ -18,8 +18,8 @@ class Pages;
 
 /// The switchboard of the program: what a chosen node shows, loads and polls.
 ///
-/// A click that comes while the refresh runs is handled inside the refresh's own yield. It ends the refresh through
-/// `PauseRefresh` and `NoYield`, and `Timer1`, armed as the last act of every click, starts it again.
+/// A click that comes while the refresh runs is handled inside the refresh's own yield. It ends the refresh
+/// through `PauseRefresh` and `NoYield`, and `Timer1`, armed as the last act of every click, starts it again.
 class PageSelection final : public QObject
 {
 public:

@@ -51,14 +51,15 @@ Pages::Pages(FormMain &main)
       FrameAIn(new class FrameAIn), FrameAOut(new class FrameAOut), FrameDIO(new class FrameDIO),
       FrameFCdata(new class FrameFCdata), FrameFC(new class FrameFC), FrameFCf(new class FrameFCf),
       FrameASet(new class FrameASet), FrameLSet(new class FrameLSet), FrameSlot(new class FrameSlot),
-      FrameSlotIO(new class FrameSlotIO), FrameChannel(new class FrameChannel), FrameMemory(new class FrameMemory),
-      FrameMAlarmset(new class FrameMAlarmset), FrameMemOperation(new class FrameMemOperation)
+      FrameSlotIO(new class FrameSlotIO), FrameChannel(new class FrameChannel),
+      FrameMemory(new class FrameMemory), FrameMAlarmset(new class FrameMAlarmset),
+      FrameMemOperation(new class FrameMemOperation)
 {
     BuildLists();
     const std::initializer_list<QWidget *> inOrder{
-        LabPC,       FramePort, TabStrip1, FrameMSet, ListView3900, FrameGen,  FrameAIn,     FrameAOut,   FrameDIO,
-        FrameFCdata, FrameFC,   FrameFCf,  FrameASet, FrameLSet,    FrameSlot, FrameSlotIO, FrameChannel, FrameMemory,
-        FrameMAlarmset, FrameMemOperation};
+        LabPC,     FramePort,   TabStrip1,    FrameMSet,   ListView3900,   FrameGen,         FrameAIn,
+        FrameAOut, FrameDIO,    FrameFCdata,  FrameFC,     FrameFCf,       FrameASet,        FrameLSet,
+        FrameSlot, FrameSlotIO, FrameChannel, FrameMemory, FrameMAlarmset, FrameMemOperation};
     for (QWidget *frame : inOrder) {
         frame->hide();
         main.PageLayout()->addWidget(frame);
@@ -91,7 +92,8 @@ void Pages::BuildLists()
     ListView3900->setHeaderLabels(captions);
     for (int i = 0; i < ListView3900->columnCount(); ++i) {
         ListView3900->resizeColumnToContents(i);
-        ListView3900->setColumnWidth(i, qMax(ListView3900->columnWidth(i), SlotColumns[i].twips / TwipsPerPixel));
+        ListView3900->setColumnWidth(
+            i, qMax(ListView3900->columnWidth(i), SlotColumns[i].twips / TwipsPerPixel));
     }
     const int row = ListView3900->fontMetrics().height() + Rhythm::BetweenRows;
     ListView3900->setMinimumHeight((SlotRows + 2) * row);

@@ -32,18 +32,18 @@ class FramePort;
 class FrameSlot;
 class FrameSlotIO;
 
-/// All frames that the page of a node is put together from, in the order in which they stand below each other, and the
-/// way from a control's name to the control.
+/// All frames that the page of a node is put together from, in the order in which they stand below each
+/// other, and the way from a control's name to the control.
 class Pages final
 {
 public:
     explicit Pages(FormMain &main);
 
-    QLabel *LabPC;              ///< text of the PC page
+    QLabel *LabPC; ///< text of the PC page
     class FramePort *FramePort;
     QTabBar *TabStrip1;
     class FrameMSet *FrameMSet;
-    QTreeWidget *ListView3900;  ///< slots of a base unit
+    QTreeWidget *ListView3900; ///< slots of a base unit
     class FrameGen *FrameGen;
     class FrameAIn *FrameAIn;
     class FrameAOut *FrameAOut;

@@ -172,8 +172,10 @@ TEST_F(TransTest, AHugeTimeOutWaitsForTheReplyAndKeepsTheWindowAlive)
         for (const bool noYield : {false, true}) {
             peer_.Forget();
             op.Gui([&] { main().NoYield = noYield; });
-            QMetaObject::invokeMethod(&main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
-            ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"} && main().TransBusy; }, "the command"));
+            QMetaObject::invokeMethod(
+                &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+            ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"} && main().TransBusy; },
+                                   "the command"));
             peer_.Send("!01\r");
             ASSERT_TRUE(op.WaitFor([&] { return !main().TransBusy; }, "the end of the transaction"));
             EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "!01");
@@ -186,7 +188,8 @@ TEST_F(TransTest, ACallInsideARunningTransactionDoesNothing)
 {
     Operate([&](Operator &op) {
         SetTimeOut(op, "30000");
-        QMetaObject::invokeMethod(&main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
         ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"}; }, "the command"));
         op.Gui([&] {
             main().ReplyText = "before";
@@ -253,7 +256,8 @@ TEST_F(TransTest, APortThatHasGoneIsToldOnceAndStopsASearch)
     Operate([&](Operator &op) {
         std::filesystem::remove(ports.Link(3));
         op.Gui([&] { main().StopScan = main().TerminalStop = false; });
-        QMetaObject::invokeMethod(&main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
         op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
         op.Settle();
         EXPECT_TRUE(op.Gui([&] { return main().StopScan && main().TerminalStop; }));
@@ -268,7 +272,8 @@ TEST_F(TransTest, APortThatIsHeldIsTold)
         vorn::MSComm holder(machine);
         holder.SetCommPort(3);
         holder.SetPortOpen(true);
-        QMetaObject::invokeMethod(&main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
         op.AnswerBox("Port already open !", 16, "Port already open");
         op.Settle();
         EXPECT_TRUE(op.Gui([&] { return main().StopScan; }));
@@ -286,7 +291,8 @@ TEST_F(TransTest, ADeviceThatVanishesInTheMiddleIsSilence)
     Operate([&](Operator &op) {
         op.Gui([&] { main().ReplyText = "before"; });
         const std::string reply = Trans(op, "$012");
-        EXPECT_TRUE(reply.empty() || reply == "before") << "as the two characters were lost with the device or not";
+        EXPECT_TRUE(reply.empty() || reply == "before")
+            << "as the two characters were lost with the device or not";
         EXPECT_FALSE(op.Gui([&] { return main().TransBusy || main().MSComm1.PortOpen(); }));
         std::filesystem::remove(ports.Link(3));
     });

@@ -1,5 +1,5 @@
-// Closing the main window ends the process with status 0 at once, from inside any wait, with the ports released. Each
-// case runs in a process of its own, which the closing ends.
+// Closing the main window ends the process with status 0 at once, from inside any wait, with the ports
+// released. Each case runs in a process of its own, which the closing ends.
 
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
@@ -14,7 +14,8 @@ namespace
 {
 
 /// The program on COM3, its steps queued; closes the window once the peer has heard `line`.
-void CloseWhenHeard(const std::string &line, const char *timeOut, const std::function<void(vorn::FormMain &)> &begin)
+void CloseWhenHeard(const std::string &line, const char *timeOut,
+                    const std::function<void(vorn::FormMain &)> &begin)
 {
     PortsFolder folder;
     RawPeer peer(folder.Link(3));
@@ -35,7 +36,8 @@ void CloseWhenHeard(const std::string &line, const char *timeOut, const std::fun
         }
     });
     look.start(1);
-    QMetaObject::invokeMethod(&main, [&] { begin(main); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &main, [&] { begin(main); }, Qt::QueuedConnection);
     for (;;)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
@@ -60,15 +62,17 @@ TEST(ClosingDeathTest, DuringATransactionThatMayNotYield)
 
 TEST(ClosingDeathTest, DuringTheReadyWait)
 {
-    EXPECT_EXIT(CloseWhenHeard("$052", "5", [](vorn::FormMain &main) { vorn::WaitModuleReady(main, "05", false); }),
-                ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(
+        CloseWhenHeard("$052", "5", [](vorn::FormMain &main) { vorn::WaitModuleReady(main, "05", false); }),
+        ::testing::ExitedWithCode(0), "");
 }
 
 TEST(ClosingDeathTest, DuringTheRefresh)
 {
     EXPECT_EXIT(CloseWhenHeard("#0A", "5",
                                [](vorn::FormMain &main) {
-                                   main.Nodes.Add("KeyCOM003", "_0003!!0A7209", "(0A) 7209", "vorn4ico", "vorn4icoS");
+                                   main.Nodes.Add("KeyCOM003", "_0003!!0A7209", "(0A) 7209", "vorn4ico",
+                                                  "vorn4icoS");
                                    main.Nodes.Select("_0003!!0A7209");
                                    main.NodeLeftClick = true;
                                    main.TreeView1_NodeClick("_0003!!0A7209");

@@ -50,7 +50,8 @@ protected:
             const auto items = tree->findItems(vorn::ToQString(main().Nodes.Text(key)), Qt::MatchRecursive);
             items.first()->setExpanded(unfold);
         });
-        op.WaitFor([&] { return vorn::TagOf(main().Frame1) == key && main().Nodes.IsExpanded(key) == unfold; }, key);
+        op.WaitFor(
+            [&] { return vorn::TagOf(main().Frame1) == key && main().Nodes.IsExpanded(key) == unfold; }, key);
         op.Settle();
     }
 
@@ -73,8 +74,8 @@ protected:
             main().Nodes.Select(key);
             Q_EMIT main().Tools->aboutToShow();
             std::string states;
-            for (const QAction *entry : {main().Search, main().Terminal, main().Data_Scope, main().VORNLoadSet,
-                                         main().VORNSaveSet})
+            for (const QAction *entry :
+                 {main().Search, main().Terminal, main().Data_Scope, main().VORNLoadSet, main().VORNSaveSet})
                 states += entry->isEnabled() ? '1' : '0';
             return states;
         });
@@ -91,7 +92,8 @@ protected:
                 main().TreeView1_NodeClick(key);
             },
             Qt::QueuedConnection);
-        op.WaitFor([] { return qobject_cast<QMenu *>(QApplication::activePopupWidget()) != nullptr; }, "the menu");
+        op.WaitFor([] { return qobject_cast<QMenu *>(QApplication::activePopupWidget()) != nullptr; },
+                   "the menu");
         op.Gui([&] { look(*qobject_cast<QMenu *>(QApplication::activePopupWidget())); });
         op.Gui([] {
             if (QWidget *menu = QApplication::activePopupWidget())
@@ -149,9 +151,7 @@ TEST_F(DeviceTreeTest, OnlyOnePortIsUnfolded)
     Operate([&](Operator &op) {
         Plant(op);
         Unfold(op, Port3);
-        op.Gui([&] {
-            main().Nodes.Add("KeyCOM010", "_0010!!0A7252", "(0A) 7252", "vorn4ico", "vorn4icoS");
-        });
+        op.Gui([&] { main().Nodes.Add("KeyCOM010", "_0010!!0A7252", "(0A) 7252", "vorn4ico", "vorn4icoS"); });
         Unfold(op, "KeyCOM010");
         op.Gui([&] {
             EXPECT_FALSE(main().Nodes.IsExpanded(Port3));
@@ -252,7 +252,8 @@ TEST_F(DeviceTreeTest, ARightClickOnAPortOffersTheBusTools)
         Choose(op, Slot);
         RightClick(op, "KeyCOM010", [&](QMenu &menu) {
             EXPECT_EQ(&menu, main().COM);
-            EXPECT_TRUE(main().CSearch->isEnabled() && main().CTerminal->isEnabled() && main().CData_Scope->isEnabled());
+            EXPECT_TRUE(main().CSearch->isEnabled() && main().CTerminal->isEnabled() &&
+                        main().CData_Scope->isEnabled());
             EXPECT_FALSE(vorn::IsShown(Find("FrameSlotIO"))) << "hidden for the time of the menu";
             EXPECT_EQ(main().CommPortNo, 10);
         });
@@ -273,7 +274,8 @@ TEST_F(DeviceTreeTest, TheContextMenuSearchesTheClickedPort)
             menu.setActiveAction(main().CSearch);
             QTest::keyClick(&menu, Qt::Key_Return);
         });
-        op.AnswerInput("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0", "255");
+        op.AnswerInput("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0",
+                       "255");
         op.WaitFor([&] { return main().isEnabled() && Status() == "COM Port Status"; }, "end of the search");
         op.Gui([&] {
             EXPECT_EQ(main().Nodes.Children("KeyCOM010"), Lines{"_0010!!FF7252"});
@@ -294,7 +296,8 @@ TEST_F(DeviceTreeTest, SlotsAndChannelsHaveNoMenu)
                 main().Nodes.Select(key);
                 Q_EMIT main().TreeView1->MouseDown(Qt::RightButton);
             });
-            QMetaObject::invokeMethod(&main(), [this, key] { main().TreeView1_NodeClick(key); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                &main(), [this, key] { main().TreeView1_NodeClick(key); }, Qt::QueuedConnection);
             op.WaitFor([&] { return main().Nodes.Selected() == Plain; }, "the selection's return");
             EXPECT_TRUE(op.Gui([] { return QApplication::activePopupWidget() == nullptr; }));
         }
@@ -321,15 +324,18 @@ TEST_F(DeviceTreeTest, AMouseClickChoosesAndATwinClickUnfolds)
         op.Gui([&] {
             auto *tree = main().TreeView1;
             const auto item = tree->findItems(QStringLiteral("COM10"), Qt::MatchRecursive).first();
-            QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                              tree->visualItemRect(item).center());
         });
         op.WaitFor([&] { return vorn::TagOf(main().Frame1) == "KeyCOM010"; }, "the port's page");
         EXPECT_TRUE(op.Gui([&] { return main().NodeLeftClick; }));
         op.Gui([&] {
             auto *tree = main().TreeView1;
             const auto item = tree->findItems(QStringLiteral("COM3"), Qt::MatchRecursive).first();
-            QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
-            QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                              tree->visualItemRect(item).center());
+            QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                               tree->visualItemRect(item).center());
         });
         op.WaitFor([&] { return Shown("ListView1"); }, "the module list");
     });

@@ -53,7 +53,8 @@ TEST_F(HelpTest, EveryLinkOfEveryPageLeadsToAPage)
         auto match = link.globalMatch(QString::fromUtf8(file.readAll()));
         while (match.hasNext()) {
             const QString target = match.next().captured(1);
-            EXPECT_TRUE(QFile::exists(pages.filePath(target))) << name.toStdString() << " -> " << target.toStdString();
+            EXPECT_TRUE(QFile::exists(pages.filePath(target)))
+                << name.toStdString() << " -> " << target.toStdString();
         }
     }
 }
@@ -66,7 +67,8 @@ TEST_F(HelpTest, MenuToolbarAndF1OpenThePageOfWhatIsOnShow)
         CloseHelp(op);
         Choose(op, "KeyPC");
         op.Trigger(main().ToolButton(vorn::FormMain::HelpButton));
-        op.WaitFor([] { return Page() == QStringLiteral("main-window.html"); }, "the help of the main window");
+        op.WaitFor([] { return Page() == QStringLiteral("main-window.html"); },
+                   "the help of the main window");
         CloseHelp(op);
         EXPECT_EQ(op.Gui([&] { return main().VORNHelp->shortcut(); }), QKeySequence(Qt::Key_F1));
     });
@@ -83,7 +85,9 @@ TEST_F(HelpTest, EachModelHasItsPage)
                                           {"7282D", "counter.html"},
                                           {"3900", "base-unit.html"}}) {
             const std::string key = std::string("_0003!!0A") + model;
-            op.Gui([&] { main().Nodes.Add("KeyCOM003", key, std::string("(0A) ") + model, "vorn4ico", "vorn4icoS"); });
+            op.Gui([&] {
+                main().Nodes.Add("KeyCOM003", key, std::string("(0A) ") + model, "vorn4ico", "vorn4icoS");
+            });
             Choose(op, key);
             op.Trigger(main().VORNHelp);
             op.WaitFor([page = page] { return Page() == QString::fromLatin1(page); }, page);

@@ -200,7 +200,8 @@ TEST_F(LiveDataTest, AnalogOutputsReadBackAndFollowUnlessEdited)
         });
         peer_.Reply("$0A8", "!0A03.000\r");
         Await(op, "LabReadBack", "03.000");
-        EXPECT_EQ(op.Gui([&] { return Text("TextAnalogOut"); }), "9") << "the read-back moves, the entry stays";
+        EXPECT_EQ(op.Gui([&] { return Text("TextAnalogOut"); }), "9")
+            << "the read-back moves, the entry stays";
     });
 }
 
@@ -300,8 +301,11 @@ TEST_F(LiveDataTest, AChannelIsEmptiedWhenItFallsSilent)
     Operate([&](Operator &op) {
         OpenSlot(op, "3923", "5");
         Await(op, "LabChannelValue", "+01.500");
-        op.WaitFor([&] { return Find<vorn::DIO>("ChannelHAlarm")->value() && Find<vorn::DIO>("ChannelLAlarm")->value(); },
-                   "the alarms");
+        op.WaitFor(
+            [&] {
+                return Find<vorn::DIO>("ChannelHAlarm")->value() && Find<vorn::DIO>("ChannelLAlarm")->value();
+            },
+            "the alarms");
         EXPECT_EQ(Round(op, "#0AS2C5"), (Lines{"#0AS2C5", "$0AS2C5S"}));
         peer_.Reply("#0AS2C5", "?0A\r");
         Await(op, "LabChannelValue", "");
@@ -326,8 +330,8 @@ TEST_F(LiveDataTest, CountersOfASlotKeepTheirLeadingZeros)
     Operate([&](Operator &op) {
         OpenSlot(op, "3962");
         Await(op, "TextCH_3", "0000000042");
-        EXPECT_EQ(Round(op, "#0AS2C0"), (Lines{"#0AS2C0", "#0AS2C1", "#0AS2C2", "#0AS2C3", "$0AS2C0S", "$0AS2C1S",
-                                               "$0AS2C2S", "$0AS2C3S"}));
+        EXPECT_EQ(Round(op, "#0AS2C0"), (Lines{"#0AS2C0", "#0AS2C1", "#0AS2C2", "#0AS2C3", "$0AS2C0S",
+                                               "$0AS2C1S", "$0AS2C2S", "$0AS2C3S"}));
     });
 }
 
@@ -349,9 +353,12 @@ TEST_F(LiveDataTest, FrequenciesOfASlotAreHundredths)
 TEST_F(LiveDataTest, DigitalSlotsShowTheirPairs)
 {
     const std::vector<std::tuple<const char *, const char *, const char *, Lines>> rows{
-        {"3942", "A5", "22", {"$0AS2M", "$0AS26"}}, {"3944", "A5", "22", {"$0AS26"}},
-        {"3946", "", "22", {"$0AS26"}},             {"3948", "A5", "22", {"$0AS2M", "$0AS26"}},
-        {"3951", "A5", "22", {"$0AS2M", "$0AS26"}}, {"3953", "", "A5", {"$0AS2M", "$0AS26"}},
+        {"3942", "A5", "22", {"$0AS2M", "$0AS26"}},
+        {"3944", "A5", "22", {"$0AS26"}},
+        {"3946", "", "22", {"$0AS26"}},
+        {"3948", "A5", "22", {"$0AS2M", "$0AS26"}},
+        {"3951", "A5", "22", {"$0AS2M", "$0AS26"}},
+        {"3953", "", "A5", {"$0AS2M", "$0AS26"}},
         {"3957", "", "A5", {"$0AS2M", "$0AS26"}}};
     peer_.Reply("$0AS26", "!0AA522\r");
     peer_.Reply("$0AS2M", "!0A0000\r");
@@ -423,12 +430,13 @@ TEST_F(LiveDataTest, ABaseUnitHasNothingToPoll)
 
 TEST(LiveDataOfAFaultyModule, EveryFaultLeavesAnUnharmedProgram)
 {
-    for (const char *fault : {"silent", "refuse", "garbage", "split at=3 delay=5", "late delay=200", "noreturn",
-                              "innerreturn", "lone", "wrongaddress", "long", "allbytes"}) {
+    for (const char *fault : {"silent", "refuse", "garbage", "split at=3 delay=5", "late delay=200",
+                              "noreturn", "innerreturn", "lone", "wrongaddress", "long", "allbytes"}) {
         ProgramRun run;
         vornsim::Rack rack;
         try {
-            rack = vornsim::ParseRack(std::string("port 3 speed=9600\nmodule 7206 address=0A\n    fault ") + fault + "\n");
+            rack = vornsim::ParseRack(std::string("port 3 speed=9600\nmodule 7206 address=0A\n    fault ") +
+                                      fault + "\n");
         } catch (const vornsim::RackError &error) {
             FAIL() << fault << ": " << error.what();
         }
@@ -443,7 +451,8 @@ TEST(LiveDataOfAFaultyModule, EveryFaultLeavesAnUnharmedProgram)
             op.WaitFor([&] { return simulator.Commands(3).size() > 15; }, fault);
             run.Choose(op, "KeyPC");
             EXPECT_TRUE(op.Gui([&] { return run.Shown("LabPC"); })) << fault;
-            op.WaitFor([&] { return !run.main().TransBusy && !run.main().NoYield; }, "the end of the refresh");
+            op.WaitFor([&] { return !run.main().TransBusy && !run.main().NoYield; },
+                       "the end of the refresh");
         });
     }
 }

@@ -1,7 +1,5 @@
-#include "support/ProgramRun.h"
+#include "support/RackOfOne.h"
 #include "support/RawPeer.h"
-
-#include "simulator/Simulator.h"
 
 #include "core/CommandFrame.h"
 #include "platform/WidgetText.h"
@@ -44,9 +42,10 @@ Lines Join(std::initializer_list<Lines> parts)
     return all;
 }
 
-const Lines CounterReads{"$0AF", "$0A2", "$0A8", "$0AA", "$0A50", "$0A51", "@0ADI",
+const Lines CounterReads{"$0AF", "$0A2",  "$0A8",  "$0AA",  "$0A50", "$0A51", "@0ADI",
                          "$0AB", "$0A0H", "$0A0L", "$0A1H", "$0A1L", "$0A4"};
-const Lines FrequencyReads{"$0AF", "$0A2", "$0A8", "$0A50", "$0A51", "$0AB", "$0A0H", "$0A0L", "$0A1H", "$0A1L", "$0A4"};
+const Lines FrequencyReads{"$0AF",  "$0A2",  "$0A8",  "$0A50", "$0A51", "$0AB",
+                           "$0A0H", "$0A0L", "$0A1H", "$0A1L", "$0A4"};
 const Lines CounterPoll{"#0A0", "#0A1", "@0ADI", "$0A07", "$0A17"};
 
 const std::vector<LoadCase> Cases{
@@ -68,51 +67,6 @@ const std::vector<LoadCase> Cases{
     {"7282", "range=51", FrequencyReads, {"#0A0", "#0A1", "#0A0"}},
     {"7282D", "range=50", CounterReads, CounterPoll},
     {"7282N", "range=50", CounterReads, CounterPoll},
-};
-
-/// A rack of one module at 0A on COM2, its node in the tree.
-class RackOfOne : public ProgramRun
-{
-public:
-    void Rack(const std::string &module)
-    {
-        rack_ = std::make_unique<vornsim::Simulator>(
-            vornsim::ParseRack("port 2 speed=9600\nmodule " + module + "\n"), ports.Path());
-        rack_->Start();
-    }
-
-    vornsim::Simulator &rack() { return *rack_; }
-
-    void AddNode(Operator &op, const std::string &key)
-    {
-        op.Gui([&] { main().Nodes.Add("KeyCOM002", key, "(0A) " + vorn::NodeKey(key).model(), "vorn4ico", "vorn4icoS"); });
-    }
-
-    /// Adds the node and chooses it.
-    void Open(Operator &op, const std::string &key)
-    {
-        AddNode(op, key);
-        rack_->ClearTrace();
-        Choose(op, key);
-    }
-
-    bool AwaitCommands(Operator &op, std::size_t count)
-    {
-        return op.WaitFor([&] { return rack_->Commands(2).size() >= count; }, "the commands");
-    }
-
-    int Position(const char *list) { return Find<QComboBox>(list)->currentIndex(); }
-    Lines Entries(const char *list)
-    {
-        Lines entries;
-        const auto *box = Find<QComboBox>(list);
-        for (int i = 0; i < box->count(); ++i)
-            entries.push_back(vorn::FromQString(box->itemText(i)));
-        return entries;
-    }
-
-private:
-    std::unique_ptr<vornsim::Simulator> rack_;
 };
 
 class EveryModel : public ::testing::TestWithParam<LoadCase>, public RackOfOne
@@ -215,7 +169,8 @@ TEST_F(PageLoadTest, ABaseUnitOutsideItsInitStateCanNotBeWritten)
         Choose(op, "_0002!!0A3900");
         op.Gui([&] {
             EXPECT_EQ(rack().Commands(2), (Lines{"$0AF", "$0A2"}));
-            for (const char *name : {"TextAddress", "CmbBaudrate", "CheckChecksum", "CmdDownLoadF", "CmdMUpdate"})
+            for (const char *name :
+                 {"TextAddress", "CmbBaudrate", "CheckChecksum", "CmdDownLoadF", "CmdMUpdate"})
                 EXPECT_FALSE(Find(name)->isEnabled()) << name;
             EXPECT_EQ(Position("CmbBaudrate"), 3) << "its record has no type field";
             const auto *slots_ = Find<QTreeWidget>("ListView3900");
@@ -466,7 +421,8 @@ TEST_F(OddRepliesTest, FrequencyUseHidesWhatCounts)
             EXPECT_EQ(Text("LabDataformat"), "&Frequency gate :");
             EXPECT_EQ(Text("CmbDataFormat"), "1 sec");
             EXPECT_EQ(Text("LabFCs_0"), "Hz");
-            for (const char *name : {"CounterDO_0", "CounterOverflow_1", "CmdClear_0", "CmdCounterSet_1", "TextHW"})
+            for (const char *name :
+                 {"CounterDO_0", "CounterOverflow_1", "CmdClear_0", "CmdCounterSet_1", "TextHW"})
                 EXPECT_FALSE(vorn::IsShown(Find(name))) << name;
         });
     });
@@ -527,7 +483,9 @@ TEST_F(OddRepliesTest, TheChannelMaskTicksItsChannels)
         op.Gui([&] {
             EXPECT_EQ(Text("CmbDataFormat"), "60 ms (50Hz)");
             for (int i = 0; i < 8; ++i)
-                EXPECT_EQ(Find<QCheckBox>(("CheckAI_" + std::to_string(i)).c_str())->isChecked(), i == 0 || i == 7) << i;
+                EXPECT_EQ(Find<QCheckBox>(("CheckAI_" + std::to_string(i)).c_str())->isChecked(),
+                          i == 0 || i == 7)
+                    << i;
         });
     });
 }

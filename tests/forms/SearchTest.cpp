@@ -39,7 +39,8 @@ protected:
 
     bool AwaitEnd(Operator &op)
     {
-        return op.WaitFor([&] { return main().isEnabled() && Status() == "COM Port Status"; }, "end of the search");
+        return op.WaitFor([&] { return main().isEnabled() && Status() == "COM Port Status"; },
+                          "end of the search");
     }
 
     /// Searches from an address on, to the end; what the peer heard is the result.
@@ -69,7 +70,7 @@ TEST_F(SearchTest, AsksEachAddressWithoutAndThenWithChecksum)
     Operate([&](Operator &op) {
         SetTimeOut(op, "20");
         EXPECT_EQ(SearchFrom(op, "253"), (Lines{"$FDM", "$FDM" + vorn::Checksum("$FDM"), "$FEM", "$FFM",
-                                               "$FFM" + vorn::Checksum("$FFM")}));
+                                                "$FFM" + vorn::Checksum("$FFM")}));
     });
 }
 
@@ -205,7 +206,8 @@ TEST_F(SearchTest, CancelOrAnEmptyAnswerChangesNothing)
         for (const char *answer : {static_cast<const char *>(nullptr), ""}) {
             // The port is unfolded; folding it brings the port page and its button back.
             op.Trigger(main().ToolButton(vorn::FormMain::SearchButton));
-            op.AnswerInput("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0", answer);
+            op.AnswerInput("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0",
+                           answer);
             op.Settle();
             op.Gui([&] {
                 EXPECT_TRUE(main().PauseRefresh);
@@ -314,8 +316,8 @@ TEST_F(SearchTest, SlotsOfABaseUnitComeWithTheirChannels)
             EXPECT_EQ(Texts(), Lines{"(FF) 3900"});
             EXPECT_EQ(main().Nodes.Image(base), "vorn5ico");
             EXPECT_EQ(main().Nodes.Children(base),
-                      (Lines{"_00030!FF3921", "_00031!FF3923", "_00032!FF3923H", "_00033!FF3925", "_00034!FF3931",
-                             "_00035!FF3942", "_00037!FF3962"}));
+                      (Lines{"_00030!FF3921", "_00031!FF3923", "_00032!FF3923H", "_00033!FF3925",
+                             "_00034!FF3931", "_00035!FF3942", "_00037!FF3962"}));
             EXPECT_EQ(Texts(base), (Lines{"(S0) 3921", "(S1) 3923", "(S2) 3923H", "(S3) 3925", "(S4) 3931",
                                           "(S5) 3942", "(S7) 3962"}));
             EXPECT_EQ(main().Nodes.Children("_00030!FF3921"),
@@ -361,7 +363,8 @@ TEST_F(SearchTest, AnUnknownSlotCodeStillMakesASlot)
 namespace
 {
 
-/// Searches address 0 and stops behind it: the peer falls silent, and the stop button is pressed at address 1.
+/// Searches address 0 and stops behind it: the peer falls silent, and the stop button is pressed at
+/// address 1.
 class AddressZeroTest : public SearchTest
 {
 protected:
@@ -515,11 +518,12 @@ TEST(SearchOfARack, FindsEachModuleOnceWhateverItsChecksumState)
     run.Operate([&](Operator &op) {
         op.Gui([&] { run.main().TextTimeOut->setText(QStringLiteral("15")); });
         run.Search(op, "0");
-        op.WaitFor([&] { return run.main().isEnabled() && run.Status() == "COM Port Status"; }, "end of the search");
+        op.WaitFor([&] { return run.main().isEnabled() && run.Status() == "COM Port Status"; },
+                   "end of the search");
         op.Gui([&] {
             EXPECT_EQ(run.main().Nodes.Children("KeyCOM002"),
-                      (Lines{"_0002!!017252", "_1002!!027206", "_0002!!037209", "_0002!!047221P", "_1002!!057216",
-                             "_1002!!FF3900"}));
+                      (Lines{"_0002!!017252", "_1002!!027206", "_0002!!037209", "_0002!!047221P",
+                             "_1002!!057216", "_1002!!FF3900"}));
             EXPECT_EQ(run.main().Nodes.Children("_1002!!FF3900"), (Lines{"_10020!FF3923", "_10022!FF3962"}));
         });
     });
@@ -535,7 +539,8 @@ TEST(SearchOfARack, AModuleInInitStateShowsTheAddressThatItReports)
     run.Operate([&](Operator &op) {
         op.Gui([&] { run.main().TextTimeOut->setText(QStringLiteral("15")); });
         run.Search(op, "0");
-        op.WaitFor([&] { return run.main().isEnabled() && run.Status() == "COM Port Status"; }, "end of the search");
+        op.WaitFor([&] { return run.main().isEnabled() && run.Status() == "COM Port Status"; },
+                   "end of the search");
         op.Gui([&] {
             const std::string key = run.main().Nodes.Children("KeyCOM002").front();
             EXPECT_EQ(key.front(), '*') << key;

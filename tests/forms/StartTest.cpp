@@ -66,7 +66,8 @@ TEST(Start, AMachineWithoutPortsIsToldAndShowsNoWindow)
     vorn::Program program({.ports = machine, .clock = clock});
     bool loaded = true;
     Operator::Run([&](Operator &op) {
-        QMetaObject::invokeMethod(qApp, [&] { loaded = program.Load(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            qApp, [&] { loaded = program.Load(); }, Qt::QueuedConnection);
         op.AnswerBox("Host PC COMport is Disable!", 16, "VORN Utility");
         op.Settle();
     });
@@ -143,11 +144,16 @@ TEST_F(WindowTest, MenusCarryTheirCaptions)
 
 TEST_F(WindowTest, ToolbarButtonsStandInTheirPlaces)
 {
-    const std::vector<std::pair<const char *, const char *>> buttons{
-        {"TSaveFile", "Save"}, {"", ""},  {"TSearch", "Search"},
-        {"TTerminal", "Terminal"}, {"TScope", "Data scope"}, {"", ""},
-        {"TSaveSet", "Save Configuration"}, {"TLoadSet", "Load Configuration"}, {"", ""},
-        {"THelp", "Help"}};
+    const std::vector<std::pair<const char *, const char *>> buttons{{"TSaveFile", "Save"},
+                                                                     {"", ""},
+                                                                     {"TSearch", "Search"},
+                                                                     {"TTerminal", "Terminal"},
+                                                                     {"TScope", "Data scope"},
+                                                                     {"", ""},
+                                                                     {"TSaveSet", "Save Configuration"},
+                                                                     {"TLoadSet", "Load Configuration"},
+                                                                     {"", ""},
+                                                                     {"THelp", "Help"}};
     Operate([&](Operator &op) {
         op.Gui([&] {
             ASSERT_EQ(main().Toolbar1->actions().size(), static_cast<qsizetype>(buttons.size()));
@@ -205,7 +211,8 @@ TEST_F(WindowTest, TheAboutBoxHasAVersionOfItsOwn)
         op.Trigger(main().VORNabout);
         op.CloseForm("frmAbout", [](QWidget &form) {
             EXPECT_EQ(form.windowTitle(), QStringLiteral("About VORN Utility Software"));
-            EXPECT_EQ(form.findChild<QLabel *>(QStringLiteral("lblVersion"))->text(), QStringLiteral("Version : 2.00"));
+            EXPECT_EQ(form.findChild<QLabel *>(QStringLiteral("lblVersion"))->text(),
+                      QStringLiteral("Version : 2.00"));
             EXPECT_EQ(form.findChild<QLabel *>(QStringLiteral("lblTitle"))->text(),
                       QStringLiteral("VORN Utility Software"));
         });
@@ -234,7 +241,8 @@ TEST_F(WindowTest, EveryNamedControlTellsAssistiveTechnologyItsName)
     Operate([&](Operator &op) {
         op.Gui([&] {
             for (const QWidget *control : main().findChildren<QWidget *>()) {
-                const bool field = qobject_cast<const QLineEdit *>(control) || qobject_cast<const QComboBox *>(control);
+                const bool field =
+                    qobject_cast<const QLineEdit *>(control) || qobject_cast<const QComboBox *>(control);
                 const QString name = control->objectName();
                 if (field && !name.isEmpty() && !name.startsWith(QLatin1String("qt_"))) {
                     EXPECT_FALSE(control->accessibleName().isEmpty()) << name.toStdString();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -95,6 +96,27 @@ TEST(ModelCatalogue, ConsoleModels)
         EXPECT_FALSE(IsConsoleModel(name)) << name;
     EXPECT_FALSE(IsConsoleModel(""));
     EXPECT_FALSE(IsConsoleModel("7221+")) << "keys hold the P form";
+}
+
+struct HelpCase {
+    std::vector<const char *> models;
+    const char *page;
+};
+
+TEST(ModelHelpPage, FollowsTheKindOfPage)
+{
+    const std::vector<HelpCase> cases{
+        {{"7203", "7203D", "7206", "7209", "7212D", "7218", "7221", "7224", "7224M"}, "analog-input"},
+        {{"7231"}, "analog-output"},
+        {{"7252", "7256", "7258", "7272"}, "digital"},
+        {{"7282", "7282D", "7282N"}, "counter"},
+        {{"3900"}, "base-unit"},
+        {{"7216", "3923", "7290", ""}, "module-setting"},
+    };
+    for (const HelpCase &c : cases) {
+        for (const char *model : c.models)
+            EXPECT_EQ(ModelHelpPage(model), c.page) << model;
+    }
 }
 
 struct SlotCase {

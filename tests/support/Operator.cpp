@@ -21,7 +21,8 @@ namespace
 
 using namespace std::chrono_literals;
 
-/// A condition that hasn't come by then never will. Far above anything that the program waits for in the tests.
+/// A condition that hasn't come by then never will. Far above anything that the program waits for in the
+/// tests.
 constexpr auto Patience = 20s;
 constexpr auto Look = 2ms;
 
@@ -50,7 +51,8 @@ void Operator::Run(const std::function<void(Operator &)> &steps)
         if (!::testing::Test::HasFatalFailure())
             person.FailOnStrayBox();
         done = true;
-        QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            qApp, [] {}, Qt::QueuedConnection);
     });
     while (!done)
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
@@ -114,7 +116,8 @@ void Operator::AnswerBox(const std::string &text, int style, const std::string &
     Gui([&] {
         auto *box = qobject_cast<QMessageBox *>(modal);
         if (!box) {
-            ADD_FAILURE() << "Not a message box: " << modal->objectName().toStdString() << ", expected " << text;
+            ADD_FAILURE() << "Not a message box: " << modal->objectName().toStdString() << ", expected "
+                          << text;
             return;
         }
         EXPECT_EQ(box->text().toStdString(), text);

@@ -14,8 +14,9 @@
 
 class QAction;
 
-/// The person before the screen. Its steps run on a thread of their own, since the program's handlers loop inside the
-/// event loop; each look and each move is done on the window's thread, in whatever loop that is in just then.
+/// The person before the screen. Its steps run on a thread of their own, since the program's handlers loop
+/// inside the event loop; each look and each move is done on the window's thread, in whatever loop that is in
+/// just then.
 ///
 /// A message box that no step has announced fails the test.
 class Operator final

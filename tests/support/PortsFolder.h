@@ -3,7 +3,8 @@
 #include <filesystem>
 #include <string>
 
-/// A configuration folder of the test's own, so that the program sees the ports that the test makes and no others.
+/// A configuration folder of the test's own, so that the program sees the ports that the test makes and no
+/// others.
 class PortsFolder final
 {
 public:

@@ -75,7 +75,8 @@ void ProgramRun::LeftClick(const std::string &key)
     }
     Q_EMIT main().TreeView1->MouseDown(Qt::LeftButton);
     QMetaObject::invokeMethod(
-        main().TreeView1, [this, key] { Q_EMIT main().TreeView1->NodeClick(vorn::ToQString(key)); }, Qt::QueuedConnection);
+        main().TreeView1, [this, key] { Q_EMIT main().TreeView1->NodeClick(vorn::ToQString(key)); },
+        Qt::QueuedConnection);
 }
 
 void ProgramRun::Choose(Operator &op, const std::string &key)

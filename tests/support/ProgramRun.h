@@ -17,7 +17,8 @@
 #include <memory>
 #include <string>
 
-/// The whole program on ports of the test's own. Ports are made before the program starts, by a simulator or raw peers.
+/// The whole program on ports of the test's own. Ports are made before the program starts, by a simulator or
+/// raw peers.
 class ProgramRun
 {
 public:

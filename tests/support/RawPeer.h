@@ -9,8 +9,8 @@
 #include <thread>
 #include <vector>
 
-/// The far end of one port, at the level of bytes: records the lines that come in and answers each one as the test says.
-/// It knows nothing of the protocol.
+/// The far end of one port, at the level of bytes: records the lines that come in and answers each one as the
+/// test says. It knows nothing of the protocol.
 class RawPeer final
 {
 public:

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
@@ -60,12 +61,21 @@ std::string Desktop::Run(const Child::Command &command) const
     return text;
 }
 
+/// Asks the window manager, one window at a time: one that goes meanwhile hides no other.
 std::vector<std::string> Desktop::Windows(const std::string &title) const
 {
-    std::istringstream lines(Run({"xdotool", "search", "--onlyvisible", "--name", title}));
+    const std::regex wanted(title);
+    const std::regex id("0x[0-9a-f]+");
+    const std::string list = Run({"xprop", "-root", "-notype", "_NET_CLIENT_LIST"});
     std::vector<std::string> windows;
-    for (std::string line; std::getline(lines, line);)
-        windows.push_back(line);
+    for (auto i = std::sregex_iterator(list.begin(), list.end(), id); i != std::sregex_iterator(); ++i) {
+        const std::string name = Run({"xprop", "-id", i->str(), "-notype", "_NET_WM_NAME"});
+        const std::size_t begin = name.find('"');
+        const std::size_t end = name.rfind('"');
+        if (begin < end && end != std::string::npos &&
+            std::regex_search(name.substr(begin + 1, end - begin - 1), wanted))
+            windows.push_back(std::to_string(std::stoul(i->str(), nullptr, 16)));
+    }
     return windows;
 }
 
@@ -153,14 +163,29 @@ void Desktop::WheelDown(int x, int y) const
     AtPlace(x, y, "5");
 }
 
-void Desktop::ClickIn(const std::string &window, int x, int y) const
+void Desktop::ClickIn(const std::string &window, int x, int y, int times) const
 {
-    Run({"xdotool", "mousemove", "--window", window, std::to_string(x), std::to_string(y), "click", "1"});
+    Run({"xdotool", "mousemove", "--window", window, std::to_string(x), std::to_string(y), "click",
+         "--repeat", std::to_string(times), "--delay", "20", "1"});
 }
 
 void Desktop::Resize(const std::string &window, Size size) const
 {
     Run({"xdotool", "windowsize", window, std::to_string(size.width), std::to_string(size.height)});
+}
+
+void Desktop::ShrinkByMouse(const std::string &window, int pixels) const
+{
+    constexpr int Steps = 4; // the window manager wants to see a movement
+    const Size size = SizeOf(window);
+    const std::string step = std::to_string(-pixels / Steps);
+    // With Alt held the right button takes the frame's nearest corner from anywhere in the window.
+    Run({"xdotool", "mousemove", "--window", window, std::to_string(size.width - 20),
+         std::to_string(size.height - 20)});
+    Run({"xdotool", "keydown", "alt", "mousedown", "3"});
+    for (int i = 0; i < Steps; ++i)
+        Run({"xdotool", "mousemove_relative", "--sync", "--", step, step});
+    Run({"xdotool", "mouseup", "3", "keyup", "alt"});
 }
 
 void Desktop::Close(const std::string &window) const

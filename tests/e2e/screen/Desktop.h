@@ -25,7 +25,7 @@ public:
 
     /// @name Eyes
     /// @{
-    /// Visible windows whose title fits a regular expression.
+    /// Windows whose title fits a regular expression.
     std::vector<std::string> Windows(const std::string &title) const;
     /// The first such window as soon as there is one; empty if it never comes.
     std::string AwaitWindow(const std::string &title) const;
@@ -49,11 +49,13 @@ public:
     void Press(const std::vector<std::string> &keys) const;
     void Type(const std::string &text) const;
     void Click(int x, int y) const; ///< left button, place on the screen
-    void ClickIn(const std::string &window, int x, int y) const;
+    void ClickIn(const std::string &window, int x, int y, int times = 1) const;
     void WheelDown(int x, int y) const;
     void WheelUp(int x, int y) const;
     /// Changes a window's size as its frame would.
     void Resize(const std::string &window, Size size) const;
+    /// Drags the lower right corner of a window's frame inwards, by so many pixels both ways.
+    void ShrinkByMouse(const std::string &window, int pixels) const;
     /// Asks a window to close, as the button of its frame does.
     void Close(const std::string &window) const;
     /// @}

@@ -1,0 +1,69 @@
+#include "core/PageCommand.h"
+
+#include "core/CommandFrame.h"
+#include "core/FormMain.h"
+#include "core/Module1.h"
+#include "core/RuntimeError.h"
+#include "platform/Events.h"
+
+#include <QAbstractButton>
+
+#include <memory>
+
+namespace vorn
+{
+
+Hourglass::Hourglass(FormMain &main) : main_(main)
+{
+    main_.setCursor(Qt::WaitCursor);
+}
+
+Hourglass::~Hourglass()
+{
+    main_.unsetCursor();
+}
+
+bool Send(FormMain &main, const NodeKey &node, std::string command, char lead)
+{
+    main.trans(command, node.checksum());
+    return IsAccepted(main.ReplyText, lead);
+}
+
+void WaitStored(FormMain &main, const NodeKey &node)
+{
+    const Hourglass hourglass(main);
+    WaitModuleReady(main, node.busAddress(), node.checksum());
+}
+
+bool Store(FormMain &main, const NodeKey &node, std::string command)
+{
+    if (!Send(main, node, std::move(command)))
+        return false;
+    WaitStored(main, node);
+    return true;
+}
+
+void Reload(FormMain &main)
+{
+    main.NodeLeftClick = true;
+    main.TreeView1_NodeClick(main.Nodes.Selected());
+}
+
+void OnClick(QAbstractButton *button, QObject *context, const std::function<void()> &handler)
+{
+    const auto running = std::make_shared<bool>(false);
+    QObject::connect(button, &QAbstractButton::clicked, context, [context, handler, running] {
+        if (std::exchange(*running, true))
+            return;
+        Queue(context, [handler, running] {
+            try {
+                handler();
+            } catch (const RuntimeError &) {
+                // What the handler had done by then stands.
+            }
+            *running = false;
+        });
+    });
+}
+
+} // namespace vorn

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "discovery/NodeKey.h"
+
+#include <functional>
+#include <string>
+
+class QAbstractButton;
+class QObject;
+
+namespace vorn
+{
+
+class FormMain;
+
+/// Shows the hourglass pointer on the main window for as long as it lives.
+class Hourglass final
+{
+public:
+    explicit Hourglass(FormMain &main);
+    ~Hourglass();
+    Hourglass(const Hourglass &) = delete;
+    Hourglass &operator=(const Hourglass &) = delete;
+
+private:
+    FormMain &main_;
+};
+
+/// Sends a command to a page's node; true if the reply begins with `lead`.
+bool Send(FormMain &main, const NodeKey &node, std::string command, char lead = '!');
+
+/// Waits, under the hourglass, until the node answers again after a write that it stores.
+void WaitStored(FormMain &main, const NodeKey &node);
+
+/// Sends a write that the module stores and waits until it is ready again; false, without waiting, if it was
+/// refused.
+bool Store(FormMain &main, const NodeKey &node, std::string command);
+
+/// Loads the page of the selected node anew, from what its module now holds.
+void Reload(FormMain &main);
+
+/// Runs a handler for each click of a button, from the event loop; a click while the handler still runs is
+/// ignored. A run-time error ends the handler silently.
+void OnClick(QAbstractButton *button, QObject *context, const std::function<void()> &handler);
+
+} // namespace vorn

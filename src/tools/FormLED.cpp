@@ -1,0 +1,95 @@
+#include "tools/FormLED.h"
+
+#include "core/Controls.h"
+#include "core/FormMain.h"
+#include "core/PageCommand.h"
+#include "platform/TopmostWindow.h"
+#include "platform/WidgetText.h"
+#include "settings/FieldGuard.h"
+#include "tools/SevenSegment.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace vorn
+{
+
+namespace
+{
+
+constexpr const char *MappedModel =
+    "7212D"; ///< the model whose display shows signs, and that gets it back at the end
+
+} // namespace
+
+FormLED::FormLED(FormMain &main) : QDialog(&main), main_(main), model_(main.PageNode().model())
+{
+    setObjectName(QStringLiteral("FormLED"));
+    setWindowTitle(QStringLiteral("LED Display"));
+    auto *digits = new QHBoxLayout;
+    digits->setSpacing(0);
+    digits->addStretch();
+    for (std::size_t i = 0; i < Image.size(); ++i) {
+        Image[i] = Named(new SevenSegment(this), QStringLiteral("Image%1").arg(i + 1));
+        digits->addWidget(Image[i]);
+    }
+    digits->addStretch();
+    Text1 = Named(new QLineEdit(this), "Text1", QStringLiteral("Value to show"));
+    GuardField(Text1, model_ == MappedModel ? FieldRule::SignedDisplay : FieldRule::UnsignedDisplay);
+    Text1->installEventFilter(this);
+    ComSend = Named(new QPushButton(QStringLiteral("&Send Data"), this), "ComSend");
+    cmdExit = Named(new QPushButton(QStringLiteral("&Exit"), this), "cmdExit");
+    ComSend->setDefault(true);
+    OnClick(ComSend, this, [this] { ComSend_Click(); });
+    connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
+    layout->setSpacing(Rhythm::Margin);
+    layout->addLayout(digits);
+    layout->addLayout(SideBySide({MakeLabel(this, QStringLiteral("Label1"), "&Value :", Text1), Text1}));
+    auto *buttons = SideBySide({ComSend, cmdExit});
+    buttons->insertStretch(0);
+    layout->addLayout(buttons);
+    SetTopmost(*this, true);
+
+    const NodeKey node = main_.PageNode();
+    Send(main_, node, "$" + node.busAddress() + "82");
+}
+
+bool FormLED::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return false;
+    ComSend->click();
+    return true;
+}
+
+void FormLED::ComSend_Click()
+{
+    const NodeKey node = main_.PageNode();
+    const std::string value = LedValue(model_, FromQString(Text1->text()));
+    if (!Send(main_, node, "$" + node.busAddress() + "9" + value))
+        return;
+    const auto pictures = LedPictures(model_, value);
+    for (std::size_t i = 0; i < Image.size(); ++i)
+        Image[i]->SetPicture(pictures[i]);
+}
+
+void FormLED::done(int result)
+{
+    if (model_ == MappedModel) {
+        const NodeKey node = main_.PageNode();
+        Send(main_, node, "$" + node.busAddress() + "81");
+    }
+    for (SevenSegment *digit : Image)
+        digit->SetPicture({});
+    QDialog::done(result);
+}
+
+} // namespace vorn

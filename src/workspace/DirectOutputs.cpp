@@ -1,0 +1,191 @@
+#include "workspace/DirectOutputs.h"
+
+#include "core/Controls.h"
+#include "core/FormMain.h"
+#include "core/PageCommand.h"
+#include "core/Text.h"
+#include "platform/Dialogs.h"
+#include "platform/Events.h"
+#include "platform/WidgetText.h"
+#include "settings/FieldGuard.h"
+#include "settings/FrameFCdata.h"
+#include "tools/DIO.h"
+#include "tools/FormLED.h"
+#include "workspace/FrameAOut.h"
+#include "workspace/FrameDIO.h"
+#include "workspace/FrameGen.h"
+#include "workspace/FrameMSet.h"
+#include "workspace/ModulePageLoad.h"
+#include "workspace/OutputCommands.h"
+#include "workspace/OutputScale.h"
+#include "workspace/Pages.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+
+#include <array>
+
+namespace vorn
+{
+
+namespace
+{
+
+constexpr int HostDisplay = 2; ///< element of `OptionLED` that puts the display into the host's hands
+
+template <class Points>
+std::array<bool, 4> Values(const Points &points)
+{
+    std::array<bool, 4> values{};
+    for (std::size_t i = 0; i < points.size(); ++i)
+        values[i] = points[i]->value();
+    return values;
+}
+
+} // namespace
+
+DirectOutputs::DirectOutputs(FormMain &main, Pages &pages, ModulePageLoad &load)
+    : main_(main), pages_(pages), load_(load)
+{
+    for (DIO *point : pages.FrameGen->ADIO)
+        connect(point, &DIO::Click, this, [this, point] { ADIO_Click(*point); });
+    for (DIO *point : pages.FrameFCdata->CounterDO)
+        connect(point, &DIO::Click, this, [this, point] { CounterDO_Click(*point); });
+    for (int i = 0; i < FrameDIO::Points; ++i) {
+        const auto e = static_cast<std::size_t>(i);
+        connect(pages.FrameDIO->DIOL[e], &DIO::Click, this, [this, i] { Point_Click(false, i); });
+        connect(pages.FrameDIO->DIOH[e], &DIO::Click, this, [this, i] { Point_Click(true, i); });
+    }
+    for (int i = 0; i <= HostDisplay; ++i)
+        OnClick(pages.FrameMSet->OptionLED[static_cast<std::size_t>(i)], this,
+                [this, i] { OptionLED_Click(i); });
+
+    OnClick(pages.FrameMSet->CmdLED, this, [this] { FormLED(main_).exec(); });
+
+    GuardField(pages.FrameGen->TextAAOv, FieldRule::DecimalOutput);
+    GuardField(pages.FrameAOut->TextAnalogOut, [this] {
+        return CharAt(main_.OutputFormatCode, 1) == '2' ? FieldRule::HexOutput : FieldRule::DecimalOutput;
+    });
+    for (QWidget *entry : {static_cast<QWidget *>(pages.FrameGen->TextAAOv),
+                           static_cast<QWidget *>(pages.FrameAOut->TextAnalogOut),
+                           static_cast<QWidget *>(pages.FrameAOut->Slider1)})
+        entry->installEventFilter(this);
+    OnClick(pages.FrameGen->CmdAOsend, this, [this] { TextAAOv_Enter(); });
+    OnClick(pages.FrameAOut->CmdSendAO, this, [this] { TextAnalogOut_Enter(); });
+    connect(pages.FrameAOut->Slider1, &QSlider::valueChanged, this, &DirectOutputs::Slider1_Change);
+}
+
+void DirectOutputs::ADIO_Click(const DIO &clicked)
+{
+    if (!IsOutputCaption(CaptionOf(&clicked)))
+        return;
+    const NodeKey node = main_.PageNode();
+    const auto values = Values(pages_.FrameGen->ADIO);
+    const int outputs = AnalogModuleOutputs(node.model());
+    if (outputs > 0)
+        Send(main_, node,
+             OutputByteCommand(node, std::span(values).first(static_cast<std::size_t>(outputs))));
+}
+
+void DirectOutputs::CounterDO_Click(const DIO &clicked)
+{
+    if (!IsOutputCaption(CaptionOf(&clicked)))
+        return;
+    const NodeKey node = main_.PageNode();
+    const auto values = Values(pages_.FrameFCdata->CounterDO);
+    Send(main_, node, OutputByteCommand(node, std::span(values).first(FrameFCdata::Counters)));
+}
+
+void DirectOutputs::Point_Click(bool high, int element)
+{
+    const NodeKey node = main_.PageNode();
+    const auto &points = high ? pages_.FrameDIO->DIOH : pages_.FrameDIO->DIOL;
+    const auto command = PointCommand(node, high ? PointRow::High : PointRow::Low, element,
+                                      points[static_cast<std::size_t>(element)]->value());
+    if (!command)
+        return;
+    if (!Send(main_, node, *command, '>') && JudgesPointReply(node.model()))
+        MsgBox("DO is Invalid!", MsgBoxStyle::Critical, "DO invalid");
+}
+
+void DirectOutputs::OptionLED_Click(int element)
+{
+    const NodeKey node = main_.PageNode();
+    Send(main_, node, DisplaySourceCommand(node, element));
+    if (element == HostDisplay)
+        FormLED(main_).exec();
+}
+
+void DirectOutputs::TextAAOv_Enter()
+{
+    const std::string text = FromQString(pages_.FrameGen->TextAAOv->text());
+    if (text.empty())
+        return;
+    main_.OutputEditing = false;
+    const NodeKey node = main_.PageNode();
+    Send(main_, node, ExcitationCommand(node, text));
+}
+
+void DirectOutputs::TextAnalogOut_Enter()
+{
+    const std::string text = FromQString(pages_.FrameAOut->TextAnalogOut->text());
+    if (text.empty())
+        return;
+    main_.OutputEditing = false;
+    load_.SetSlider(text);
+    SendSlider();
+}
+
+/// A drag changes the value faster than the bus takes it: only the latest value is sent.
+void DirectOutputs::Slider1_Change()
+{
+    if (std::exchange(sliderMoved_, true))
+        return;
+    Queue(this, [this] {
+        sliderMoved_ = false;
+        SendSlider();
+    });
+}
+
+void DirectOutputs::SendSlider()
+{
+    const std::string text = SliderText(main_.OutputFormatCode, pages_.FrameAOut->Slider1->value());
+    pages_.FrameAOut->TextAnalogOut->setText(ToQString(text));
+    const NodeKey node = main_.PageNode();
+    Send(main_, node, AnalogOutputCommand(node, text));
+}
+
+/// Enter sends, Escape gives the entry back to the refresh, and any other key takes it into the operator's
+/// hands.
+bool DirectOutputs::EntryKey(int key, const std::function<void()> &enter)
+{
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        Queue(this, enter);
+        return true;
+    }
+    main_.OutputEditing = key != Qt::Key_Escape;
+    return false;
+}
+
+bool DirectOutputs::eventFilter(QObject *control, QEvent *event)
+{
+    if (control == pages_.FrameAOut->Slider1) {
+        const auto type = event->type();
+        if (type == QEvent::FocusIn || type == QEvent::MouseButtonPress)
+            main_.OutputEditing = true;
+        else if (type == QEvent::FocusOut || type == QEvent::MouseButtonRelease)
+            main_.OutputEditing = false;
+        return false;
+    }
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    if (control == pages_.FrameGen->TextAAOv)
+        return EntryKey(key, [this] { TextAAOv_Enter(); });
+    return EntryKey(key, [this] { TextAnalogOut_Enter(); });
+}
+
+} // namespace vorn

@@ -1,0 +1,756 @@
+#include "support/RackOfOne.h"
+#include "support/RawPeer.h"
+
+#include "core/CommandFrame.h"
+#include "tools/DIO.h"
+#include "tools/FormLED.h"
+#include "tools/SevenSegment.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTest>
+
+#include <algorithm>
+
+using Lines = std::vector<std::string>;
+
+namespace
+{
+
+constexpr const char *UpdateDone = "Configuration is successful !";
+constexpr const char *UpdateDoneTitle = "Configuration is successful";
+
+/// A page on a rack of one module, and what a handler sends apart from the refresh.
+class SettingsTest : public ::testing::Test, public RackOfOne
+{
+protected:
+    void OpenModel(Operator &op, const std::string &model, const char *state = "_0",
+                   const char *address = "0A")
+    {
+        Open(op, std::string(state) + "002!!" + address + model);
+    }
+
+    /// The commands that the module heard and that write something: all but the reads of load and refresh.
+    Lines Writes(std::initializer_list<const char *> prefixes)
+    {
+        Lines writes;
+        for (const std::string &line : rack().Commands(2)) {
+            const bool wanted =
+                std::ranges::any_of(prefixes, [&](const char *p) { return line.starts_with(p); });
+            if (wanted)
+                writes.push_back(line);
+        }
+        return writes;
+    }
+
+    void Press(Operator &op, const char *button) { op.Click(Find(button)); }
+
+    void SetText(Operator &op, const char *field, const char *text)
+    {
+        op.Gui([&] { Find<QLineEdit>(field)->setText(QString::fromLatin1(text)); });
+    }
+    void SelectEntry(Operator &op, const char *list, int position)
+    {
+        op.Gui([&] { Find<QComboBox>(list)->setCurrentIndex(position); });
+    }
+    vorn::DIO *Point(const char *name) { return Find<vorn::DIO>(name); }
+
+    void ClickLamp(Operator &op, const char *name)
+    {
+        op.Gui([&] {
+            vorn::DIO *point = Point(name);
+            QTest::mouseClick(point, Qt::LeftButton, Qt::NoModifier, QPoint(14, point->height() / 2));
+        });
+        op.Settle();
+    }
+    bool AwaitWrite(Operator &op, const std::string &command)
+    {
+        return op.WaitFor([&] { return std::ranges::count(rack().Commands(2), command) > 0; },
+                          command.c_str());
+    }
+};
+
+} // namespace
+
+// The general settings.
+
+TEST_F(SettingsTest, AnUpdateWritesTheRecordOfThePage)
+{
+    Rack("7206 address=0A range=08 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        SelectEntry(op, "CmbRange", 4);
+        SelectEntry(op, "CmbDataFormat", 1);
+        rack().ClearTrace();
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        EXPECT_EQ(Writes({"%"}), Lines{"%0A0A0C0601"});
+        op.WaitFor([&] { return Text("CmbRange") == "+/-    150  mV" && Text("LabRdu") == " %"; },
+                   "the reload");
+        EXPECT_EQ(rack().Value(2, "0A", "range"), "0C");
+        op.WaitFor([&] { return main().cursor().shape() == Qt::ArrowCursor; }, "the pointer");
+    });
+}
+
+TEST_F(SettingsTest, ARefusedUpdateIsToldAndThePageLoadedAgain)
+{
+    Rack("7209 address=0A range=23 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7209");
+        SelectEntry(op, "CmbRange", 12);
+        rack().ClearTrace();
+        Press(op, "CmdMUpdate");
+        op.AnswerBox("Configuration is invalid !", 16, "Configuration is invalid");
+        EXPECT_EQ(Writes({"%"}), Lines{"%0A0A0600"}) << "the entry without a code sends no type";
+        op.WaitFor([&] { return Text("CmbRange") == "Pt.00385 0 to 600'C"; }, "what the module holds");
+    });
+}
+
+TEST_F(SettingsTest, ANewAddressMovesTheNodeToItsPlace)
+{
+    Rack("7206 address=0A restart=20\nmodule 7206 address=05\nmodule 7206 address=20");
+    Operate([&](Operator &op) {
+        AddNode(op, "_0002!!057206");
+        AddNode(op, "_0002!!0A7206");
+        AddNode(op, "_0002!!207206");
+        Choose(op, "_0002!!0A7206");
+        SetText(op, "TextAddress", "48");
+        EXPECT_EQ(op.Gui([&] { return Text("LabAddr"); }), "30 (Hex)");
+        rack().ClearTrace();
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        EXPECT_EQ(Writes({"%"}), Lines{"%0A30080600"});
+        op.WaitFor([&] { return vorn::TagOf(main().Frame1) == "_0002!!307206"; },
+                   "the page under its new key");
+        op.Gui([&] {
+            EXPECT_EQ(main().Nodes.Children("KeyCOM002"),
+                      (Lines{"_0002!!057206", "_0002!!207206", "_0002!!307206"}));
+            EXPECT_EQ(main().Nodes.Text("_0002!!307206"), "(30) 7206");
+            EXPECT_EQ(main().Nodes.Selected(), "_0002!!307206");
+        });
+        op.WaitFor([&] { return std::ranges::count(rack().Commands(2), "#30") > 0; },
+                   "the refresh at the new address");
+    });
+}
+
+TEST_F(SettingsTest, ANodeThatStaysInOrderChangesItsTextOnly)
+{
+    Rack("7206 address=0A restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        SetText(op, "TextAddress", "16");
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        op.WaitFor([&] { return main().Nodes.Children("KeyCOM002") == Lines{"_0002!!107206"}; },
+                   "the new key");
+        EXPECT_EQ(op.Gui([&] { return main().Nodes.Text("_0002!!107206"); }), "(10) 7206");
+    });
+}
+
+TEST_F(SettingsTest, TheSameAddressKeepsNodeAndKey)
+{
+    Rack("7206 address=0A restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        EXPECT_EQ(op.Gui([&] { return main().Nodes.Children("KeyCOM002"); }), Lines{"_0002!!0A7206"});
+    });
+}
+
+TEST_F(SettingsTest, AnAddressInUseIsRefusedBeforeAnythingIsSent)
+{
+    Rack("7206 address=0A");
+    Operate([&](Operator &op) {
+        AddNode(op, "_1002!!0B7252");
+        OpenModel(op, "7206");
+        SetText(op, "TextAddress", "11");
+        rack().ClearTrace();
+        Press(op, "CmdMUpdate");
+        op.AnswerBox("The new address ID is duplicated !", 16, "Configuration is invalid");
+        op.WaitFor([&] { return Text("TextAddress") == "10"; }, "the reload");
+        EXPECT_TRUE(Writes({"%"}).empty());
+    });
+}
+
+TEST_F(SettingsTest, InInitStateBaudRateAndChecksumAreWrittenAndTheKeyKeepsItsStar)
+{
+    Rack("7206 address=0A init=yes restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206", "*0");
+        SelectEntry(op, "CmbBaudrate", 4);
+        op.Gui([&] { Find<QCheckBox>("CheckChecksum")->click(); });
+        SetText(op, "TextAddress", "5");
+        rack().ClearTrace();
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        EXPECT_EQ(Writes({"%"}), Lines{"%0005080740"});
+        op.WaitFor([&] { return main().Nodes.Children("KeyCOM002").front().front() == '*'; }, "the star");
+    });
+}
+
+TEST_F(SettingsTest, ACounterModuleGetsItsGateBehindTheRecord)
+{
+    Rack("7282 address=0A range=50 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        SelectEntry(op, "CmbDataFormat", 1);
+        rack().ClearTrace();
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        EXPECT_EQ(Writes({"%", "$0AA1"}), (Lines{"%0A0A500600", "$0AA1"}));
+    });
+}
+
+TEST_F(SettingsTest, ASecondClickOnARunningUpdateIsIgnored)
+{
+    Rack("7206 address=0A restart=200");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        rack().ClearTrace();
+        op.Gui([&] {
+            Find<QPushButton>("CmdMUpdate")->click();
+            Find<QPushButton>("CmdMUpdate")->click();
+        });
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        op.Settle();
+        EXPECT_EQ(Writes({"%"}).size(), 1U);
+    });
+}
+
+TEST_F(SettingsTest, AModuleThatNeverComesBackIsReportedAsWritten)
+{
+    RawPeer peer(ports.Link(3));
+    peer.Reply("$0A2", "!0A080600\r");
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
+        });
+        Choose(op, "_0003!!0A7206");
+        peer.Reply("%0A0A080600", "?0A\r");
+        Press(op, "CmdMUpdate");
+        op.AnswerBox("Configuration is invalid !", 16, "Configuration is invalid");
+        op.WaitFor([&] { return Text("CmbRange") == "+/-     10   V"; }, "what the module holds");
+    });
+}
+
+TEST_F(SettingsTest, TheAddressFieldTakesDecimalsUpTo255)
+{
+    Rack("7206 address=0A");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        auto *field = Find<QLineEdit>("TextAddress");
+        op.Gui([&] {
+            field->setFocus();
+            field->selectAll();
+        });
+        op.Type(field, QStringLiteral("2x-56"));
+        EXPECT_EQ(op.Gui([&] { return field->text(); }), QStringLiteral("25"));
+        op.Type(field, QStringLiteral("5"));
+        EXPECT_EQ(op.Gui([&] { return Text("LabAddr"); }), "FF (Hex)");
+        op.Gui([&] {
+            field->selectAll();
+            QApplication::clipboard()->setText(QStringLiteral("999"));
+            field->paste();
+        });
+        EXPECT_EQ(op.Gui([&] { return field->text(); }), QStringLiteral("255"))
+            << "pasting brings in no more than typing";
+    });
+}
+
+TEST_F(SettingsTest, ATickOfAChannelWritesTheMask)
+{
+    Rack("7221 address=0A mask=03 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7221");
+        rack().ClearTrace();
+        op.Gui([&] { Find<QCheckBox>("CheckAI_7")->click(); });
+        AwaitWrite(op, "$0A583");
+        op.WaitFor([&] { return main().isEnabled() && rack().Value(2, "0A", "mask") == "83"; }, "the mask");
+        op.WaitFor([&] { return !Text("LabAIv_7").empty(); }, "the channel's value");
+    });
+}
+
+TEST_F(SettingsTest, TheFilterBoxWritesAndCaptionsItself)
+{
+    Rack("7282 address=0A range=50 filter=0 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        op.Gui([&] { Find<QCheckBox>("CheckFilter")->click(); });
+        AwaitWrite(op, "$0A41");
+        op.WaitFor([&] { return Text("CheckFilter") == "Enable"; }, "the caption");
+    });
+}
+
+// Outputs.
+
+TEST_F(SettingsTest, AClickOnAnOutputSwitchesItAndTheRefreshConfirms)
+{
+    Rack("7252 address=0A outputs=00");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7252");
+        ClickLamp(op, "DIOH_3");
+        AwaitWrite(op, "#0A1301");
+        op.WaitFor([&] { return Text("LabDHv") == "08" && Point("DIOH_3")->value(); }, "the read-back");
+        ClickLamp(op, "DIOH_3");
+        AwaitWrite(op, "#0A1300");
+        op.WaitFor([&] { return Text("LabDHv") == "00"; }, "the read-back");
+        rack().ClearTrace();
+        ClickLamp(op, "DIOL_2");
+        AwaitCommands(op, 4);
+        EXPECT_TRUE(Writes({"#"}).empty()) << "an input sends nothing";
+    });
+}
+
+TEST_F(SettingsTest, RelaysCountFromTheFifthIndicator)
+{
+    Rack("7272 address=0A outputs=00");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7272");
+        ClickLamp(op, "DIOL_6");
+        AwaitWrite(op, "#0A1201");
+        op.WaitFor([&] { return Text("LabDLv") == "04"; }, "the read-back");
+    });
+}
+
+TEST_F(SettingsTest, AnalogModulesWriteAllTheirOutputsInOneByte)
+{
+    Rack("7206 address=0A alarm=0 outputs=00");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        ClickLamp(op, "ADIO_1");
+        AwaitWrite(op, "@0ADO02");
+        op.WaitFor([&] { return Point("ADIO_1")->value(); }, "the read-back");
+        ClickLamp(op, "ADIO_0");
+        AwaitWrite(op, "@0ADO03");
+        rack().ClearTrace();
+        ClickLamp(op, "ADIO_3");
+        AwaitCommands(op, 6);
+        EXPECT_TRUE(Writes({"@0ADO"}).empty()) << "the input sends nothing";
+    });
+}
+
+TEST_F(SettingsTest, TheStrainGaugeHasFourOutputs)
+{
+    Rack("7218 address=0A alarm=0 outputs=00");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7218");
+        ClickLamp(op, "ADIO_3");
+        AwaitWrite(op, "@0ADO08");
+        op.WaitFor([&] { return Point("ADIO_3")->value(); }, "the read-back");
+    });
+}
+
+TEST_F(SettingsTest, TheExcitationGoesOutInItsWireFormAndOnEnter)
+{
+    Rack("7218 address=0A excitation=01.000");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7218");
+        auto *entry = Find<QLineEdit>("TextAAOv");
+        op.WaitFor([&] { return !entry->text().isEmpty(); }, "the value of the module");
+        op.Gui([&] {
+            entry->setFocus();
+            entry->selectAll();
+        });
+        op.Type(entry, QStringLiteral("5.5.x"));
+        EXPECT_EQ(op.Gui([&] { return entry->text(); }), QStringLiteral("5.5"));
+        EXPECT_TRUE(op.Gui([&] { return main().OutputEditing; }));
+        rack().ClearTrace();
+        AwaitCommands(op, 6);
+        EXPECT_EQ(op.Gui([&] { return entry->text(); }), QStringLiteral("5.5"))
+            << "the refresh leaves it alone";
+        op.Press(entry, Qt::Key_Return);
+        AwaitWrite(op, "$0A705.500");
+        EXPECT_FALSE(op.Gui([&] { return main().OutputEditing; }));
+        SetText(op, "TextAAOv", "7");
+        Press(op, "CmdAOsend");
+        AwaitWrite(op, "$0A707.000");
+    });
+}
+
+TEST_F(SettingsTest, TheAnalogOutputIsTypedAndRead)
+{
+    Rack("7231 address=0A range=32 output=01.000");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7231");
+        op.WaitFor([&] { return Text("TextAnalogOut") == "01.000"; }, "the value of the module");
+        auto *entry = Find<QLineEdit>("TextAnalogOut");
+        op.Gui([&] {
+            entry->setFocus();
+            entry->selectAll();
+        });
+        op.Type(entry, QStringLiteral("5.5"));
+        op.Press(entry, Qt::Key_Return);
+        AwaitWrite(op, "#0A05.500");
+        op.WaitFor(
+            [&] { return Text("TextAnalogOut") == "05.500" && Find<QSlider>("Slider1")->value() == 2750; },
+            "the read-back");
+    });
+}
+
+TEST_F(SettingsTest, TheSliderSendsItsValueAndFourMilliampereAtItsFoot)
+{
+    Rack("7231 address=0A range=31 output=10.000");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7231");
+        op.WaitFor([&] { return Find<QSlider>("Slider1")->value() == 1200; }, "the value of the module");
+        op.Gui([&] { Find<QSlider>("Slider1")->setValue(0); });
+        AwaitWrite(op, "#0A04.000");
+        op.Gui([&] { Find<QSlider>("Slider1")->setFocus(); });
+        EXPECT_TRUE(op.Gui([&] { return main().OutputEditing; })) << "held while the slider has the focus";
+        op.Press(Find("Slider1"), Qt::Key_Right);
+        AwaitWrite(op, "#0A04.005");
+        op.Gui([&] { Find("CmdSendAO")->setFocus(); });
+        EXPECT_FALSE(op.Gui([&] { return main().OutputEditing; }));
+    });
+}
+
+TEST_F(SettingsTest, HexadecimalOutputsTakeThreeDigits)
+{
+    Rack("7231 address=0A range=30 format=02");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7231");
+        auto *entry = Find<QLineEdit>("TextAnalogOut");
+        op.Gui([&] {
+            entry->setFocus();
+            main().OutputEditing = true;
+            entry->clear();
+        });
+        op.Type(entry, QStringLiteral("x7.FF1"));
+        EXPECT_EQ(op.Gui([&] { return entry->text(); }), QStringLiteral("7FF"));
+        op.Press(entry, Qt::Key_Return);
+        AwaitWrite(op, "#0A7FF");
+    });
+}
+
+// Alarms.
+
+TEST_F(SettingsTest, AnAlarmIsWrittenModeAndLimits)
+{
+    Rack("7206 address=0A range=08 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        SelectEntry(op, "CmdAlarmsetting", 2);
+        SetText(op, "TextHighValue", "7.5");
+        SetText(op, "TextLowValue", "-2");
+        rack().ClearTrace();
+        Press(op, "CmdAlarmUpdata");
+        op.AnswerBox("Alarm setting is complete !", 64, "Alarm setting is complete !");
+        EXPECT_EQ(Writes({"@0AEA", "@0ADA", "@0AHI", "@0ALO"}),
+                  (Lines{"@0AEAL", "@0AHI+07.500", "@0ALO-02.000"}));
+        op.WaitFor([&] { return Text("TextHighValue") == "+07.500" && Text("ADIO_0") == "Lo - Alarm"; },
+                   "the reload");
+        EXPECT_EQ(rack().Value(2, "0A", "alarm"), "2");
+    });
+}
+
+TEST_F(SettingsTest, EqualLimitsAreRefusedAndTheClosingBoxStillComes)
+{
+    Rack("7206 address=0A range=08 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        SelectEntry(op, "CmdAlarmsetting", 0);
+        SetText(op, "TextHighValue", "5");
+        SetText(op, "TextLowValue", "5.0");
+        rack().ClearTrace();
+        Press(op, "CmdAlarmUpdata");
+        op.AnswerBox("High Alarm Limit Value < Low Alarm Limit value", 16, "Alarm Limit setting error !");
+        op.AnswerBox("Alarm setting is complete !", 64, "Alarm setting is complete !");
+        EXPECT_EQ(Writes({"@0AEA", "@0ADA", "@0AHI", "@0ALO"}), Lines{"@0ADA"});
+    });
+}
+
+TEST_F(SettingsTest, EachRefusedAlarmWriteIsToldAndTheNextOneStillSent)
+{
+    Rack("7206 address=0A range=08\n    fault refuse begins=@0AEA");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        SelectEntry(op, "CmdAlarmsetting", 1);
+        SetText(op, "TextHighValue", "500");
+        SetText(op, "TextLowValue", "-500");
+        rack().ClearTrace();
+        Press(op, "CmdAlarmUpdata");
+        op.AnswerBox("Alarm state setting error !", 16, "Alarm state setting error");
+        // Beyond the range the limits go out as typed, and the module refuses both.
+        op.AnswerBox("High Alarm Limit setting error !", 16, "High Alarm Limit setting error");
+        op.AnswerBox("Low Alarm Limit setting error !", 16, "Low Alarm Limit setting error");
+        op.AnswerBox("Alarm setting is complete !", 64, "Alarm setting is complete !");
+        EXPECT_EQ(Writes({"@0AEA", "@0AHI", "@0ALO"}), (Lines{"@0AEAM", "@0AHI500", "@0ALO-500"}));
+    });
+}
+
+TEST_F(SettingsTest, ASilentModuleGivesABoxForEachWrite)
+{
+    Rack("7206 address=0A range=08");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        SelectEntry(op, "CmdAlarmsetting", 1);
+        SetText(op, "TextHighValue", "5");
+        SetText(op, "TextLowValue", "1");
+        vornsim::Fault fault;
+        fault.kind = vornsim::Fault::Kind::Silent;
+        rack().SetFault(2, "0A", fault);
+        Press(op, "CmdAlarmUpdata");
+        op.AnswerBox("Alarm state setting error !", 16, "Alarm state setting error");
+        op.AnswerBox("High Alarm Limit setting error !", 16, "High Alarm Limit setting error");
+        op.AnswerBox("Low Alarm Limit setting error !", 16, "Low Alarm Limit setting error");
+        op.AnswerBox("Alarm setting is complete !", 64, "Alarm setting is complete !");
+    });
+}
+
+TEST_F(SettingsTest, ClearButtonsSendTheirCommandsAndNothingElse)
+{
+    Rack("7206 address=0A events=7");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        Press(op, "CmdClearLatch");
+        AwaitWrite(op, "@0ACA");
+        Press(op, "CmdClearCount");
+        AwaitWrite(op, "@0ACE");
+    });
+}
+
+TEST_F(SettingsTest, LimitFieldsTakeNumbersOnly)
+{
+    Rack("7206 address=0A");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        auto *field = Find<QLineEdit>("TextHighValue");
+        op.Gui([&] {
+            field->setFocus();
+            field->clear();
+        });
+        op.Type(field, QStringLiteral("a+1e2.b5"));
+        EXPECT_EQ(op.Gui([&] { return field->text(); }), QStringLiteral("+12.5"));
+    });
+}
+
+// Counters.
+
+TEST_F(SettingsTest, ChoosingACounterReadsItAndAnUpdateWritesIt)
+{
+    Rack("7282 address=0A range=50 restart=20 max0=000003E8 preset0=000001F4 initial0=00000007");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        rack().ClearTrace();
+        Press(op, "CmdCounterSet_0");
+        op.WaitFor([&] { return Shown("FrameFC") && Text("TextCMax") == "1000"; }, "the counter");
+        EXPECT_EQ(Writes({"$0A5", "$0A3", "@0AG", "@0ARP"}), (Lines{"$0A50", "$0A30", "@0AG0", "@0ARP"}));
+        op.Gui([&] {
+            EXPECT_EQ(Text("FrameFC"), "Counter 0");
+            EXPECT_EQ(Text("TextCPV"), "500");
+            EXPECT_EQ(Text("TextCIV"), "7");
+            EXPECT_EQ(Text("LabHvalue"), "Preset &value :");
+            EXPECT_FALSE(vorn::IsShown(Find("CmbFC0Amode")));
+        });
+        SetText(op, "TextCMax", "4294967295");
+        SetText(op, "TextCPV", "255");
+        SetText(op, "TextCIV", "0");
+        rack().ClearTrace();
+        Press(op, "ComCUpdata");
+        op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
+        EXPECT_EQ(Writes({"$0A30F", "@0APA", "@0AP0", "@0ADA0", "@0AEA0"}),
+                  (Lines{"$0A30FFFFFFFF", "@0APA000000FF", "@0AP000000000", "@0ADA0"}));
+    });
+}
+
+TEST_F(SettingsTest, CounterOneOfADisplayModelHasItsMaximumOnly)
+{
+    Rack("7282D address=0A range=50 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282D");
+        Press(op, "CmdCounterSet_1");
+        op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
+        op.Gui([&] {
+            for (const char *name : {"CmbFC0Amode", "CheckPresetMode", "Labmode", "LabHvalue", "LabHHvalue",
+                                     "TextCPV", "TextCIV"})
+                EXPECT_FALSE(vorn::IsShown(Find(name))) << name;
+        });
+        SetText(op, "TextCMax", "100");
+        rack().ClearTrace();
+        Press(op, "ComCUpdata");
+        op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
+        EXPECT_EQ(Writes({"$0A310", "@0AP", "@0AS", "@0AD", "@0AE"}).front(), "$0A3100000064");
+    });
+}
+
+TEST_F(SettingsTest, AnEntryThatIsNoNumberIsToldAsTheWritesFailure)
+{
+    Rack("7282 address=0A range=50 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        Press(op, "CmdCounterSet_1");
+        op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
+        SetText(op, "TextCMax", "many");
+        Press(op, "ComCUpdata");
+        op.AnswerBox("Counter 1 Maximum Value setting error !", 16, "Maximum Counter Value setting error");
+        op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
+    });
+}
+
+TEST_F(SettingsTest, ACaptionWithoutACounterSendsNothing)
+{
+    Rack("7282 address=0A range=50 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        Press(op, "CmdCounterSet_0");
+        op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
+        op.Gui([&] { vorn::SetCaption(Find("FrameFC"), "Counter X"); });
+        rack().ClearTrace();
+        Press(op, "ComCUpdata");
+        op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
+        EXPECT_TRUE(Writes({"$0A3", "@0AP"}).empty());
+    });
+}
+
+TEST_F(SettingsTest, StartAndStopAreReadBack)
+{
+    Rack("7282 address=0A range=50 running1=1 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        Press(op, "CmdCounterSet_1");
+        op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
+        op.Gui([&] { Find<QRadioButton>("OptionCch0S_0")->click(); });
+        AwaitWrite(op, "$0A510");
+        op.WaitFor([&] { return Text("LabFCs_1") == "STOP"; }, "the state");
+        op.Gui([&] { Find<QRadioButton>("OptionCch0S_1")->click(); });
+        AwaitWrite(op, "$0A511");
+        op.WaitFor([&] { return Text("LabFCs_1") == "START"; }, "the state");
+    });
+}
+
+TEST_F(SettingsTest, TheInputStageShowsItsFields)
+{
+    Rack("7282 address=0A range=50 stage=0 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        op.Gui([&] { Find<QRadioButton>("OptionFSel_1")->click(); });
+        AwaitWrite(op, "$0AB1");
+        op.WaitFor([&] { return !vorn::IsShown(Find("TextHV")); }, "the photo input");
+        EXPECT_TRUE(op.Gui([&] { return vorn::IsShown(Find("ComFUpdata")); }));
+        op.Gui([&] { Find<QRadioButton>("OptionFSel_0")->click(); });
+        AwaitWrite(op, "$0AB0");
+        op.WaitFor([&] { return vorn::IsShown(Find("TextHV")); }, "the TTL input");
+    });
+}
+
+TEST_F(SettingsTest, TheFilterWritesLevelsThenWidths)
+{
+    Rack("7282 address=0A range=50 stage=0 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        SetText(op, "TextHV", "2.4");
+        SetText(op, "TextLV", ".8");
+        SetText(op, "TextHW", "50");
+        SetText(op, "TextLW", "60");
+        rack().ClearTrace();
+        Press(op, "ComFUpdata");
+        op.AnswerBox("Filter setting is complete !", 64, "Filter setting is complete !");
+        EXPECT_EQ(
+            Writes({"$0A0H", "$0A0L", "$0A1H", "$0A1L"}),
+            (Lines{"$0A1H24", "$0A1L08", "$0A0H00050", "$0A0L00060", "$0A0H", "$0A0L", "$0A1H", "$0A1L"}));
+    });
+}
+
+// Linear mapping.
+
+TEST_F(SettingsTest, AMappingIsWrittenSwitchInputOutput)
+{
+    Rack("7212D address=0A range=08 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7212D");
+        op.Gui([&] { Find<QCheckBox>("CheckLinearScaling")->setChecked(true); });
+        SetText(op, "TextMLowLimit", "-5");
+        SetText(op, "TextMHighLimit", "5");
+        SetText(op, "TextSLowLimit", "0");
+        SetText(op, "TextSHighLimit", "100");
+        rack().ClearTrace();
+        Press(op, "CmdLinearUpdata");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        EXPECT_EQ(Writes({"$0AA", "$0A6", "$0A7"}),
+                  (Lines{"$0AA1", "$0A6-05.000+05.000", "$0A7+000.00+100.00"}));
+        op.WaitFor([&] { return Text("TextSHighLimit") == "+100.00"; }, "the reload");
+    });
+}
+
+TEST_F(SettingsTest, EqualInputLimitsOfAMappingAreRefused)
+{
+    Rack("7212D address=0A range=08 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7212D");
+        SetText(op, "TextMLowLimit", "5");
+        SetText(op, "TextMHighLimit", "5");
+        rack().ClearTrace();
+        Press(op, "CmdLinearUpdata");
+        op.AnswerBox("Low limit input value must be lower then high limit input value !", 16,
+                     "Input Setting failure");
+        EXPECT_EQ(Writes({"$0AA", "$0A6", "$0A7"}), Lines{"$0AA0"});
+    });
+}
+
+TEST_F(SettingsTest, ARefusedMappingStopsThere)
+{
+    Rack("7212D address=0A range=08 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7212D");
+        SetText(op, "TextMLowLimit", "-50");
+        SetText(op, "TextMHighLimit", "5");
+        rack().ClearTrace();
+        Press(op, "CmdLinearUpdata");
+        op.AnswerBox("Input Setting failure !", 16, "Input Setting failure");
+        EXPECT_EQ(Writes({"$0A6", "$0A7"}), Lines{"$0A6-505"}) << "beyond the bound as typed";
+    });
+}
+
+// The LED display.
+
+TEST_F(SettingsTest, TheDisplayOfTheMappingModelIsTakenWrittenAndGivenBack)
+{
+    Rack("7212D address=0A");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7212D");
+        Press(op, "CmdLED");
+        op.WaitFor([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); },
+                   "the display");
+        AwaitWrite(op, "$0A82");
+        auto *form = op.Gui([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); });
+        op.Type(form->Text1, QStringLiteral("+1.5.x"));
+        EXPECT_EQ(op.Gui([&] { return form->Text1->text(); }), QStringLiteral("+1.5"));
+        op.Press(form->Text1, Qt::Key_Return);
+        AwaitWrite(op, "$0A9+1.5000");
+        op.WaitFor([&] { return form->Image[0]->Picture() == "K+"; }, "the digits");
+        op.Gui([&] {
+            EXPECT_EQ(form->Image[1]->Picture(), "K1.");
+            EXPECT_EQ(form->Image[2]->Picture(), "K5");
+            form->cmdExit->click();
+        });
+        AwaitWrite(op, "$0A81");
+    });
+}
+
+TEST_F(SettingsTest, TheExternalDisplayOfACounterModelOpensTheWindow)
+{
+    Rack("7282D address=0A range=50");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282D");
+        op.Gui([&] { Find<QRadioButton>("OptionLED_0")->click(); });
+        AwaitWrite(op, "$0A80");
+        op.Gui([&] { Find<QRadioButton>("OptionLED_2")->click(); });
+        op.WaitFor([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); },
+                   "the display");
+        auto *form = op.Gui([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); });
+        op.Type(form->Text1, QStringLiteral("-123456"));
+        op.Press(form->Text1, Qt::Key_Return);
+        AwaitWrite(op, "$0A912345.0");
+        rack().ClearTrace();
+        op.Gui([&] { form->close(); });
+        AwaitCommands(op, 5);
+        EXPECT_TRUE(Writes({"$0A8"}).empty()) << "this model keeps its display mode";
+    });
+}
