@@ -61,19 +61,32 @@ std::string ShortestText(double value, int significantDigits)
 {
     if (value == 0 || !std::isfinite(value))
         return "0";
-    std::array<char, 400> buffer{};
-    // The scientific form rounds to the digits wanted; the fixed form of that number has no exponent.
-    auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                             std::chars_format::scientific, significantDigits - 1)
-                   .ptr;
-    double rounded = 0;
-    std::from_chars(buffer.data(), end, rounded);
-    end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded, std::chars_format::fixed).ptr;
-    std::string text(buffer.data(), end);
-    const std::size_t sign = text.front() == '-' ? 1 : 0;
-    if (text.compare(sign, 2, "0.") == 0)
-        text.erase(sign, 1);
-    return text;
+    // The scientific form rounds to the digits wanted; the text is set from its digits and its exponent.
+    std::array<char, 64> buffer{};
+    const char *end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                    std::chars_format::scientific, significantDigits - 1)
+                          .ptr;
+    std::string_view form(buffer.data(), end);
+    std::string sign;
+    if (form.front() == '-') {
+        sign = "-";
+        form.remove_prefix(1);
+    }
+    const std::size_t mark = form.find('e');
+    const std::size_t exponentAt = mark + (form[mark + 1] == '+' ? 2 : 1);
+    int exponent = 0;
+    std::from_chars(form.data() + exponentAt, form.data() + form.size(), exponent);
+
+    std::string digits(form.substr(0, 1));
+    digits += form.substr(2, mark - 2);
+    digits.erase(digits.find_last_not_of('0') + 1);
+    const int inFrontOfPoint = exponent + 1;
+    if (inFrontOfPoint <= 0)
+        return sign + '.' + std::string(static_cast<std::size_t>(-inFrontOfPoint), '0') + digits;
+    const auto integerDigits = static_cast<std::size_t>(inFrontOfPoint);
+    if (digits.size() <= integerDigits)
+        return sign + PadRight(std::move(digits), integerDigits, '0');
+    return sign + digits.insert(integerDigits, 1, '.');
 }
 
 } // namespace

@@ -119,7 +119,7 @@ void BusSearch::Scan(int startAddress)
 
 void BusSearch::ScanAddress(const std::string &hexaddr)
 {
-    Finding finding{.nodePrefix = "(" + hexaddr + ") ", .hexaddr = hexaddr};
+    Finding finding{.hexaddr = hexaddr};
     main_.ReplyText.clear();
     main_.trans("$" + hexaddr + "M", false);
     if (!IsAccepted(main_.ReplyText)) {
@@ -136,7 +136,7 @@ void BusSearch::ScanAddress(const std::string &hexaddr)
 /// is really set to 00.
 void BusSearch::ScanAddressZero()
 {
-    Finding finding{.nodePrefix = "(00) ", .hexaddr = "00"};
+    Finding finding{.hexaddr = "00"};
     main_.ReplyText.clear();
     main_.trans("$002", false);
     if (main_.StopScan)
@@ -160,10 +160,7 @@ void BusSearch::ScanAddressZero()
     main_.trans("$00M", false);
     if (!IsAccepted(main_.ReplyText))
         return;
-    if (finding.init)
-        finding.nodePrefix = "(* ) ";
-    else if (ReduceModelReply(main_.ReplyText, false).model == BaseUnitModel)
-        finding.nodePrefix = "(00 ) ";
+    finding.plainZero = !finding.init;
     AddModule(finding);
 }
 
@@ -195,8 +192,9 @@ void BusSearch::AddModule(const Finding &finding)
     const bool base = reply.model == BaseUnitModel;
     const NodeImages &images = base ? BaseUnitImage : ModuleImage;
     const std::string key = ModuleKey(finding.init, finding.chkflag, portDigits_, main_.ReplyText);
-    if (main_.Nodes.Add(portKey_, key, finding.nodePrefix + reply.model, images.normal, images.selected) &&
-        base)
+    const std::string text =
+        ModuleNodeText(finding.init, finding.hexaddr, reply.model, base && finding.plainZero);
+    if (main_.Nodes.Add(portKey_, key, text, images.normal, images.selected) && base)
         AddSlots(key, finding);
 }
 

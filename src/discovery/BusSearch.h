@@ -25,7 +25,7 @@ private:
     struct Finding {
         bool init = false;      ///< in INIT state
         char chkflag = '0';     ///< checksum digit of its keys
-        std::string nodePrefix; ///< node text in front of the model, "(0A) "
+        bool plainZero = false; ///< really set to address 00, without checksum
         std::string hexaddr;    ///< address that it answers at
         bool checksum = false;  ///< transactions with it carry a checksum
     };

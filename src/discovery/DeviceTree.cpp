@@ -5,6 +5,7 @@
 #include "core/Number.h"
 #include "core/Text.h"
 #include "discovery/ModelCatalogue.h"
+#include "discovery/ToolStates.h"
 #include "platform/Events.h"
 #include "platform/WidgetText.h"
 
@@ -149,15 +150,14 @@ void DeviceTree::ListView1_ItemClick(const std::string &key)
 void DeviceTree::Tools_Click()
 {
     const std::string key = main_.Nodes.Selected();
-    const std::string kind = Left(main_.Nodes.Text(key), 2);
-    const bool port = kind == "CO";
+    const bool port = main_.Nodes.ParentKey(key) == KeyPC;
     const bool scope = port && main_.ScopeOnPort[static_cast<std::size_t>(PortOfPortKey(key))];
-    const bool module = !port && kind != "PC";
-    main_.Search->setEnabled(port && !scope);
-    main_.Terminal->setEnabled(port && !scope);
-    main_.Data_Scope->setEnabled(port && !scope && !main_.Nodes.IsExpanded(key));
-    main_.VORNLoadSet->setEnabled(module);
-    main_.VORNSaveSet->setEnabled(module);
+    const ToolStates states = ToolsMenuFor(main_.Nodes.Text(key), scope, main_.Nodes.IsExpanded(key));
+    main_.Search->setEnabled(states.search);
+    main_.Terminal->setEnabled(states.terminal);
+    main_.Data_Scope->setEnabled(states.dataScope);
+    main_.VORNLoadSet->setEnabled(states.loadSet);
+    main_.VORNSaveSet->setEnabled(states.saveSet);
 }
 
 } // namespace vorn

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -49,6 +50,17 @@ std::optional<QString> RunFileDialog(QWidget *parent, const FileDialogOptions &o
     return dialog.selectedFiles().constFirst();
 }
 
+/// Makes a box as wide as its title needs, which window managers cut otherwise.
+void WidenForTitle(QMessageBox &box)
+{
+    constexpr int ButtonsOfTheFrame = 160;
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    if (!grid)
+        return;
+    const int width = box.fontMetrics().horizontalAdvance(box.windowTitle()) + ButtonsOfTheFrame;
+    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 } // namespace
 
 MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view title)
@@ -60,6 +72,7 @@ MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view t
     QMessageBox box(IconOf(style), ToQString(title), lines, buttons, DialogParent());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    WidenForTitle(box);
     switch (box.exec()) {
     case QMessageBox::Yes:
         return MsgBoxResult::Yes;

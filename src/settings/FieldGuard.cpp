@@ -38,7 +38,9 @@ public:
     State validate(QString &text, int &) const override
     {
         const std::string judged = judged_ ? judged_() : std::string{};
-        return OnlyDeletes(field_->text(), text) || AcceptText(rule_(), FromQString(text), judged) ? Acceptable : Invalid;
+        return OnlyDeletes(field_->text(), text) || AcceptText(rule_(), FromQString(text), judged)
+                   ? Acceptable
+                   : Invalid;
     }
 
     bool eventFilter(QObject *, QEvent *event) override

@@ -172,7 +172,8 @@ void LiveData::Show(const PollStep &step, const NodeKey &node, int channel)
         break;
     case PollEffect::MaskedReading:
         pages_.FrameAIn->LabAIv[At(channel)]->setText(text);
-        pages_.FrameAIn->LabAIs[At(channel)]->setText(pages_.FrameMSet->CmbRange->currentText().right(2));
+        pages_.FrameAIn->LabAIs[At(channel)]->setText(
+            ToQString(CaptionUnit(FromQString(pages_.FrameMSet->CmbRange->currentText()))));
         break;
     case PollEffect::OutputReadBack:
         pages_.FrameAOut->LabReadBack->setText(text);

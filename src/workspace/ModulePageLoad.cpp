@@ -264,12 +264,10 @@ void ModulePageLoad::LoadRecord(const NodeKey &node)
 /// Percent and hexadecimal replace the unit of the range.
 void ModulePageLoad::ShowDataFormat(int position)
 {
-    constexpr int Percent = 1;
-    constexpr int Hexadecimal = 2;
     Select(pages_.FrameMSet->CmbDataFormat, position);
-    if (position != Percent && position != Hexadecimal)
+    const std::string_view unit = DataFormatUnit(position);
+    if (unit.empty())
         return;
-    const std::string_view unit = position == Percent ? " %" : "Hex";
     pages_.FrameGen->LabRdu->setText(ToQString(unit));
     SetAll(pages_.FrameAOut->LabAOS, unit);
 }

@@ -10,6 +10,7 @@
 #include "core/Text.h"
 #include "discovery/FramePort.h"
 #include "discovery/ModelCatalogue.h"
+#include "discovery/ToolStates.h"
 #include "platform/Events.h"
 #include "platform/WidgetText.h"
 #include "workspace/FrameSlotIO.h"
@@ -37,7 +38,6 @@ namespace
 const std::string ClassPC = "PC";
 const std::string ClassCOM = "COM";
 constexpr int SlotListRows = 8;
-const std::string OutputSlotModel = "3931"; ///< the slot whose channel values are entries
 
 } // namespace
 
@@ -132,14 +132,18 @@ bool PageSelection::ScopeIsOpen(int port) const
 void PageSelection::SetToolbar(const std::string &key)
 {
     const bool port = NodeClass == ClassCOM;
-    const bool bus = port && !ScopeIsOpen(PortOfPortKey(key));
-    const bool module =
-        NodeClass != ClassPC && !port && Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 3) == "COM";
-    main_.ToolButton(FormMain::SearchButton)->setEnabled(bus);
-    main_.ToolButton(FormMain::TerminalButton)->setEnabled(bus);
-    main_.ToolButton(FormMain::ScopeButton)->setEnabled(bus && !main_.Nodes.IsExpanded(key));
-    main_.ToolButton(FormMain::SaveSetButton)->setEnabled(module);
-    main_.ToolButton(FormMain::LoadSetButton)->setEnabled(module);
+    const bool module = Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 3) == "COM";
+    const NodeKind kind = NodeClass == ClassPC ? NodeKind::PC
+                          : port               ? NodeKind::Port
+                          : module             ? NodeKind::Module
+                                               : NodeKind::SlotOrChannel;
+    const ToolStates states =
+        ToolbarFor(kind, port && ScopeIsOpen(PortOfPortKey(key)), main_.Nodes.IsExpanded(key));
+    main_.ToolButton(FormMain::SearchButton)->setEnabled(states.search);
+    main_.ToolButton(FormMain::TerminalButton)->setEnabled(states.terminal);
+    main_.ToolButton(FormMain::ScopeButton)->setEnabled(states.dataScope);
+    main_.ToolButton(FormMain::SaveSetButton)->setEnabled(states.saveSet);
+    main_.ToolButton(FormMain::LoadSetButton)->setEnabled(states.loadSet);
 }
 
 /// Hides what the last page showed and shows what belongs to the node, without painting in between.
@@ -191,7 +195,7 @@ void PageSelection::ShowModule(const std::string &key)
                                                     : ModulePage(NodeClass);
     if (page)
         Apply(*page);
-    pages_.FrameSlotIO->SetWritable(NodeClass == OutputSlotModel);
+    pages_.FrameSlotIO->SetWritable(AreChannelTextsWritable(NodeClass));
     pages_.TabStrip1->setCurrentIndex(0);
     if (NodeClass == BaseUnitModel)
         FillSlotList(key);
@@ -271,10 +275,11 @@ void PageSelection::RightClick(const std::string &key)
 void PageSelection::PopupCOM(const std::string &key)
 {
     main_.CommPortNo = PortOfPortKey(key);
-    const bool bus = !ScopeIsOpen(main_.CommPortNo);
-    main_.CSearch->setEnabled(bus);
-    main_.CTerminal->setEnabled(bus);
-    main_.CData_Scope->setEnabled(bus && !main_.Nodes.IsExpanded(key));
+    const ToolStates states =
+        ToolbarFor(NodeKind::Port, ScopeIsOpen(main_.CommPortNo), main_.Nodes.IsExpanded(key));
+    main_.CSearch->setEnabled(states.search);
+    main_.CTerminal->setEnabled(states.terminal);
+    main_.CData_Scope->setEnabled(states.dataScope);
     const bool slotIO = IsShown(pages_.FrameSlotIO);
     pages_.FrameSlotIO->hide();
     Popup(main_.COM);

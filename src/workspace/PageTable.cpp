@@ -361,23 +361,6 @@ bool AreChannelTextsWritable(std::string_view model)
     return model == "3931";
 }
 
-ToolStates ToolbarFor(NodeKind node, bool scopeOnPort, bool expanded)
-{
-    const bool bus = node == NodeKind::Port && !scopeOnPort;
-    const bool module = node == NodeKind::Module;
-    return {
-        .search = bus, .terminal = bus, .dataScope = bus && !expanded, .saveSet = module, .loadSet = module};
-}
-
-ToolStates ToolsMenuFor(std::string_view nodeText, bool scopeOnPort, bool expanded)
-{
-    const std::string kind = Left(nodeText, 2);
-    return ToolbarFor(kind == "PC"   ? NodeKind::PC
-                      : kind == "CO" ? NodeKind::Port
-                                     : NodeKind::Module,
-                      scopeOnPort, expanded);
-}
-
 std::string PageCaption(const NodeKey &node)
 {
     const std::string model = node.model();

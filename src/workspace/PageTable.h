@@ -31,25 +31,6 @@ const PageDescription *ChannelPage(std::string_view model);
 /// button-coloured field.
 bool AreChannelTextsWritable(std::string_view model);
 
-/// Which tools a node offers. Toolbar buttons and menu entries of one name go together.
-struct ToolStates {
-    bool search = false;
-    bool terminal = false;
-    bool dataScope = false;
-    bool saveSet = false;
-    bool loadSet = false;
-
-    friend bool operator==(const ToolStates &, const ToolStates &) = default;
-};
-
-enum class NodeKind { PC, Port, Module, SlotOrChannel };
-
-/// Toolbar of the selected node. `scopeOnPort` and `expanded` are about a port's node.
-ToolStates ToolbarFor(NodeKind node, bool scopeOnPort, bool expanded);
-
-/// Entries of the Tools menu by the selected node's text. Slots and channels offer what their module does.
-ToolStates ToolsMenuFor(std::string_view nodeText, bool scopeOnPort, bool expanded);
-
 /// Caption of the page of a module, a slot or a channel: "VORN-3923 Channel 7".
 std::string PageCaption(const NodeKey &node);
 

@@ -93,7 +93,6 @@ TEST_F(CloseTest, ByTheMenu)
     StartRack(OneModule);
     StartProgram();
     desktop.Press({"alt+f"});
-    desktop.Press({"x"});
     desktop.Press({"e"});
     EXPECT_EQ(program->AwaitExit(Desktop::Patience), 0);
     EXPECT_TRUE(PortIsFree());

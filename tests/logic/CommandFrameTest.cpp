@@ -137,4 +137,36 @@ TEST(ReduceModelReply, FindsTheFamilyWordAnywhereYetCutsAtEight)
     EXPECT_EQ(ReduceModelReply("!00abcd7252VORN", false).model, "7252VORN");
 }
 
+TEST(Checksum, KeepsTheLastTwoDigitsOfALargerSum)
+{
+    EXPECT_EQ(Checksum("\xFF"), "FF");
+    EXPECT_EQ(Checksum("\xFF\x01"), "00"); // 256
+    EXPECT_EQ(Checksum("\xFF\x02"), "01");
+    EXPECT_EQ(Checksum("\x80\x80"), "00");
+}
+
+TEST(ReduceModelReply, KnowsTheFamilyWordInUpperCaseOnly)
+{
+    EXPECT_EQ(ReduceModelReply("!00vorn7252", false).model, "");
+    EXPECT_EQ(ReduceModelReply("!00vorn7252", false).reply, "!00vorn7252");
+}
+
+TEST(ReduceModelReply, OfTheFamilyWordAloneHasNoModel)
+{
+    for (const char *reply : {"!00VORN", "!00VORNC7"}) {
+        const ModelReply reduced = ReduceModelReply(reply, true);
+        EXPECT_EQ(reduced.model, "") << reply;
+    }
+    EXPECT_EQ(ReduceModelReply("!00VORN", false).reply, "!00");
+}
+
+TEST(ReduceModelReply, KeepsModelsOfBothFamiliesForTheCatalogueToJudge)
+{
+    EXPECT_EQ(ReduceModelReply("!007290", false).model, "7290");
+    EXPECT_EQ(ReduceModelReply("!003999", false).model, "3999");
+    EXPECT_EQ(ReduceModelReply("!003900EX", false).model, "3900EX") << "only the whole text is folded";
+    EXPECT_EQ(ReduceModelReply("!003900e", false).model, "3900e");
+    EXPECT_EQ(ReduceModelReply("!008017", false).reply, "!008017");
+}
+
 } // namespace

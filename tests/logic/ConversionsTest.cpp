@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 namespace
@@ -280,6 +281,104 @@ TEST(Bits, AreSetInPlace)
     SetBit(outside, 8, true);
     SetBit(outside, -1, true);
     EXPECT_EQ(outside, "00000000");
+}
+
+TEST(HexToBin, TakesLowerCaseForUnknown)
+{
+    for (const char digit : {'a', 'b', 'c', 'd', 'e', 'f'}) {
+        EXPECT_EQ(HexToBin(std::string("8") + digit), "10001000") << digit;
+        EXPECT_EQ(HexToBin(digit + std::string("8")), "1000") << digit;
+    }
+}
+
+TEST(DecToHex8, ChangesItsWayAtTheSignedLimit)
+{
+    constexpr TextCase Cases[] = {{"2147483646", "7FFFFFFE"},    {"2147483647.4", "7FFFFFFF"},
+                                  {"2147483649", "80000001"},    {"4294967293", "FFFFFFFD"},
+                                  {"-2147483648.5", "80000000"}, {"-0.5", "00000000"},
+                                  {"-255", "FFFFFF01"},          {"+5", "00000005"}};
+    for (const TextCase &c : Cases)
+        EXPECT_EQ(DecToHex8(c.text), c.result) << c.text;
+    EXPECT_EQ(DecToHex8(std::string(400, '9')).size(), 8U);
+}
+
+TEST(DecToHex8, RefusesHexadecimalTextAndExponents)
+{
+    for (const char *text : {"FF", "&HFF", "1e3", "1,000", "--1", "."})
+        EXPECT_EQ(ErrorOf([&] { DecToHex8(text); }), RuntimeErrorNumber::TypeMismatch) << text;
+}
+
+TEST(Hex8ToDec, IgnoresWhatFollowsTheEighthCharacter)
+{
+    EXPECT_EQ(Hex8ToDec("0000001023"), "16");
+    EXPECT_EQ(Hex8ToDec("FFFFFFFFzz"), "4294967295");
+}
+
+TEST(Hex8ToDec, ReadsEitherCaseAndRefusesSignsAndBlanks)
+{
+    EXPECT_EQ(Hex8ToDec("ffffffff"), "4294967295");
+    for (const char *text : {"-0000001", "+0000001", " 0000001", "0000000 ", "0000.001"})
+        EXPECT_EQ(ErrorOf([&] { Hex8ToDec(text); }), RuntimeErrorNumber::TypeMismatch) << text;
+}
+
+TEST(Hex8ToDec, OfEverySingleBitIsAPowerOfTwo)
+{
+    for (int bit = 0; bit < 32; ++bit) {
+        const std::uint32_t value = std::uint32_t{1} << bit;
+        const std::string decimal = std::to_string(value);
+        EXPECT_EQ(Hex8ToDec(DecToHex8(decimal)), decimal);
+        EXPECT_EQ(HexVal(DecToHex8(decimal)), value);
+    }
+}
+
+TEST(FormatSigned7, OfAFractionBelowOneStillHasItsIntegerDigits)
+{
+    constexpr SignedCase Cases[] = {{2, 0.0001F, "+00.000"}, {2, -0.0001F, "-00.000"}, {3, 0.5F, "+000.50"},
+                                    {3, -0.5F, "-000.50"},   {1, -0.125F, "-0.1250"},  {2, 0.01F, "+00.010"}};
+    for (const SignedCase &c : Cases) {
+        std::string out;
+        FormatSigned7(out, c.digits, c.value);
+        EXPECT_EQ(out, c.text) << c.digits << " " << c.value;
+    }
+}
+
+TEST(FormatSigned7, CutsALargeValueToSevenCharacters)
+{
+    constexpr SignedCase Cases[] = {
+        {2, 10000000, "0100000"},  {2, -10000000, "0100000"}, {4, 1372.25F, "+1372.2"},
+        {4, 9999.875F, "+9999.8"}, {2, 99.875F, "+99.875"},   {2, -99.875F, "-99.875"},
+        {3, 999.9375F, "+999.93"}, {3, -1000, "-1000.0"},     {3, -1001, "01001.0"}};
+    for (const SignedCase &c : Cases) {
+        std::string out;
+        FormatSigned7(out, c.digits, c.value);
+        EXPECT_EQ(out, c.text) << c.digits << " " << c.value;
+    }
+}
+
+TEST(FormatOutputValue, LooksAtTheFirstPointOnly)
+{
+    constexpr OutputCase Cases[] = {
+        {".", '0', "00.000"},       {".", '1', "+000.00"},      {"1.2.3", '0', "01.2.3"},
+        {"1.2.3", '1', "+001.2.3"}, {"50.", '1', "+050.00"},    {"12.", '0', "12.000"},
+        {"100.", '1', "+100.00"},   {"123.45", '1', "+123.45"}, {"1234.5", '1', "+1234.5"},
+        {"1.2345", '0', "01.2345"}, {"1234", '1', "+1234.0"},   {"123456", '0', "123456."},
+    };
+    for (const OutputCase &c : Cases) {
+        std::string text = c.text;
+        EXPECT_EQ(FormatOutputValue(text, c.format), c.result) << c.text << " " << c.format;
+    }
+}
+
+TEST(FormatOutputValue, LeavesEveryOtherFormatAlone)
+{
+    for (int c = 0; c < 256; ++c) {
+        const char format = static_cast<char>(c);
+        if (format >= '0' && format <= '2')
+            continue;
+        std::string text = "5.5";
+        EXPECT_EQ(FormatOutputValue(text, format), "5.5") << c;
+        EXPECT_EQ(text, "5.5") << c;
+    }
 }
 
 } // namespace

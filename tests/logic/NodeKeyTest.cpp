@@ -122,4 +122,33 @@ TEST(ModuleNodeText, HasItsFourForms)
     EXPECT_EQ(ModuleNodeText(false, "05", "7221+"), "(05) 7221+");
 }
 
+TEST(NodeKeys, OfEverySlotAndChannelReadBack)
+{
+    for (char slot = '0'; slot <= '7'; ++slot) {
+        const NodeKey slotKey(SlotKey("_1012!!1F3900", slot, "3923H"));
+        EXPECT_TRUE(slotKey.isSlot()) << slot;
+        EXPECT_EQ(slotKey.slot(), slot);
+        EXPECT_EQ(slotKey.port(), 12);
+        EXPECT_EQ(slotKey.busAddress(), "1F");
+        for (char channel = '0'; channel <= '7'; ++channel) {
+            const NodeKey key(ChannelKey(slotKey.text(), channel));
+            EXPECT_TRUE(key.isChannel()) << slot << channel;
+            EXPECT_EQ(key.slot(), slot);
+            EXPECT_EQ(key.channel(), channel);
+            EXPECT_EQ(key.model(), "3923H");
+            EXPECT_TRUE(key.checksum());
+        }
+    }
+}
+
+TEST(NodeKeys, InInitStateGoDownToSlotsAndChannels)
+{
+    const std::string module = ModuleKey(true, '1', "003", "!053900");
+    EXPECT_EQ(module, "*1003!!053900");
+    const NodeKey channel(ChannelKey(SlotKey(module, '2', "3921"), '1'));
+    EXPECT_EQ(channel.text(), "*100321053921");
+    EXPECT_EQ(channel.busAddress(), "00");
+    EXPECT_FALSE(channel.checksum());
+}
+
 } // namespace

@@ -205,4 +205,137 @@ TEST(Numbers, FollowNoLocale)
     std::setlocale(LC_ALL, before.c_str());
 }
 
+TEST(Val, StopsAtABlankInsideTheNumber)
+{
+    EXPECT_EQ(Val("1 2"), 1);
+    EXPECT_EQ(Val("1. 5"), 1);
+    EXPECT_EQ(Val("-7 "), -7);
+    EXPECT_EQ(Val("12 Terminal"), 12);
+}
+
+TEST(CDbl, ReadsAWholeTextWithBlanksAround)
+{
+    constexpr ValueCase Cases[] = {{"80", 80},       {"  2.5 ", 2.5}, {"-.5", -0.5},
+                                   {"+7.", 7},       {"007", 7},      {"4294967295", 4294967295.0},
+                                   {"0.001", 0.001}, {"-0", 0}};
+    for (const ValueCase &c : Cases)
+        EXPECT_EQ(CDbl(c.text), c.value) << "'" << c.text << "'";
+}
+
+struct ErrorCase {
+    const char *text;
+    int error; ///< 0 for none
+};
+
+TEST(StrictReads, RoundBeforeTheLimitOf32BitsIsHeldAgainstThem)
+{
+    constexpr ErrorCase Cases[] = {
+        {"2147483647", 0},  {"2147483647.4", 0}, {"2147483647.5", 6},  {"2147483648", 6},
+        {"99999999999", 6}, {"-2147483648", 0},  {"-2147483648.5", 0}, {"-2147483648.6", 6},
+        {"-2147483649", 6}, {"-99999999999", 6},
+    };
+    for (const ErrorCase &c : Cases)
+        EXPECT_EQ(ErrorOf([&] { CLng(c.text); }), c.error) << c.text;
+    EXPECT_EQ(CLng("2147483647.4"), std::numeric_limits<std::int32_t>::max());
+    EXPECT_EQ(CLng("-2147483648.5"), std::numeric_limits<std::int32_t>::min());
+}
+
+TEST(StrictReads, RoundBeforeTheLimitOf16BitsIsHeldAgainstThem)
+{
+    constexpr ErrorCase Cases[] = {
+        {"32767", 0},    {"32767.4", 0},  {"32767.5", 6},  {"-32768", 0},
+        {"-32768.4", 0}, {"-32768.5", 0}, {"-32768.6", 6}, {"-32769", 6},
+    };
+    for (const ErrorCase &c : Cases)
+        EXPECT_EQ(ErrorOf([&] { CInt(c.text); }), c.error) << c.text;
+}
+
+TEST(RoundHalfEven, HoldsAtBothEndsOfItsRange)
+{
+    EXPECT_EQ(RoundHalfEven(9223372036854774784.0), 9223372036854774784);
+    EXPECT_EQ(RoundHalfEven(9223372036854775808.0), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(RoundHalfEven(-9223372036854775808.0), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(RoundHalfEven(4503599627370495.5), 4503599627370496);
+    EXPECT_EQ(RoundHalfEven(-2.500001), -3);
+    EXPECT_EQ(RoundHalfEven(0.49999999999999994), 0);
+}
+
+TEST(HexByte, OfEveryByteReadsBack)
+{
+    for (int value = 0; value < 256; ++value) {
+        const std::string text = HexByte(value);
+        EXPECT_EQ(text.size(), 2U) << value;
+        EXPECT_EQ(HexVal(text), value);
+    }
+}
+
+TEST(TextOf, WritesTinyAndLargeValuesWithoutAnExponent)
+{
+    constexpr TextCase Cases[] = {
+        {1e-10, ".0000000001"},
+        {-1e-10, "-.0000000001"},
+        {1e20, "100000000000000000000"},
+        {-1e20, "-100000000000000000000"},
+        {1e22, "10000000000000000000000"},
+    };
+    for (const TextCase &c : Cases)
+        EXPECT_EQ(TextOf(c.value), c.text);
+}
+
+TEST(TextOf, CarriesWhenTheFifteenthDigitRoundsUp)
+{
+    EXPECT_EQ(TextOf(0.9999999999999999), "1");
+    EXPECT_EQ(TextOf(-0.9999999999999999), "-1");
+    EXPECT_EQ(TextOf(999999999999999.9), "1000000000000000");
+    EXPECT_EQ(TextOf(123456789012345.6), "123456789012346");
+}
+
+struct SingleCase {
+    float value;
+    const char *text;
+};
+
+TEST(TextOfSingle, IsTheShortestDecimalText)
+{
+    constexpr SingleCase Cases[] = {
+        {0, "0"},
+        {-0.0F, "0"},
+        {-0.5F, "-.5"},
+        {-0.25F, "-.25"},
+        {-99.99F, "-99.99"},
+        {0.000001F, ".000001"},
+        {-0.000001F, "-.000001"},
+        {9999.999F, "9999.999"},
+        {-9999.999F, "-9999.999"},
+        {99999.99F, "99999.99"},
+        {16777216, "16777220"},
+        {1e10F, "10000000000"},
+    };
+    for (const SingleCase &c : Cases)
+        EXPECT_EQ(TextOfSingle(c.value), c.text);
+}
+
+TEST(TextOf, NeverHasMoreThanFifteenDigitsHoweverLargeTheValue)
+{
+    EXPECT_EQ(TextOf(1e23), "1" + std::string(23, '0'));
+    EXPECT_EQ(TextOf(-1e23), "-1" + std::string(23, '0'));
+    EXPECT_EQ(TextOf(1e300), "1" + std::string(300, '0'));
+    EXPECT_EQ(TextOf(std::numeric_limits<double>::max()), "179769313486232" + std::string(294, '0'));
+}
+
+TEST(TextOfSingle, NeverHasMoreThanSevenDigitsHoweverLargeTheValue)
+{
+    EXPECT_EQ(TextOfSingle(1e20F), "1" + std::string(20, '0'));
+    EXPECT_EQ(TextOfSingle(1e23F), "1" + std::string(23, '0'));
+    EXPECT_EQ(TextOfSingle(std::numeric_limits<float>::max()), "3402823" + std::string(32, '0'));
+}
+
+TEST(TextOf, OfNoFiniteValueIsZero)
+{
+    EXPECT_EQ(TextOf(std::numeric_limits<double>::infinity()), "0");
+    EXPECT_EQ(TextOf(-std::numeric_limits<double>::infinity()), "0");
+    EXPECT_EQ(TextOf(std::numeric_limits<double>::quiet_NaN()), "0");
+    EXPECT_EQ(TextOfSingle(std::numeric_limits<float>::infinity()), "0");
+}
+
 } // namespace

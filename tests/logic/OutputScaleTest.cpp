@@ -1,5 +1,8 @@
 #include "workspace/OutputScale.h"
 
+#include "core/Number.h"
+#include "core/Text.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -105,6 +108,53 @@ TEST(SliderText, ReadsBackAsTheSamePosition)
         ASSERT_TRUE(range);
         for (int value = range->min; value <= range->max; ++value)
             ASSERT_EQ(SliderValue(code, SliderText(code, value)), value) << code;
+    }
+}
+
+/// Thousandths of an engineering value as two digits, point, three decimals.
+std::string EngineeringText(int thousandths)
+{
+    return PadLeft(std::to_string(thousandths / 1000), 2, '0') + "." +
+           PadLeft(std::to_string(thousandths % 1000), 3, '0');
+}
+
+struct EngineeringCase {
+    const char *code;
+    int last, start, step; ///< last position; thousandths at position 0 and for each further one
+};
+
+TEST(SliderText, OfEveryEngineeringPosition)
+{
+    constexpr EngineeringCase Cases[] = {{"00", 4000, 0, 5}, {"01", 3200, 4000, 5}, {"02", 5000, 0, 2}};
+    for (const EngineeringCase &c : Cases) {
+        for (int value = 0; value <= c.last; ++value) {
+            const std::string text = EngineeringText(c.start + value * c.step);
+            ASSERT_EQ(SliderText(c.code, value), text) << c.code << " " << value;
+            ASSERT_EQ(SliderValue(c.code, text), value) << c.code << " " << text;
+        }
+    }
+}
+
+TEST(SliderText, OfEveryPercentPositionWhateverTheRange)
+{
+    for (const char *code : {"10", "11", "12"}) {
+        for (int value = 0; value <= 10000; ++value) {
+            const std::string text = "+" + PadLeft(std::to_string(value / 100), 3, '0') + "." +
+                                     PadLeft(std::to_string(value % 100), 2, '0');
+            ASSERT_EQ(SliderText(code, value), text) << code << " " << value;
+            ASSERT_EQ(SliderValue(code, text), value) << code << " " << text;
+        }
+    }
+}
+
+TEST(SliderText, OfEveryHexadecimalPositionWhateverTheRange)
+{
+    for (const char *code : {"20", "21", "22"}) {
+        for (int value = 0; value <= 4095; ++value) {
+            const std::string text = HexByte(value / 16) + HexByte(value % 16).substr(1);
+            ASSERT_EQ(SliderText(code, value), text) << code << " " << value;
+            ASSERT_EQ(SliderValue(code, text), value) << code << " " << text;
+        }
     }
 }
 

@@ -1,5 +1,7 @@
 #include "workspace/PageTable.h"
 
+#include "discovery/ToolStates.h"
+
 #include "discovery/ModelCatalogue.h"
 
 #include <gtest/gtest.h>
@@ -329,6 +331,67 @@ TEST(ToolsMenu, FollowsTheFirstLettersOfTheNodesText)
     EXPECT_EQ(ToolsMenuFor("COM1", true, false), Nothing);
     for (const char *text : {"(0A) 7252", "(* ) 7252", "(S1) 3923", "CH 7"})
         EXPECT_EQ(ToolsMenuFor(text, false, false), Configuration) << text;
+}
+
+TEST(PageTable, ResetHidesNothingThatItShows)
+{
+    const Names shown = AsNames(ResetPage().shown);
+    for (const std::string &name : ResetPage().hidden)
+        EXPECT_FALSE(shown.contains(name)) << name;
+}
+
+/// Whether a control is seen on a page that comes on top of the reset.
+bool IsSeen(const PageDescription &page, const char *control)
+{
+    if (AsNames(page.shown).contains(control))
+        return true;
+    return AsNames(ResetPage().shown).contains(control) && !AsNames(page.hidden).contains(control);
+}
+
+struct SeenCase {
+    const char *control;
+    std::string models; ///< models on whose page it is seen, each with a blank behind
+};
+
+TEST(PageTable, ModulePagesSeeTheirControlsOnTopOfTheReset)
+{
+    const std::vector<SeenCase> cases{
+        {"CmdGCJC", "7203 7203D "},
+        {"CmdLED", "7212D "},
+        {"CmdClearCount",
+         "7203 7203D 7206 7212D 7221 7224 7224M 7231 7252 7256 7258 7272 7282 7282D 7282N 3900 "},
+        {"CmdAICJC", "7224 7224M "},
+        {"TabStrip1", "7224M "},
+        {"CmbSlowRate", "7231 "},
+        {"CmbRange", "7203 7203D 7206 7209 7212D 7218 7221 7224 7224M 7231 7282 7282D 7282N "},
+        {"LabDH", "7252 7258 "},
+        {"FrameDIO", "7252 7256 7258 7272 "},
+        {"DIOL_0", "7252 7256 7258 "},
+        {"DIOL_7", "7256 7258 7272 "},
+        {"OptionLED_2", "7282D 7282N "},
+        {"ListView3900", "3900 "},
+        {"ADIO_2", "7218 "},
+        {"FrameAOut", ""},
+        {"FrameFC", ""},
+    };
+    for (const SeenCase &c : cases) {
+        std::string models;
+        for (const PageCase &page : ModulePages) {
+            if (IsSeen(*ModulePage(page.model), c.control))
+                models += std::string(page.model) + " ";
+        }
+        EXPECT_EQ(models, c.models) << c.control;
+    }
+}
+
+TEST(ToolsMenu, OfTheRootAndOfAScopedPortOffersNothing)
+{
+    for (const bool scope : {false, true}) {
+        for (const bool expanded : {false, true})
+            EXPECT_EQ(ToolsMenuFor("PC", scope, expanded), Nothing);
+    }
+    EXPECT_EQ(ToolsMenuFor("COM12", true, true), Nothing);
+    EXPECT_EQ(ToolsMenuFor("(00 ) 3900", true, true), Configuration);
 }
 
 } // namespace

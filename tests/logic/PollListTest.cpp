@@ -213,4 +213,50 @@ TEST(CounterText, SurvivesAnyPayload)
     EXPECT_FALSE(CounterText(std::string(400, '9'), true, "Dec").empty());
 }
 
+TEST(PollSteps, OfAModuleInInitStateGoToAddress00)
+{
+    for (const ListCase &list : Lists) {
+        for (const char *key : list.keys) {
+            const NodeKey node("*" + std::string(key).substr(1));
+            const auto steps = PollSteps(node);
+            ASSERT_EQ(steps.size(), list.steps.size()) << key;
+            for (std::size_t i = 0; i < steps.size(); ++i) {
+                std::string line = list.steps[i].lines.front();
+                line.replace(1, 2, "00");
+                EXPECT_EQ(ExpandCommand(steps[i].command, node), line) << key;
+            }
+        }
+    }
+}
+
+TEST(PollSteps, FollowTheSlotAndChannelDigitsOfTheKey)
+{
+    for (char slot = '0'; slot <= '7'; ++slot) {
+        for (char channel = '0'; channel <= '3'; ++channel) {
+            const NodeKey node(std::string("_1003") + slot + channel + "FF3931");
+            const auto steps = PollSteps(node);
+            ASSERT_EQ(steps.size(), 1U);
+            EXPECT_EQ(ExpandCommand(steps[0].command, node),
+                      std::string("$FFS") + slot + "C" + channel + "6");
+        }
+    }
+}
+
+TEST(FaultCaption, OfEveryKindOfPoint)
+{
+    EXPECT_EQ(FaultCaption("DO 1&5"), "XX 1&5");
+    EXPECT_EQ(FaultCaption("DO  1&5"), "XX  1&5");
+    EXPECT_EQ(FaultCaption("DO &0"), "XX &0");
+    EXPECT_EQ(FaultCaption(""), "XX");
+}
+
+TEST(CounterText, ShowsFrequenciesBelowOneHertz)
+{
+    EXPECT_EQ(CounterText("0000000005", true, "Dec"), ".05");
+    EXPECT_EQ(CounterText("0000000001", true, "Dec"), ".01");
+    EXPECT_EQ(CounterText("9999999999", true, "Dec"), "99999999.99");
+    EXPECT_EQ(CounterText("00000064", true, "Hex"), "1");
+    EXPECT_EQ(CounterText("0000", false, "Hex"), "0000");
+}
+
 } // namespace

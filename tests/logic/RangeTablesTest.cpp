@@ -438,4 +438,34 @@ TEST(ModelGroups, HaveTheirMembersOnly)
     EXPECT_EQ(members(HasDataFormatList), "7203 7203D 7206 7209 7212D 7218 7231 ");
 }
 
+TEST(Ranges, SpellTheFrequencyEntryInTwoWays)
+{
+    EXPECT_EQ(ModuleRanges("7282")[1].caption, "Freguency");
+    EXPECT_EQ(SlotRanges("3962")[2].caption, "Frequency");
+}
+
+TEST(Ranges, HoldNoCodeTwice)
+{
+    const auto expectUnique = [](std::span<const RangeRow> rows, const char *model) {
+        std::set<std::string_view> codes;
+        for (const RangeRow &row : rows)
+            EXPECT_TRUE(codes.insert(row.code).second) << model << " " << row.code;
+    };
+    for (const ModelCase &c : Modules)
+        expectUnique(ModuleRanges(c.model), c.model);
+    for (const ModelCase &c : SlotModules)
+        expectUnique(SlotRanges(c.model), c.model);
+}
+
+TEST(SlotRangePosition, FindsEveryCodeOfTheSlotsThatItServes)
+{
+    for (const ModelCase &c : SlotModules) {
+        const std::string model = c.model;
+        if (model == "3923H" || model == "3931")
+            continue; // their channels are read by lists of their own
+        for (std::size_t i = 0; i < c.rows.size(); ++i)
+            EXPECT_EQ(SlotRangePosition(c.rows[i].code), static_cast<int>(i)) << model << " " << i;
+    }
+}
+
 } // namespace

@@ -74,4 +74,15 @@ TEST(Text, OneOfComparesWholeTexts)
     EXPECT_FALSE(IsOneOf("", {"7203"}));
 }
 
+TEST(Text, CutsOfNoLengthAreEmpty)
+{
+    EXPECT_EQ(Mid("!01", 1, 0), "");
+    EXPECT_EQ(Left("!01", 0), "");
+    EXPECT_EQ(Right("!01", 0), "");
+    EXPECT_EQ(Left("", 0), "");
+    EXPECT_EQ(PadRight("", 2, '0'), "00");
+    EXPECT_EQ(PadLeft("ab", 2, '0'), "ab");
+    EXPECT_EQ(PadLeft("ab", 0, '0'), "ab");
+}
+
 } // namespace

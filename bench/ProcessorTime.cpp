@@ -1,0 +1,95 @@
+// What the program takes of one processor core while it waits.
+
+#include "Figures.h"
+#include "Measures.h"
+#include "Stand.h"
+
+#include "core/Controls.h"
+
+#include <QTimer>
+
+#include <stdexcept>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr int BaudIndex9600 = 3;
+constexpr int BaudIndex115200 = 7;
+
+/// Share of a core from now until `Percent`.
+class Share final
+{
+public:
+    double Percent() const
+    {
+        const std::chrono::duration<double> wall = Steady::now() - wall_;
+        return 100 * (ProcessorSeconds() - processor_) / wall.count();
+    }
+
+private:
+    Steady::time_point wall_ = Steady::now();
+    double processor_ = ProcessorSeconds();
+};
+
+double WhileWaiting(Stand &stand, bool noYield)
+{
+    stand.ChoosePort(Stand::SilentPort, BaudIndex9600, 3000);
+    stand.Main().NoYield = noYield;
+    const Share share;
+    stand.Main().trans("$01M", false);
+    const double percent = share.Percent();
+    stand.Main().NoYield = false;
+    return percent;
+}
+
+double WhilePolling(Stand &stand, int port, int baudIndex)
+{
+    stand.ChoosePort(port, baudIndex, 80);
+    vorn::FormMain &main = stand.Main();
+    const std::string portKey = vorn::PortKey(port);
+    if (!main.Nodes.HasChildren(portKey)) {
+        const std::string key = vorn::ModuleKey(false, '0', portKey.substr(portKey.size() - 3), "!017203");
+        main.Nodes.Add(portKey, key, "(01) 7203", "vorn4ico", "vorn4icoS");
+    }
+    const std::string key = main.Nodes.Children(portKey).front();
+    std::optional<Share> share;
+    double percent = 0;
+    QTimer::singleShot(1s, &main, [&] { share.emplace(); });
+    QTimer::singleShot(6s, &main, [&] {
+        percent = share->Percent();
+        main.HoldRefresh();
+    });
+    main.Nodes.Select(key);
+    main.NodeLeftClick = true;
+    main.TreeView1_NodeClick(key); // returns when the refresh has ended
+    main.Timer1.stop();
+    if (main.ReplyText.empty())
+        throw std::runtime_error("nothing was polled");
+    return percent;
+}
+
+double WhileIdle(Stand &stand)
+{
+    stand.ChoosePort(Stand::FastPort, BaudIndex9600, 80);
+    const Share share;
+    Stand::Rest(5s);
+    return share.Percent();
+}
+
+} // namespace
+
+void MeasureProcessorTime(Stand &stand, Figures &figures)
+{
+    const std::string ofCore = "of one core";
+    figures.Add("waiting for a silent module, serving events", WhileWaiting(stand, false), 5, "%", ofCore);
+    figures.Add("waiting for a silent module, serving no events", WhileWaiting(stand, true), 5, "%", ofCore);
+    figures.Add("polling a page, endlessly fast line", WhilePolling(stand, Stand::FastPort, BaudIndex9600), 5,
+                "%", ofCore + ", windows drawn without a screen");
+    figures.Add("polling a page, 115200 bit/s", WhilePolling(stand, Stand::QuickPort, BaudIndex115200), 5,
+                "%", ofCore);
+    figures.Add("polling a page, 9600 bit/s", WhilePolling(stand, Stand::SlowPort, BaudIndex9600), 5, "%",
+                ofCore);
+    figures.Add("no bus work", WhileIdle(stand), 1, "%", ofCore);
+}

@@ -1,0 +1,162 @@
+// How long the program leaves the window alone.
+
+#include "Figures.h"
+#include "Measures.h"
+#include "Stand.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include <algorithm>
+#include <atomic>
+#include <semaphore>
+#include <thread>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr int BaudIndex9600 = 3;
+constexpr double Allowance = 20; // milliseconds on top of the time-out
+
+/// Asks the window's thread for a sign of life, again and again, and keeps how long each one took.
+class Probe final
+{
+public:
+    Probe() : thread_([this] { Run(); }) {}
+    ~Probe() { End(); }
+
+    void End()
+    {
+        ending_ = true;
+        while (thread_.joinable()) {
+            QCoreApplication::processEvents(); // the last sign of life
+            if (ended_)
+                thread_.join();
+        }
+    }
+    double Longest() const { return *std::max_element(times_.begin(), times_.end()); }
+    double Middle() const { return Median(times_); }
+    std::size_t Count() const { return times_.size(); }
+
+private:
+    void Run()
+    {
+        while (!ending_) {
+            std::binary_semaphore served(0);
+            const auto asked = Steady::now();
+            QMetaObject::invokeMethod(
+                qApp, [&served] { served.release(); }, Qt::QueuedConnection);
+            served.acquire();
+            times_.push_back(Milliseconds(Steady::now() - asked).count());
+            std::this_thread::sleep_for(1ms);
+        }
+        ended_ = true;
+    }
+
+    std::vector<double> times_;
+    std::atomic<bool> ending_ = false;
+    std::atomic<bool> ended_ = false;
+    std::thread thread_;
+};
+
+void Report(const Probe &probe, const std::string &what, int timeOut, Figures &figures)
+{
+    figures.Add(what, probe.Longest(), timeOut + Allowance, "ms",
+                "time-out " + std::to_string(timeOut) + " ms; " + std::to_string(probe.Count()) +
+                    " looks, half of them within " + Decimal(probe.Middle(), 2) + " ms");
+}
+
+void InASearch(Stand &stand, Figures &figures)
+{
+    constexpr int TimeOut = 20;
+    stand.ChoosePort(Stand::FaultyPort, BaudIndex9600, TimeOut);
+    Probe probe;
+    stand.Search(0);
+    probe.End();
+    Report(probe, "longest time without serving events, in a search", TimeOut, figures);
+}
+
+/// The place of a node in the tree, in sight.
+QPointF PlaceOf(const vorn::TreeView &tree, const std::string &text)
+{
+    const auto items = tree.findItems(QString::fromStdString(text), Qt::MatchExactly | Qt::MatchRecursive);
+    return tree.visualItemRect(items.front()).center();
+}
+
+/// A click as the window system brings it.
+void ClickNode(vorn::TreeView &tree, const std::string &text)
+{
+    const QPointF place = PlaceOf(tree, text);
+    QWidget *view = tree.viewport();
+    const QPointF global = view->mapToGlobal(place);
+    for (const auto &[type, held] : {std::pair(QEvent::MouseButtonPress, Qt::LeftButton),
+                                     std::pair(QEvent::MouseButtonRelease, Qt::NoButton)})
+        QCoreApplication::postEvent(
+            view, new QMouseEvent(type, place, global, Qt::LeftButton, held, Qt::NoModifier),
+            Qt::HighEventPriority);
+}
+
+/// Polls a module that answers all but its reading, so that each round has a wait to its end.
+void InARefresh(Stand &stand, Figures &figures)
+{
+    constexpr int TimeOut = 80;
+    stand.ChoosePort(Stand::FastPort, BaudIndex9600, TimeOut);
+    vorn::FormMain &main = stand.Main();
+    const std::string portKey = vorn::PortKey(Stand::FastPort);
+    const std::string healthy = vorn::ModuleKey(false, '0', "002", "!017203");
+    const std::string mute = vorn::ModuleKey(false, '0', "002", "!037203");
+    main.Nodes.RemoveChildren(portKey);
+    main.Nodes.Add(portKey, healthy, "(01) 7203", "vorn4ico", "vorn4icoS");
+    main.Nodes.Add(portKey, mute, "(03) 7203", "vorn4ico", "vorn4icoS");
+    main.Nodes.SetExpanded(portKey, true);
+
+    Probe probe;
+    std::vector<double> clicks;
+    Steady::time_point asked;
+    const auto taken = QObject::connect(main.TreeView1, &vorn::TreeView::MouseDown, &main, [&] {
+        clicks.push_back(Milliseconds(Steady::now() - asked).count());
+    });
+    std::atomic<bool> clicking = true;
+    std::thread hand([&] {
+        std::this_thread::sleep_for(1s);
+        for (int i = 0; clicking && i < 40; ++i) {
+            asked = Steady::now();
+            ClickNode(*main.TreeView1, i % 2 ? "(03) 7203" : "(01) 7203");
+            std::this_thread::sleep_for(std::chrono::milliseconds(171 + 13 * (i % 7)));
+        }
+        QMetaObject::invokeMethod(
+            &main,
+            [&] {
+                main.HoldRefresh();
+                clicking = false;
+            },
+            Qt::QueuedConnection);
+    });
+    main.Nodes.Select(mute);
+    main.NodeLeftClick = true;
+    main.TreeView1_NodeClick(mute);
+    while (clicking)
+        Stand::Rest(20ms);
+    main.Timer1.stop();
+    hand.join();
+    QObject::disconnect(taken);
+    probe.End();
+    Report(probe, "longest time without serving events, in a refresh", TimeOut, figures);
+    figures.Add("longest time until a click in a refresh is taken",
+                *std::max_element(clicks.begin(), clicks.end()), TimeOut + Allowance, "ms",
+                std::to_string(clicks.size()) +
+                    " clicks between a module that answers and one that doesn't, half of "
+                    "them within " +
+                    Decimal(Median(clicks), 2) + " ms");
+}
+
+} // namespace
+
+void MeasureResponsiveness(Stand &stand, Figures &figures)
+{
+    InASearch(stand, figures);
+    InARefresh(stand, figures);
+}
