@@ -10,6 +10,40 @@
 namespace vorn
 {
 
+namespace
+{
+
+/// While it lives, keys and clicks go nowhere. Everything else is served, the wish to close a window
+/// included, which the window system would hold back together with the input if the event loop were told to.
+class InputHold final : public QObject
+{
+public:
+    InputHold() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::ContextMenu:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+            return true;
+        default:
+            return false;
+        }
+    }
+};
+
+} // namespace
+
 void DoEvents()
 {
     QCoreApplication::processEvents(QEventLoop::AllEvents);
@@ -26,8 +60,8 @@ void WaitForEvents(int milliseconds)
 
 void KeepWindowAlive()
 {
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    // Behind a held back key or click the dispatcher doesn't come to the posted events by itself.
+    const InputHold hold;
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
     QCoreApplication::sendPostedEvents();
 }
 

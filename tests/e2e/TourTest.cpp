@@ -13,7 +13,7 @@ TEST_F(TourTest, PrintsTheTreeAndTakesPictures)
     const std::filesystem::path folder = std::filesystem::path(PICTURES_FOLDER) / "tour";
     std::filesystem::remove_all(folder);
     StartRack("port 2\nmodule 7203 address=00\nmodule 3900 address=01\nslot 2 3925\n");
-    Child tour({TOUR_FILE, folder}, Variables(), Child::Output::Read);
+    Child tour({TOUR_FILE, folder}, Variables(), Child::Output::ReadBoth);
     const std::string text = tour.ReadAll(PatienceForAll);
     EXPECT_EQ(tour.AwaitExit(Desktop::Patience), 0) << text;
     EXPECT_NE(text.find("    COM2\n"

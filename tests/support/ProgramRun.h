@@ -12,6 +12,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QThread>
 
 #include <functional>
 #include <memory>
@@ -36,10 +37,19 @@ public:
     // For the operator's steps, on the window's thread:
 
     /// A control of the pages, or a window's child, by name.
+    /// May be asked from the operator's thread, too.
     template <class Control = QWidget>
     Control *Find(const char *name)
     {
-        return program_->Main.findChild<Control *>(QString::fromLatin1(name));
+        const auto find = [this, name] {
+            return program_->Main.findChild<Control *>(QString::fromLatin1(name));
+        };
+        if (QThread::currentThread() == qApp->thread())
+            return find();
+        Control *control = nullptr;
+        QMetaObject::invokeMethod(
+            qApp, [&control, &find] { control = find(); }, Qt::BlockingQueuedConnection);
+        return control;
     }
     /// Caption or text of a control as the screen shows it.
     std::string Text(const char *name);

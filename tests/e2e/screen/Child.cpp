@@ -58,7 +58,8 @@ Child::Child(const Command &command, const Variables &variables, Output output)
     const std::vector<char *> envp = Pointers(entries);
     const pid_t parent = ::getpid();
     int ends[2] = {-1, -1};
-    if (output == Output::Read && ::pipe2(ends, O_CLOEXEC) != 0)
+    const bool read = output == Output::Read || output == Output::ReadBoth;
+    if (read && ::pipe2(ends, O_CLOEXEC) != 0)
         throw std::system_error(errno, std::generic_category(), command.front());
     const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
 
@@ -69,15 +70,15 @@ Child::Child(const Command &command, const Variables &variables, Output output)
             ::_exit(NotStarted);
         ::dup2(nothing, STDIN_FILENO);
         if (output != Output::Pass) {
-            ::dup2(output == Output::Read ? ends[1] : nothing, STDOUT_FILENO);
-            ::dup2(nothing, STDERR_FILENO);
+            ::dup2(read ? ends[1] : nothing, STDOUT_FILENO);
+            ::dup2(output == Output::ReadBoth ? ends[1] : nothing, STDERR_FILENO);
         }
         ::execvpe(argv.front(), argv.data(), envp.data());
         ::_exit(NotStarted);
     }
     const int error = errno;
     ::close(nothing);
-    if (output == Output::Read) {
+    if (read) {
         ::close(ends[1]);
         output_ = ends[0];
     }

@@ -18,6 +18,7 @@ public:
         Pass,    ///< goes where this program's goes
         Discard, ///< standard output and standard error
         Read,    ///< standard output is for `ReadLine` and `ReadAll`; standard error is discarded
+        ReadBoth ///< both are for `ReadLine` and `ReadAll`
     };
 
     /// Starts a program, found in the search path, with these variables on top of the environment.

@@ -16,12 +16,20 @@ public:
     /// Nothing that a program on the screen is waited for takes longer.
     static constexpr std::chrono::seconds Patience{20};
 
+    /// Runs a tool to its end and returns what it wrote.
+    using Runner = std::function<std::string(const Child::Command &)>;
+
+    /// Puts up a screen.
     /// @throws std::runtime_error that says what didn't start
     Desktop();
+    /// Looks at a screen that is there already; somebody else runs the tools.
+    explicit Desktop(Runner runner);
     ~Desktop();
 
     /// What a program needs in its environment to appear on this screen.
     Child::Variables Variables() const;
+    /// Runs a tool on the screen and returns what it wrote. A tool that hangs is ended.
+    std::string Run(const Child::Command &command) const;
 
     /// @name Eyes
     /// @{
@@ -61,10 +69,10 @@ public:
     /// @}
 
 private:
-    std::string Run(const Child::Command &command) const;
     void AtPlace(int x, int y, const char *button) const;
 
     std::unique_ptr<Child> server_;
     std::unique_ptr<Child> manager_;
     std::string display_;
+    Runner runner_;
 };
