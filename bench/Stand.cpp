@@ -41,7 +41,8 @@ module 7203 address=00..0F
 module 7203 address=10..1F
 fault noreturn
 port 7
-module 3900E address=00..FF slots=3923,3923,3923,3923,3923,3923,3923,3923
+module 3900E address=00 restart=0 slots=3923,3923,3923,3923,3923,3923,3923,3923
+module 3900E address=01..FF slots=3923,3923,3923,3923,3923,3923,3923,3923
 )";
 
 } // namespace

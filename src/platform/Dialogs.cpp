@@ -29,7 +29,7 @@ QMessageBox::Icon IconOf(MsgBoxStyle style)
     return QMessageBox::Critical;
 }
 
-/// A stay-on-top window lets go of that state while a dialog of its own stands before it.
+/// The window that a dialog stands before: the modal one, else the one that has the focus.
 QWidget *DialogParent()
 {
     return QApplication::activeModalWidget() ? QApplication::activeModalWidget()

@@ -35,13 +35,13 @@ class Line final
 public:
     explicit Line(int end) : end_(end) {}
 
-    void Send(const std::vector<std::string> &words) const
+    /// False when the other end has gone.
+    bool Send(const std::vector<std::string> &words) const
     {
         std::string message;
         for (const std::string &word : words)
             message += word + '\0';
-        if (::send(end_, message.data(), message.size(), MSG_NOSIGNAL) < 0)
-            throw std::runtime_error("the other process has gone");
+        return ::send(end_, message.data(), message.size(), MSG_NOSIGNAL) >= 0;
     }
 
     /// No words when the other end has gone.
@@ -76,9 +76,11 @@ int ServeScreen(const Line &line, pid_t program)
     std::vector<std::string> variables;
     for (const auto &[name, value] : desktop.Variables())
         variables.insert(variables.end(), {name, value});
-    line.Send(variables);
-    for (auto tool = line.Receive(); !tool.empty(); tool = line.Receive())
-        line.Send({desktop.Run(tool)});
+    bool there = line.Send(variables);
+    while (there) {
+        const auto tool = line.Receive();
+        there = !tool.empty() && line.Send({desktop.Run(tool)});
+    }
     int status = 0;
     ::waitpid(program, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : EXIT_FAILURE;
