@@ -71,7 +71,7 @@ BusSearch::BusSearch(FormMain &main, DeviceTree &tree) : main_(main), tree_(tree
 void BusSearch::Search_Click()
 {
     main_.NowStatus("Searching module, Please wait moment....");
-    main_.PauseRefresh = true;
+    main_.HoldRefresh();
     main_.NoYield = false;
     if (main_.FormFull_Screen)
         main_.FormFull_Screen->close();

@@ -46,7 +46,8 @@ PageSelection::PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load,
     : main_(main), pages_(pages), load_(load), live_(live), consoles_(consoles)
 {
     main.OnNodeClick([this](const std::string &key) { TreeView1_NodeClick(key); });
-    connect(&main.Timer1, &QTimer::timeout, this, [this] { Queue(this, [this] { Timer1_Tick(); }); });
+    // Not queued: a tick that waits would outlive the stopping of the timer.
+    connect(&main.Timer1, &QTimer::timeout, this, &PageSelection::Timer1_Tick);
 
     connect(pages.ListView3900, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
         Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] {

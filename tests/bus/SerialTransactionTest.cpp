@@ -18,6 +18,15 @@ class TransTest : public ::testing::Test, public ProgramRun
 protected:
     RawPeer peer_{ports.Link(3)};
 
+    /// The program with time enough for the peer to answer on a busy machine.
+    void Operate(const std::function<void(Operator &)> &steps)
+    {
+        ProgramRun::Operate([&](Operator &op) {
+            SetTimeOut(op, "300");
+            steps(op);
+        });
+    }
+
     /// One transaction; the reply as it stands afterwards.
     std::string Trans(Operator &op, std::string cmd, bool checksum = false)
     {

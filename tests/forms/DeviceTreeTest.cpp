@@ -33,7 +33,7 @@ protected:
     void Plant(Operator &op)
     {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("20"));
+            main().TextTimeOut->setText(QStringLiteral("150"));
             auto &nodes = main().Nodes;
             nodes.Add(Port3, Plain, "(0A) 7252", "vorn4ico", "vorn4icoS");
             nodes.Add(Port3, Init, "(* ) 7206", "vorn4ico", "vorn4icoS");

@@ -226,7 +226,7 @@ protected:
     {
         const std::string key = "_0002!!0A" + model;
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("20"));
+            main().TextTimeOut->setText(QStringLiteral("150"));
             main().Nodes.Add("KeyCOM002", key, "(0A) " + model, "vorn4ico", "vorn4icoS");
         });
         Choose(op, key);

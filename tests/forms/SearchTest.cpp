@@ -68,7 +68,7 @@ TEST_F(SearchTest, AsksEachAddressWithoutAndThenWithChecksum)
     peer_.Reply("$FEM", "!FEVORN7252\r");
     peer_.Reply("$FFMF7", "!FF7206A5\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         EXPECT_EQ(SearchFrom(op, "253"), (Lines{"$FDM", "$FDM" + vorn::Checksum("$FDM"), "$FEM", "$FFM",
                                                 "$FFM" + vorn::Checksum("$FFM")}));
     });
@@ -79,7 +79,7 @@ TEST_F(SearchTest, KeysAndTextsTellHowToReachTheModule)
     peer_.Reply("$FEM", "!FEVORN7252\r");
     peer_.Reply("$FFM" + vorn::Checksum("$FFM"), "!FFVORN7206A5\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         SearchFrom(op, "254");
         op.Gui([&] {
             EXPECT_EQ(main().Nodes.Children("KeyCOM003"), (Lines{"_0003!!FE7252", "_1003!!FF7206"}));
@@ -93,7 +93,7 @@ TEST_F(SearchTest, ThePlusModelsShowAPlusAndKeepTheirPInTheKey)
 {
     peer_.Reply("$FFM", "!FF7221P\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         SearchFrom(op, "255");
         op.Gui([&] {
             EXPECT_EQ(main().Nodes.Children("KeyCOM003"), Lines{"_0003!!FF7221P"});
@@ -107,7 +107,7 @@ TEST_F(SearchTest, ModelsOutsideTheCatalogueGetNoNode)
     for (const char *model : {"7290", "7203d", "VORN5017", "", "17252", "3900X"}) {
         peer_.Reply("$FFM", std::string("!FF") + model + "\r");
         Operate([&](Operator &op) {
-            SetTimeOut(op, "20");
+            SetTimeOut(op, "250");
             Search(op, "255");
             op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
             AwaitEnd(op);
@@ -119,7 +119,7 @@ TEST_F(SearchTest, ModelsOutsideTheCatalogueGetNoNode)
 TEST_F(SearchTest, AnEmptyBusIsToldWithItsPort)
 {
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         Search(op, "250");
         op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
         AwaitEnd(op);
@@ -132,11 +132,11 @@ TEST_F(SearchTest, AStartAddressLeavesOutTheOnesBefore)
 {
     peer_.Reply("$FFM", "!FF7252\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
-        const Lines lines = SearchFrom(op, "240");
-        EXPECT_EQ(lines.front(), "$F0M");
+        SetTimeOut(op, "250");
+        const Lines lines = SearchFrom(op, "250");
+        EXPECT_EQ(lines.front(), "$FAM");
         EXPECT_EQ(lines.back(), "$FFM");
-        EXPECT_EQ(lines.size(), 15U * 2 + 1);
+        EXPECT_EQ(lines.size(), 5U * 2 + 1);
     });
 }
 
@@ -145,7 +145,7 @@ TEST_F(SearchTest, AStartTextThatIsNoNumberIsZero)
     for (const char *text : {"five", "0x10", "40000", "-"}) {
         peer_.Forget();
         Operate([&](Operator &op) {
-            SetTimeOut(op, "20");
+            SetTimeOut(op, "250");
             Search(op, text);
             op.WaitFor([&] { return !peer_.Lines().empty(); }, "the first address");
             op.Gui([&] { qobject_cast<vorn::FormScan *>(main().FormScan.data())->Command1->click(); });
@@ -160,7 +160,7 @@ TEST_F(SearchTest, AFractionIsRoundedToTheEvenNeighbour)
 {
     peer_.Reply("$FFM", "!FF7252\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         EXPECT_EQ(SearchFrom(op, "254.5").front(), "$FEM");
         EXPECT_EQ(SearchFrom(op, "253.5").front(), "$FEM");
     });
@@ -170,17 +170,20 @@ TEST_F(SearchTest, ANegativeStartCountsUpFromTheLastTwoDigits)
 {
     peer_.Reply("$FFM", "!FF7252\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
-        const Lines lines = SearchFrom(op, "-1");
-        EXPECT_EQ(lines.at(0), "$FFM");
-        EXPECT_EQ(lines.at(1), "$002");
+        SetTimeOut(op, "250");
+        Search(op, "-1");
+        op.WaitFor([&] { return peer_.Lines().size() >= 2; }, "two addresses");
+        op.Gui([&] { qobject_cast<vorn::FormScan *>(main().FormScan.data())->Command1->click(); });
+        AwaitEnd(op);
+        EXPECT_EQ(peer_.Lines().at(0), "$FFM");
+        EXPECT_EQ(peer_.Lines().at(1), "$002");
     });
 }
 
 TEST_F(SearchTest, AStartAbove255ScansOnUntilItIsStopped)
 {
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         Search(op, "256");
         op.WaitFor([&] { return peer_.Lines().size() > 6; }, "some addresses");
         op.Gui([&] {
@@ -199,7 +202,7 @@ TEST_F(SearchTest, CancelOrAnEmptyAnswerChangesNothing)
 {
     peer_.Reply("$FFM", "!FF7252\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         SearchFrom(op, "255");
         op.Gui([&] { LeftClick("KeyCOM003"); });
         peer_.Forget();
@@ -269,7 +272,7 @@ TEST_F(SearchTest, AStopDuringAddressZeroEndsRightThere)
 TEST_F(SearchTest, APortThatVanishesEndsTheSearchWithBothMessages)
 {
     Operate([&](Operator &op) {
-        SetTimeOut(op, "5");
+        SetTimeOut(op, "250");
         std::filesystem::remove(ports.Link(3));
         Search(op, "0");
         op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
@@ -283,7 +286,7 @@ TEST_F(SearchTest, ASearchReplacesWhatWasBelowThePort)
 {
     peer_.Reply("$FFM", "!FF7252\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         op.Gui([&] { main().Nodes.Add("KeyCOM003", "_0003!!057206", "(05) 7206", "vorn4ico", "vorn4icoS"); });
         SearchFrom(op, "255");
         EXPECT_EQ(op.Gui([&] { return Texts(); }), Lines{"(FF) 7252"});
@@ -294,7 +297,7 @@ TEST_F(SearchTest, TheBaudRateOfTheSearchIsNotedForThePort)
 {
     peer_.Reply("$FFM", "!FF7252\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         EXPECT_EQ(op.Gui([&] { return main().PortBaudList; }), Lines{"33"});
         op.Gui([&] { main().CmbPBaudrate->setCurrentIndex(7); });
         SearchFrom(op, "255");
@@ -308,7 +311,7 @@ TEST_F(SearchTest, SlotsOfABaseUnitComeWithTheirChannels)
     peer_.Reply("$FFM", "!FFVORN3900E\r");
     peer_.Reply("$FFT", "!FF21233H253142FF62\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         EXPECT_EQ(SearchFrom(op, "255"), (Lines{"$FFM", "$FFT"}));
         op.Gui([&] {
             const std::string base = "_0003!!FF3900";
@@ -337,7 +340,7 @@ TEST_F(SearchTest, SlotsOfAChecksumBaseUnitLeaveOutTheChecksum)
     peer_.Reply("$FFM" + vorn::Checksum("$FFM"), "!FF39003C\r");
     peer_.Reply("$FFT" + vorn::Checksum("$FFT"), "!FF51FF4899\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         SearchFrom(op, "255");
         op.Gui([&] {
             EXPECT_EQ(main().Nodes.Children("KeyCOM003"), Lines{"_1003!!FF3900"});
@@ -352,7 +355,7 @@ TEST_F(SearchTest, AnUnknownSlotCodeStillMakesASlot)
     peer_.Reply("$FFM", "!FF3900\r");
     peer_.Reply("$FFT", "!FF77\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250");
         SearchFrom(op, "255");
         EXPECT_EQ(op.Gui([&] { return Texts("_0003!!FF3900"); }), Lines{"(S0) 3977"});
     });
@@ -371,7 +374,7 @@ protected:
     /// What the peer heard at address 0.
     Lines SearchZero(Operator &op)
     {
-        SetTimeOut(op, "40");
+        SetTimeOut(op, "250");
         peer_.Forget();
         Search(op, "0");
         op.WaitFor([&] { return !peer_.Lines().empty() && peer_.Lines().back() == "$01M"; }, "address 1");
@@ -506,24 +509,24 @@ TEST(SearchOfARack, FindsEachModuleOnceWhateverItsChecksumState)
 {
     ProgramRun run;
     vornsim::Simulator rack(vornsim::ParseRack("port 2 speed=9600\n"
-                                               "module 7252 address=01\n"
-                                               "module 7206 address=02 checksum=yes\n"
-                                               "module 7209 address=03 family=no\n"
-                                               "module 7221P address=04\n"
-                                               "module 7216 address=05 checksum=yes family=no\n"
-                                               "module 7231 address=06 baud=19200\n"
+                                               "module 7252 address=F9\n"
+                                               "module 7206 address=FA checksum=yes\n"
+                                               "module 7209 address=FB family=no\n"
+                                               "module 7221P address=FC\n"
+                                               "module 7216 address=FD checksum=yes family=no\n"
+                                               "module 7231 address=FE baud=19200\n"
                                                "module 3900E address=FF checksum=yes slots=3923,-,3962\n"),
                             run.ports.Path());
     rack.Start();
     run.Operate([&](Operator &op) {
-        op.Gui([&] { run.main().TextTimeOut->setText(QStringLiteral("15")); });
-        run.Search(op, "0");
+        op.Gui([&] { run.main().TextTimeOut->setText(QStringLiteral("250")); });
+        run.Search(op, "248");
         op.WaitFor([&] { return run.main().isEnabled() && run.Status() == "COM Port Status"; },
                    "end of the search");
         op.Gui([&] {
             EXPECT_EQ(run.main().Nodes.Children("KeyCOM002"),
-                      (Lines{"_0002!!017252", "_1002!!027206", "_0002!!037209", "_0002!!047221P",
-                             "_1002!!057216", "_1002!!FF3900"}));
+                      (Lines{"_0002!!F97252", "_1002!!FA7206", "_0002!!FB7209", "_0002!!FC7221P",
+                             "_1002!!FD7216", "_1002!!FF3900"}));
             EXPECT_EQ(run.main().Nodes.Children("_1002!!FF3900"), (Lines{"_10020!FF3923", "_10022!FF3962"}));
         });
     });
@@ -532,13 +535,14 @@ TEST(SearchOfARack, FindsEachModuleOnceWhateverItsChecksumState)
 TEST(SearchOfARack, AModuleInInitStateShowsTheAddressThatItReports)
 {
     ProgramRun run;
-    vornsim::Simulator rack(
-        vornsim::ParseRack("port 2 speed=9600\nmodule 7252 address=05 init=yes\nmodule 7252 address=FF\n"),
-        run.ports.Path());
+    vornsim::Simulator rack(vornsim::ParseRack("port 2 speed=9600\nmodule 7252 address=05 init=yes\n"),
+                            run.ports.Path());
     rack.Start();
     run.Operate([&](Operator &op) {
-        op.Gui([&] { run.main().TextTimeOut->setText(QStringLiteral("15")); });
+        op.Gui([&] { run.main().TextTimeOut->setText(QStringLiteral("250")); });
         run.Search(op, "0");
+        op.WaitFor([&] { return rack.Commands(2).size() > 3; }, "the addresses behind 0");
+        op.Gui([&] { qobject_cast<vorn::FormScan *>(run.main().FormScan.data())->Command1->click(); });
         op.WaitFor([&] { return run.main().isEnabled() && run.Status() == "COM Port Status"; },
                    "end of the search");
         op.Gui([&] {

@@ -28,6 +28,7 @@ public:
     void AddNode(Operator &op, const std::string &key)
     {
         op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("250"));
             main().Nodes.Add("KeyCOM002", key, "(0A) " + vorn::NodeKey(key).model(), "vorn4ico", "vorn4icoS");
         });
     }
