@@ -43,12 +43,14 @@ double ResidentKibibytes(pid_t process)
     return 0;
 }
 
-/// The window stands in the middle of the screen, where nothing but black was before.
+/// The window stands in the middle of the screen, where nothing but black was before: its tree is white
+/// there.
 bool IsPainted(QScreen &screen)
 {
-    const QPoint middle = screen.geometry().center();
-    const QImage image = screen.grabWindow(0, middle.x(), middle.y(), 1, 1).toImage();
-    return qGray(image.pixel(0, 0)) > 128;
+    constexpr int White = 250;
+    const QPoint tree = screen.geometry().center() + QPoint(-220, 90);
+    const QImage image = screen.grabWindow(0, tree.x(), tree.y(), 1, 1).toImage();
+    return qGray(image.pixel(0, 0)) >= White;
 }
 
 } // namespace

@@ -66,7 +66,7 @@ void FormMain::Transact(std::string &cmd, bool checksum)
         const std::int64_t elapsed = ElapsedTicks(Time, start);
         if (elapsed > timeOut)
             break;
-        WaitForLine(timeOut - elapsed + 1, !NoYield);
+        WaitForLine(std::max<std::int64_t>(timeOut - elapsed, 1), !NoYield);
     }
     if (MSComm1.InBufferCount() < ShortestReply) {
         ReplyText.clear();
