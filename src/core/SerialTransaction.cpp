@@ -108,14 +108,13 @@ void FormMain::AwaitReply(std::int64_t timeOut)
 void FormMain::WaitForLine(std::int64_t time, bool yield)
 {
     using std::chrono::milliseconds;
-    constexpr std::int64_t Longest = 1'000'000; // keeps the timers below in range
-    constexpr std::int64_t Patience = 1000;     // without any window event
-    constexpr std::int64_t Slice = 50;
+    constexpr std::int64_t Patience = 1000; // without any window event
+    constexpr std::int64_t Slice = 50; // between two looks at the line, whatever woke or failed to wake it
 
     if (yield) {
         DoEvents();
         if (MSComm1.InBufferCount() < ShortestReply)
-            MSComm1.WaitForInputOrEvents(milliseconds(std::clamp<std::int64_t>(time, 0, Longest)));
+            MSComm1.WaitForInputOrEvents(milliseconds(std::clamp<std::int64_t>(time, 0, Slice)));
     } else if (time <= Patience) {
         MSComm1.WaitForInput(milliseconds(std::max<std::int64_t>(time, 0)));
     } else {

@@ -169,7 +169,7 @@ TEST_F(TransTest, ANegativeTimeOutWaitsForNothing)
         SetTimeOut(op, "-5");
         EXPECT_EQ(Trans(op, "$012"), "");
         EXPECT_FALSE(op.Gui([&] { return main().TransBusy; }));
-        EXPECT_EQ(peer_.Bytes(), "$012\r");
+        op.WaitFor([&] { return peer_.Bytes() == "$012\r"; }, "the command");
     });
 }
 
