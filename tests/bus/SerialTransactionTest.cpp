@@ -173,26 +173,6 @@ TEST_F(TransTest, ANegativeTimeOutWaitsForNothing)
     });
 }
 
-TEST_F(TransTest, AHugeTimeOutWaitsForTheReplyAndKeepsTheWindowAlive)
-{
-    // The peer answers only when the window has served a step in the middle of the wait.
-    Operate([&](Operator &op) {
-        SetTimeOut(op, "2147483647");
-        for (const bool noYield : {false, true}) {
-            peer_.Forget();
-            op.Gui([&] { main().NoYield = noYield; });
-            QMetaObject::invokeMethod(
-                &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
-            ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"} && main().TransBusy; },
-                                   "the command"));
-            peer_.Send("!01\r");
-            ASSERT_TRUE(op.WaitFor([&] { return !main().TransBusy; }, "the end of the transaction"));
-            EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "!01");
-        }
-        op.Gui([&] { main().NoYield = false; });
-    });
-}
-
 TEST_F(TransTest, ACallInsideARunningTransactionDoesNothing)
 {
     Operate([&](Operator &op) {
