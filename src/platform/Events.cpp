@@ -44,8 +44,12 @@ public:
 
 } // namespace
 
+// A handler that runs from a posted event has others of the same batch behind it. The event dispatcher takes
+// those for served, so each yield sends them by itself.
+
 void DoEvents()
 {
+    QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents(QEventLoop::AllEvents);
 }
 
@@ -55,14 +59,14 @@ void WaitForEvents(int milliseconds)
     wake.setSingleShot(true);
     wake.setTimerType(Qt::PreciseTimer);
     wake.start(milliseconds);
+    QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
 void KeepWindowAlive()
 {
     const InputHold hold;
-    QCoreApplication::processEvents(QEventLoop::AllEvents);
-    QCoreApplication::sendPostedEvents();
+    DoEvents();
 }
 
 void Queue(QObject *context, std::function<void()> handler)

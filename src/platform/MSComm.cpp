@@ -203,11 +203,13 @@ void MSComm::SetRThreshold(int count)
     Watch();
 }
 
-/// Takes over all that the line has for us. A hang-up is noted once; from then on the line is simply silent.
+/// Takes over what the line has for us, so much at once that a device which never stops talking can't hold the
+/// caller. A hang-up is noted once; from then on the line is simply silent.
 void MSComm::Receive()
 {
     std::array<char, 4096> piece;
-    while (fd_ >= 0 && !hungUp_) {
+    const std::size_t enough = received_.size() + 16 * piece.size();
+    while (fd_ >= 0 && !hungUp_ && received_.size() < enough) {
         const ssize_t count = ::read(fd_, piece.data(), piece.size());
         if (count > 0) {
             received_.append(piece.data(), static_cast<std::size_t>(count));

@@ -5,6 +5,8 @@
 
 #include <QComboBox>
 
+#include <atomic>
+#include <memory>
 #include <numeric>
 
 using Lines = std::vector<std::string>;
@@ -173,6 +175,26 @@ TEST_F(TransTest, ANegativeTimeOutWaitsForNothing)
     });
 }
 
+TEST_F(TransTest, AHugeTimeOutWaitsForTheReplyAndKeepsTheWindowAlive)
+{
+    // The peer answers only when the window has served a step in the middle of the wait.
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "2147483647");
+        for (const bool noYield : {false, true}) {
+            peer_.Forget();
+            op.Gui([&] { main().NoYield = noYield; });
+            QMetaObject::invokeMethod(
+                &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+            ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"} && main().TransBusy; },
+                                   "the command"));
+            peer_.Send("!01\r");
+            ASSERT_TRUE(op.WaitFor([&] { return !main().TransBusy; }, "the end of the transaction"));
+            EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "!01");
+        }
+        op.Gui([&] { main().NoYield = false; });
+    });
+}
+
 TEST_F(TransTest, ACallInsideARunningTransactionDoesNothing)
 {
     Operate([&](Operator &op) {
@@ -305,15 +327,16 @@ TEST_F(TransTest, AReplyOfAllBytesComesAsItIs)
 
 TEST_F(TransTest, AnEndlessReplyEndsWithTheSecondTimeOut)
 {
-    std::atomic<bool> stop = false;
-    peer_.OnLine([&stop](const std::string &, const RawPeer::Writer &write) {
-        while (!stop)
+    // Shared with the peer's thread, which may be in its last write when the test has ended.
+    const auto stop = std::make_shared<std::atomic<bool>>(false);
+    peer_.OnLine([stop](const std::string &, const RawPeer::Writer &write) {
+        while (!*stop)
             write("xxxxxxxxxxxxxxxx");
     });
     Operate([&](Operator &op) {
         op.Gui([&] { main().ReplyText = "before"; });
         EXPECT_EQ(Trans(op, "$012"), "before");
-        stop = true;
+        *stop = true;
     });
 }
 

@@ -53,7 +53,7 @@ void RawPeer::OnLine(Answer answer)
 void RawPeer::Send(const std::string &bytes)
 {
     std::size_t sent = 0;
-    while (sent < bytes.size() && master_ >= 0) {
+    while (sent < bytes.size() && master_ >= 0 && !stop_) {
         const ssize_t count = ::write(master_, bytes.data() + sent, bytes.size() - sent);
         if (count > 0) {
             sent += static_cast<std::size_t>(count);
