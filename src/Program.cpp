@@ -49,10 +49,16 @@ Program::Program(const Host &host)
       LiveData(Main, Pages, ModulePageLoad), Consoles(Main),
       PageSelection(Main, Pages, ModulePageLoad, LiveData, Consoles), SettingsUpdate(Main, Pages),
       DirectOutputs(Main, Pages, ModulePageLoad), AnalogAlarm(Main, Pages),
-      CounterPage(Main, Pages, ModulePageLoad), LinearMappingUpdate(Main, Pages)
+      CounterPage(Main, Pages, ModulePageLoad), LinearMappingUpdate(Main, Pages), BenchTools(Main, host.ports)
 {
     AttachMenus();
     Main.HelpPageOfPage = [this] { return HelpPage(Main); };
+}
+
+Program::~Program()
+{
+    // An entry that loses its focus asks for its rule, which the subsystems know: they go before the window.
+    Main.hide();
 }
 
 void Program::AttachMenus()

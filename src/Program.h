@@ -7,6 +7,7 @@
 #include "settings/AnalogAlarm.h"
 #include "settings/CounterPage.h"
 #include "settings/LinearMappingUpdate.h"
+#include "tools/BenchTools.h"
 #include "workspace/DirectOutputs.h"
 #include "workspace/LiveData.h"
 #include "workspace/ModulePageLoad.h"
@@ -25,6 +26,7 @@ class Program final
 {
 public:
     explicit Program(const Host &host);
+    ~Program();
 
     /// The start of the program: finds the ports and puts up the first port's page. False if the machine has
     /// no port, told to the operator; then the program is to end.
@@ -43,6 +45,7 @@ public:
     class AnalogAlarm AnalogAlarm;
     class CounterPage CounterPage;
     class LinearMappingUpdate LinearMappingUpdate;
+    class BenchTools BenchTools;
 
 private:
     void AttachMenus();

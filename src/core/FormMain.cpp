@@ -84,8 +84,10 @@ FormMain::FormMain(const Host &host)
             NodeLeftClick = false;
     });
     connect(TreeView1, &TreeView::NodeClick, this, [this](const QString &key) {
-        Nodes.Select(FromQString(key));
-        TreeView1_NodeClick(FromQString(key));
+        WhenIdle(this, [this, key = FromQString(key)] {
+            Nodes.Select(key);
+            TreeView1_NodeClick(key);
+        });
     });
 }
 
@@ -241,7 +243,8 @@ void FormMain::OnAction(std::initializer_list<QAction *> entries, const std::fun
         actionHandlers_.insert(entry, handler);
         const bool ofContextMenu = COM->actions().contains(entry) || VORNModule->actions().contains(entry);
         if (!ofContextMenu)
-            connect(entry, &QAction::triggered, this, [this, handler] { Queue(this, handler); });
+            connect(entry, &QAction::triggered, this,
+                    [this, handler] { Queue(this, [this, handler] { WhenIdle(this, handler); }); });
     }
 }
 

@@ -69,7 +69,7 @@ public:
 
     int CommPortNo = 0;         ///< port of the present transaction
     std::string ReplyText;      ///< reply of the last transaction, without its carriage return
-    bool TransBusy = false;     ///< a transaction is running
+    bool TransBusy = false;     ///< a transaction is running, or an unexpected error has silenced the bus
     bool NoYield = false;       ///< the first wait of a transaction serves no window events
     bool StopScan = false;      ///< a search is to end
     bool PauseRefresh = false;  ///< the live refresh is to end
@@ -78,6 +78,11 @@ public:
     /// What a handler begins with that uses the bus for its own ends: holds the refresh, also the one that
     /// `Timer1` would start in one of the handler's yields. The reload at the handler's end lets it go on.
     void HoldRefresh();
+
+    /// Runs a handler that uses the bus: at once, or from the event loop as soon as the transaction that is
+    /// on its way has ended. Begun inside that one's wait it would have each of its own calls dropped. A
+    /// handler that waits goes with its `context`.
+    void WhenIdle(QObject *context, const std::function<void()> &handler);
 
     /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number
     /// ("32" is COM2 at position 3). A search writes the entry of its port.
@@ -140,8 +145,9 @@ public:
     QToolBar *Toolbar1;
     QAction *ToolButton(int index) const;
 
-    /// Attaches one handler to entries of menus and toolbar. It is entered from the event loop; an entry of a
-    /// context menu only by `RunAction`, while the node that the menu belongs to is still selected.
+    /// Attaches one handler to entries of menus and toolbar. It is entered from the event loop, between
+    /// transactions; an entry of a context menu only by `RunAction`, while the node that the menu belongs to
+    /// is still selected.
     void OnAction(std::initializer_list<QAction *> entries, const std::function<void()> &handler);
     void RunAction(QAction *entry);
 
@@ -175,6 +181,14 @@ private:
     void AwaitReply(std::int64_t timeOut);
     void TransError(int number);
     void WaitForLine(std::int64_t time, bool yield);
+    void EndTransaction();
+
+    struct Waiting {
+        QPointer<QObject> context;
+        std::function<void()> handler;
+    };
+    bool inTransaction_ = false;   ///< `trans` is on the stack
+    std::vector<Waiting> waiting_; ///< handlers for the end of the running transaction
 
     std::function<void(const std::string &)> nodeClick_;
     QHash<QAction *, std::function<void()>> actionHandlers_;

@@ -16,6 +16,7 @@
 #include <QLineEdit>
 
 #include <algorithm>
+#include <utility>
 
 namespace vorn
 {
@@ -34,14 +35,33 @@ void FormMain::trans(std::string &cmd, bool checksum)
 {
     if (TransBusy)
         return;
-    TransBusy = true;
+    TransBusy = inTransaction_ = true;
     try {
         Transact(cmd, checksum);
         if (MSComm1.PortOpen())
             MSComm1.SetPortOpen(false);
         TransBusy = false;
+        EndTransaction();
     } catch (const RuntimeError &error) {
+        EndTransaction();
         TransError(error.number());
+    }
+}
+
+void FormMain::WhenIdle(QObject *context, const std::function<void()> &handler)
+{
+    if (inTransaction_)
+        waiting_.push_back({context, handler});
+    else
+        handler();
+}
+
+void FormMain::EndTransaction()
+{
+    inTransaction_ = false;
+    for (const Waiting &waiting : std::exchange(waiting_, {})) {
+        if (waiting.context)
+            Queue(waiting.context, [this, waiting] { WhenIdle(waiting.context, waiting.handler); });
     }
 }
 

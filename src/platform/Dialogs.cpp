@@ -1,5 +1,6 @@
 #include "platform/Dialogs.h"
 
+#include "platform/TopmostWindow.h"
 #include "platform/WidgetText.h"
 
 #include <QApplication>
@@ -36,6 +37,13 @@ QWidget *DialogParent()
                                              : QApplication::activeWindow();
 }
 
+/// Runs a dialog above whatever is on the screen.
+int Run(QDialog &dialog)
+{
+    SetTopmost(dialog, SomeWindowIsTopmost());
+    return dialog.exec();
+}
+
 std::optional<QString> RunFileDialog(QWidget *parent, const FileDialogOptions &options,
                                      QFileDialog::AcceptMode mode)
 {
@@ -45,7 +53,7 @@ std::optional<QString> RunFileDialog(QWidget *parent, const FileDialogOptions &o
     dialog.setDefaultSuffix(options.extension);
     if (!options.fileName.isEmpty())
         dialog.selectFile(options.fileName);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    if (Run(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().constFirst();
 }
@@ -73,7 +81,7 @@ MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view t
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     WidenForTitle(box);
-    switch (box.exec()) {
+    switch (Run(box)) {
     case QMessageBox::Yes:
         return MsgBoxResult::Yes;
     case QMessageBox::Ok:
@@ -89,7 +97,7 @@ std::optional<QString> InputBox(std::string_view prompt, std::string_view title,
     dialog.setWindowTitle(ToQString(title));
     dialog.setLabelText(ToQString(prompt));
     dialog.setTextValue(ToQString(defaultText));
-    if (dialog.exec() != QDialog::Accepted)
+    if (Run(dialog) != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();
 }

@@ -23,6 +23,13 @@ std::string RoundText(double round)
 
 } // namespace
 
+std::string TimeOfDayText(double secondsSinceMidnight)
+{
+    const int seconds = static_cast<int>(secondsSinceMidnight);
+    const auto twoDigits = [](int value) { return PadLeft(std::to_string(value), 2, '0'); };
+    return twoDigits(seconds / 3600) + ':' + twoDigits(seconds / 60 % 60) + ':' + twoDigits(seconds % 60);
+}
+
 std::string LogRecord(std::string_view text, std::string_view timeOfDay, int column)
 {
     std::string record = PadRight(Left(text, RecordLength), RecordLength, ' ');

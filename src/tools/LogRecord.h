@@ -11,6 +11,9 @@ namespace vorn
 inline constexpr int SentColumn = 52;  ///< records of commands and replies
 inline constexpr int TypedColumn = 46; ///< records of a line typed into the log
 
+/// The time of day of a record, "hh:mm:ss", from seconds since midnight.
+std::string TimeOfDayText(double secondsSinceMidnight);
+
 /// A record of the terminal's log: the text in 80 characters, with a tab and the time written over it from
 /// `column` on. What would stand behind the 80th character is cut off.
 std::string LogRecord(std::string_view text, std::string_view timeOfDay, int column = SentColumn);

@@ -292,6 +292,7 @@ TEST_F(OddRepliesTest, ASilentModuleLeavesThePageAndThePointer)
             EXPECT_EQ(Position("CmbDataFormat"), -1);
             EXPECT_EQ(main().cursor().shape(), Qt::ArrowCursor);
         });
+        ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines().size() >= 3; }, "the first poll"));
         EXPECT_EQ(peer_.Lines().at(0), "$0AF");
         EXPECT_EQ(peer_.Lines().at(1), "$0A2");
         EXPECT_EQ(peer_.Lines().at(2), "@0ADI") << "the record's refusal skips all that follows";

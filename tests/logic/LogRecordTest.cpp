@@ -52,6 +52,13 @@ TEST(LogRecord, OutsideItsColumnsHasNoTime)
     EXPECT_EQ(LogRecord("x", "t", 80), "x" + std::string(78, ' ') + "\t");
 }
 
+TEST(TimeOfDay, HasTwoDigitsEach)
+{
+    EXPECT_EQ(TimeOfDayText(0), "00:00:00");
+    EXPECT_EQ(TimeOfDayText(9 * 3600 + 5 * 60 + 7.99), "09:05:07");
+    EXPECT_EQ(TimeOfDayText(86399.999), "23:59:59");
+}
+
 struct PrefixCase {
     double round;
     const char *sent;

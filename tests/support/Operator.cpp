@@ -161,7 +161,7 @@ void Operator::AnswerInput(const std::string &prompt, const std::string &title, 
     WaitFor([&] { return modal.isNull() || !modal->isVisible(); }, "end of the input box");
 }
 
-void Operator::AnswerFile(const std::string &title, const std::string &name)
+void Operator::AnswerFile(const std::string &title, const std::string &offered, const std::string &name)
 {
     const QPointer<QWidget> modal = AwaitModal(title.c_str());
     if (!modal)
@@ -173,11 +173,12 @@ void Operator::AnswerFile(const std::string &title, const std::string &name)
             return;
         }
         EXPECT_EQ(dialog->windowTitle().toStdString(), title);
+        auto *entry = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        EXPECT_EQ(entry->text().toStdString(), offered);
         if (name.empty()) {
             dialog->reject();
             return;
         }
-        auto *entry = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
         entry->setText(QString::fromStdString(name));
         QTest::keyClick(entry, Qt::Key_Return);
     });

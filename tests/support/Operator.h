@@ -50,8 +50,8 @@ public:
     /// Waits for an input box, checks it, and types the answer; a null answer is Cancel.
     void AnswerInput(const std::string &prompt, const std::string &title, const std::string &present,
                      const char *answer);
-    /// Waits for a file dialog and enters a name; an empty name is Cancel.
-    void AnswerFile(const std::string &title, const std::string &name);
+    /// Waits for a file dialog, checks the name that it offers, and enters one; an empty name is Cancel.
+    void AnswerFile(const std::string &title, const std::string &offered, const std::string &name);
     /// Waits for another modal window of that object name and closes it after having looked at it.
     void CloseForm(const char *name, const std::function<void(QWidget &)> &look = {});
 

@@ -17,7 +17,7 @@ void ProgramRun::Operate(const std::function<void(Operator &)> &steps)
 {
     serialPorts_ = std::make_unique<vorn::SerialPorts>();
     program_ = std::make_unique<vorn::Program>(
-        vorn::Host{.ports = *serialPorts_, .clock = clock_, .platformId = platformId_});
+        vorn::Host{.ports = *serialPorts_, .clock = clock, .platformId = platformId_});
     Operator::Run([&](Operator &op) {
         const bool loaded = op.Gui([&] {
             if (!program_->Load())

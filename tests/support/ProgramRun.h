@@ -16,7 +16,19 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+
+/// The machine's time, unless a test stops it.
+class TestClock final : public vorn::Clock
+{
+public:
+    std::optional<double> timeOfDay;    ///< seconds since midnight
+    std::optional<std::uint32_t> ticks; ///< stands still: no time-out ever comes
+
+    std::uint32_t GetTickCount() const override { return ticks ? *ticks : Clock::GetTickCount(); }
+    double Timer() const override { return timeOfDay ? *timeOfDay : Clock::Timer(); }
+};
 
 /// The whole program on ports of the test's own. Ports are made before the program starts, by a simulator or
 /// raw peers.
@@ -27,6 +39,7 @@ public:
     ~ProgramRun();
 
     PortsFolder ports;
+    TestClock clock;
 
     /// Starts the program and runs the steps of the operator on it; ends what still loops when they are done.
     void Operate(const std::function<void(Operator &)> &steps);
@@ -65,7 +78,6 @@ public:
 
 private:
     int platformId_;
-    vorn::Clock clock_;
     std::unique_ptr<vorn::SerialPorts> serialPorts_;
     std::unique_ptr<vorn::Program> program_;
 };

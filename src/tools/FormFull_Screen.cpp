@@ -1,0 +1,436 @@
+#include "tools/FormFull_Screen.h"
+
+#include "core/Controls.h"
+#include "core/FormMain.h"
+#include "core/Number.h"
+#include "core/RuntimeError.h"
+#include "core/Text.h"
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "platform/Events.h"
+#include "platform/ProgramDirectory.h"
+#include "platform/TopmostWindow.h"
+#include "platform/WidgetText.h"
+#include "tools/LogFile.h"
+#include "tools/LogRecord.h"
+#include "tools/LogView.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <memory>
+#include <utility>
+
+namespace vorn
+{
+
+namespace
+{
+
+constexpr std::string_view LineEnd = "\r\n";
+constexpr std::string_view TimeOut = "Time out !";
+
+/// Rounds are sent in one go for so long; between two of them the window is served by the transaction's
+/// waits.
+constexpr std::int64_t RoundsAtOnce = 20; // milliseconds
+
+/// Pause behind a round that sent nothing: an empty file, or a bus that is silenced.
+constexpr std::chrono::milliseconds IdleRound(50);
+
+/// An option button that goes off again at a second click. Its tag notes what it was when it was pressed.
+QRadioButton *MakeToggle(QWidget *parent, const char *name, const char *caption, const char *accessibleName)
+{
+    auto *toggle = Named(new QRadioButton(QString::fromLatin1(caption), parent), name,
+                         QString::fromLatin1(accessibleName));
+    toggle->setAutoExclusive(false);
+    QObject::connect(toggle, &QAbstractButton::pressed, toggle,
+                     [toggle] { SetTag(toggle, toggle->isChecked() ? "1" : "0"); });
+    return toggle;
+}
+
+} // namespace
+
+FormFull_Screen::FormFull_Screen(FormMain &main) : QWidget(nullptr, Qt::Window), main_(main)
+{
+    setObjectName(QStringLiteral("FormFull_Screen"));
+    setWindowTitle(ToQString("COM" + std::to_string(main.SelectedPort) + " Terminal"));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
+    layout->setSpacing(Rhythm::Margin);
+    layout->addWidget(BuildSource());
+    layout->addLayout(BuildButtons());
+    Text1 = Named(new LogView(LogView::WhenFull::RaiseError, true, this), "Text1", QStringLiteral("Log"));
+    layout->addWidget(Text1, 1);
+    const int record = Text1->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 100;
+    resize(qMin(record, 760), 560);
+    Wire();
+
+    OptionSel[0]->setChecked(true);
+    OptionSel_Click();
+    SetTopmost(*this, true);
+}
+
+QWidget *FormFull_Screen::BuildSource()
+{
+    auto *frame = Named(new QGroupBox(QStringLiteral("Command"), this), "FrameCommand");
+    OptionSel[0] = Named(new QRadioButton(QStringLiteral("Single Command"), frame), "OptionSel_0");
+    OptionSel[1] = Named(new QRadioButton(QStringLiteral("Command File"), frame), "OptionSel_1");
+    auto *group = new QButtonGroup(this);
+    group->addButton(OptionSel[0], 0);
+    group->addButton(OptionSel[1], 1);
+    TextCommand = Named(new QLineEdit(frame), "TextCommand", QStringLiteral("Command"));
+    OptionSChecksum = MakeToggle(frame, "OptionSChecksum", "CheckSum", "Send the command with its checksum");
+    TextFileName = Named(new QLineEdit(frame), "TextFileName", QStringLiteral("Command file"));
+    Comincludtxt = Named(new QPushButton(QStringLiteral("Browse ..."), frame), "Comincludtxt");
+    OptionCChecksum =
+        MakeToggle(frame, "OptionCChecksum", "CheckSum", "Send the lines of the file with their checksum");
+    LabResponse = MakeValue(frame, QStringLiteral("LabResponse"), QStringLiteral("Response"));
+    // A long reply is cut at the window's edge instead of widening the window.
+    LabResponse->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    LabResponse->setFrameShape(QFrame::StyledPanel);
+
+    auto *grid = new QGridLayout(frame);
+    grid->setContentsMargins(Rhythm::Margin, Rhythm::Margin / 2, Rhythm::Margin, Rhythm::Margin);
+    grid->setHorizontalSpacing(Rhythm::LabelToField);
+    grid->setVerticalSpacing(Rhythm::BetweenRows);
+    grid->addWidget(OptionSel[0], 0, 0);
+    grid->addWidget(TextCommand, 0, 1, 1, 3);
+    grid->addWidget(OptionSChecksum, 0, 4);
+    grid->addWidget(OptionSel[1], 1, 0);
+    grid->addWidget(MakeLabel(frame, QStringLiteral("LabFile"), "File  :", TextFileName), 1, 1);
+    grid->addWidget(TextFileName, 1, 2);
+    grid->addWidget(Comincludtxt, 1, 3);
+    grid->addWidget(OptionCChecksum, 1, 4);
+    grid->addWidget(MakeLabel(frame, QStringLiteral("Label1"), "Response:"), 2, 0);
+    grid->addWidget(LabResponse, 2, 1, 1, 3);
+    grid->setColumnStretch(2, 1);
+    return frame;
+}
+
+QLayout *FormFull_Screen::BuildButtons()
+{
+    const auto button = [this](const char *name, const char *caption) {
+        return Named(new QPushButton(QString::fromLatin1(caption), this), name);
+    };
+    CmdSend = button("CmdSend", "&Send");
+    CmdContinueSend = button("CmdContinueSend", "&Continue Send");
+    CmdStop = button("CmdStop", "S&top");
+    OptRingBuffer = MakeToggle(this, "OptRingBuffer", "Ring Buffer", "A full log begins anew");
+    CmdSave = button("CmdSave", "Save to &File");
+    cmdExit = button("cmdExit", "E&xit");
+    auto *row = SideBySide({CmdSend, CmdContinueSend, CmdStop, OptRingBuffer});
+    row->addStretch();
+    row->addWidget(CmdSave);
+    row->addWidget(cmdExit);
+    return row;
+}
+
+void FormFull_Screen::Wire()
+{
+    using Handler = void (FormFull_Screen::*)();
+    const auto atOnce = [this](Handler handler) {
+        return [this, handler] {
+            Queue(this, [this, handler] { Run([this, handler] { (this->*handler)(); }); });
+        };
+    };
+    // A second request while the first waits for its turn is dropped, so that a held key piles up nothing.
+    const auto onBus = [this](Handler handler) {
+        return [this, handler, waits = std::make_shared<bool>(false)] {
+            if (std::exchange(*waits, true))
+                return;
+            OnBus([this, handler, waits] {
+                *waits = false;
+                (this->*handler)();
+            });
+        };
+    };
+    connect(CmdSend, &QPushButton::clicked, this, onBus(&FormFull_Screen::CmdSend_Click));
+    connect(CmdContinueSend, &QPushButton::clicked, this, onBus(&FormFull_Screen::CmdContinueSend_Click));
+    connect(TextCommand, &QLineEdit::returnPressed, this, onBus(&FormFull_Screen::TRANS_RESPONSE));
+    connect(Text1, &LogView::ReturnPressed, this, onBus(&FormFull_Screen::Text1_Return));
+    connect(CmdStop, &QPushButton::clicked, this, atOnce(&FormFull_Screen::CmdStop_Click));
+    connect(CmdSave, &QPushButton::clicked, this, atOnce(&FormFull_Screen::CmdSave_Click));
+    connect(Comincludtxt, &QPushButton::clicked, this, atOnce(&FormFull_Screen::Comincludtxt_Click));
+    connect(TextFileName, &QLineEdit::returnPressed, this, atOnce(&FormFull_Screen::OpenFile));
+    // The file that is open is the one whose name stands in the field.
+    connect(TextFileName, &QLineEdit::textEdited, this, [this] { file_.Close(); });
+    connect(cmdExit, &QPushButton::clicked, this, [this] {
+        main_.TerminalStop = true;
+        ContinueMode = false;
+        close();
+    });
+    for (QRadioButton *option : OptionSel)
+        connect(option, &QRadioButton::clicked, this, &FormFull_Screen::OptionSel_Click);
+}
+
+void FormFull_Screen::OptionSel_Click()
+{
+    const bool single = OptionSel[0]->isChecked();
+    TextCommand->setEnabled(single);
+    OptionSChecksum->setEnabled(single);
+    for (QWidget *control : {static_cast<QWidget *>(TextFileName), static_cast<QWidget *>(Comincludtxt),
+                             static_cast<QWidget *>(OptionCChecksum)})
+        control->setEnabled(!single);
+    if (single) {
+        TextFileName->clear();
+        TextCommand->setFocus();
+    } else {
+        TextCommand->clear();
+        LabResponse->clear();
+        TextFileName->setFocus();
+    }
+}
+
+void FormFull_Screen::CmdSend_Click()
+{
+    ContinueMode = false;
+    if (std::exchange(ClearOnSend, false))
+        ClearLog();
+    if (OptionSel[0]->isChecked()) {
+        TRANS_RESPONSE();
+        return;
+    }
+    main_.TerminalStop = false;
+    RoundCount = 0;
+    if (!file_.IsOpen())
+        OpenFile();
+    Trans_File();
+}
+
+void FormFull_Screen::CmdContinueSend_Click()
+{
+    ClearLog();
+    RoundCount = 0;
+    ContinueMode = true;
+    ClearOnSend = false;
+    CmdSend->setEnabled(false);
+    CmdContinueSend->setEnabled(false);
+    main_.TerminalStop = false;
+    if (!std::exchange(sendLoop_, true))
+        OnBus([this] { SendLoop(); });
+}
+
+/// Goes on from the event loop, round by round, so that a refresh that is called up meanwhile gets its turn
+/// as well.
+void FormFull_Screen::SendLoop()
+{
+    const std::uint32_t start = main_.Time.GetTickCount();
+    bool sent = true;
+    do {
+        if (main_.TerminalStop) {
+            ContinueMode = sendLoop_ = false;
+            return;
+        }
+        sent = SendRound();
+    } while (sent && !main_.NoYield && ElapsedTicks(main_.Time, start) < RoundsAtOnce);
+    QTimer::singleShot(sent ? std::chrono::milliseconds(0) : IdleRound, this,
+                       [this] { OnBus([this] { SendLoop(); }); });
+}
+
+/// One round of the send loop; false if nothing could go out.
+bool FormFull_Screen::SendRound()
+{
+    const bool silenced = main_.TransBusy;
+    if (OptionSel[0]->isChecked()) {
+        ++RoundCount;
+        TRANS_RESPONSE();
+        return !silenced;
+    }
+    if (!file_.IsOpen()) {
+        OpenFile();
+        RoundCount = 0;
+    }
+    if (file_.IsOpen())
+        Trans_File();
+    else
+        main_.TerminalStop = true;
+    return !silenced && RoundCount > 0;
+}
+
+void FormFull_Screen::CmdStop_Click()
+{
+    main_.TerminalStop = true;
+    CmdSend->setEnabled(true);
+    CmdContinueSend->setEnabled(true);
+}
+
+void FormFull_Screen::TRANS_RESPONSE()
+{
+    main_.TerminalOwnsPort = true;
+    main_.CommPortNo = static_cast<int>(Val(Mid(FromQString(windowTitle()), 4, 1)));
+    LabResponse->clear();
+    const std::string command = FromQString(TextCommand->text());
+    Log([&] {
+        const std::string reply = Transmit(command, OptionSChecksum->isChecked(), ContinueMode);
+        LabResponse->setText(ToQString(reply));
+    });
+}
+
+void FormFull_Screen::Trans_File()
+{
+    if (!file_.IsOpen()) {
+        Tell("File Not Open !");
+        return;
+    }
+    main_.TerminalOwnsPort = true;
+    if (!file_.AtEnd() && !main_.TerminalStop) {
+        const std::string line = file_.ReadLine();
+        ++RoundCount;
+        Log([&] { Transmit(line, OptionCChecksum->isChecked(), true); });
+    }
+    if (file_.AtEnd() || main_.TerminalStop)
+        file_.Close();
+}
+
+/// Sends a command and logs it and its reply; `numbered` puts the round's number in front of both. Returns
+/// the reply, or the text that stands in for it.
+std::string FormFull_Screen::Transmit(std::string command, bool checksum, bool numbered)
+{
+    const auto prefixed = [&](std::string (*prefix)(double), const std::string &record) {
+        return (numbered ? prefix(static_cast<double>(RoundCount)) : std::string{}) + record;
+    };
+    AddToLog(prefixed(SentPrefix, LogRecord(SentText(command, checksum), TimeOfDay())));
+    const std::uint32_t start = main_.Time.GetTickCount();
+    main_.trans(command, checksum);
+    if (main_.ReplyText.empty())
+        main_.ReplyText = TimeOut;
+    const std::string reply = main_.ReplyText;
+    AddToLog(prefixed(ReplyPrefix, LogRecord(reply, TimeOfDay())) +
+             ElapsedText(ElapsedTicks(main_.Time, start)));
+    LogMark = Text1->Length();
+    return reply;
+}
+
+void FormFull_Screen::Text1_Return()
+{
+    main_.TerminalOwnsPort = true;
+    const std::string cmd = Text1->TextFrom(LogMark);
+    Log([&] {
+        AddToLog(LogRecord({}, TimeOfDay(), TypedColumn));
+        main_.trans(std::string(cmd), false);
+        if (main_.ReplyText.empty())
+            main_.ReplyText = TimeOut;
+        AddToLog(LogRecord(main_.ReplyText, TimeOfDay(), TypedColumn));
+        LogMark = Text1->Length();
+    });
+}
+
+/// Does what writes to the log. When that has run full and isn't a ring, the sending ends and the log can be
+/// saved.
+void FormFull_Screen::Log(const std::function<void()> &write)
+{
+    try {
+        write();
+    } catch (const RuntimeError &error) {
+        if (error.number() != RuntimeErrorNumber::OutOfMemory)
+            throw;
+        ClearOnSend = true;
+        main_.TerminalStop = true;
+        CmdSend->setEnabled(true);
+        main_.TerminalOwnsPort = false;
+        CmdSave_Click();
+    }
+}
+
+/// Puts a line at the end of the log. A ring buffer that is full begins anew with it.
+void FormFull_Screen::AddToLog(std::string line)
+{
+    line += LineEnd;
+    try {
+        Text1->Append(line);
+    } catch (const RuntimeError &) {
+        if (!OptRingBuffer->isChecked())
+            throw;
+        ClearLog();
+        Text1->Append(line);
+    }
+}
+
+void FormFull_Screen::ClearLog()
+{
+    Text1->Clear();
+    LogMark = 0;
+}
+
+std::string FormFull_Screen::TimeOfDay() const
+{
+    return TimeOfDayText(main_.Time.Timer());
+}
+
+void FormFull_Screen::OpenFile()
+{
+    try {
+        file_.Open(TextFileName->text().toStdU16String());
+    } catch (const RuntimeError &) {
+        Tell("File Not Found !");
+    }
+}
+
+void FormFull_Screen::Comincludtxt_Click()
+{
+    main_.TerminalStop = false;
+    const TopmostPause pause(*this);
+    const auto name = ShowOpen(this, {.title = QStringLiteral("Open"),
+                                      .folder = ProgramDirectory(),
+                                      .fileName = QStringLiteral("*.txt"),
+                                      .extension = QStringLiteral("txt"),
+                                      .filter = QStringLiteral("Terminal Patch File(*.txt)")});
+    if (!name)
+        return;
+    file_.Close();
+    TextFileName->setText(*name);
+}
+
+void FormFull_Screen::CmdSave_Click()
+{
+    SaveLog(*this, *Text1, QStringLiteral("Terminal Patch File(*.txt)"), QStringLiteral("Terminal.txt"),
+            saveFolder_);
+}
+
+/// Runs a handler that uses the bus, between transactions.
+void FormFull_Screen::OnBus(const std::function<void()> &handler)
+{
+    Queue(this, [this, handler] { main_.WhenIdle(this, [this, handler] { Run(handler); }); });
+}
+
+/// Runs a handler to its end, whatever error ends it and even if the window is unloaded in one of its yields.
+void FormFull_Screen::Run(const std::function<void()> &handler)
+{
+    ++running_;
+    try {
+        handler();
+    } catch (const RuntimeError &) {
+        // The one that is left: a command whose characters add up to more than the checksum can hold.
+        main_.TerminalStop = true;
+        Tell("Checksum overflow !");
+    }
+    main_.TerminalOwnsPort = false;
+    --running_;
+    if (unloaded_ && running_ == 0)
+        deleteLater();
+}
+
+void FormFull_Screen::Tell(const char *text)
+{
+    MsgBox(text, MsgBoxStyle::Critical, text);
+}
+
+void FormFull_Screen::closeEvent(QCloseEvent *)
+{
+    main_.TerminalStop = true;
+    file_.Close();
+    unloaded_ = true;
+    if (main_.FormFull_Screen == this)
+        main_.FormFull_Screen = nullptr;
+    if (running_ == 0)
+        deleteLater();
+}
+
+} // namespace vorn

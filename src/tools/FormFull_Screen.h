@@ -1,0 +1,94 @@
+#pragma once
+
+#include "tools/CommandFile.h"
+
+#include <QWidget>
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <string>
+
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace vorn
+{
+
+class FormMain;
+class LogView;
+
+/// The terminal: speaks the protocol by hand with a single command, a command that is repeated, a file of
+/// commands, or a line typed into the log. Everything goes out by the main window's transaction, on the port
+/// that the caption names.
+class FormFull_Screen final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FormFull_Screen(FormMain &main);
+
+    std::array<QRadioButton *, 2> OptionSel; ///< 0 single command, 1 command file
+    QLineEdit *TextCommand;
+    QRadioButton *OptionSChecksum; ///< toggle: the single command goes out with its checksum
+    QLineEdit *TextFileName;
+    QPushButton *Comincludtxt;
+    QRadioButton *OptionCChecksum; ///< toggle: lines of the file go out with theirs
+    QLabel *LabResponse;
+    QPushButton *CmdSend;
+    QPushButton *CmdContinueSend;
+    QPushButton *CmdStop;
+    QRadioButton *OptRingBuffer; ///< toggle: a full log begins anew instead of ending the sending
+    QPushButton *CmdSave;
+    QPushButton *cmdExit;
+    LogView *Text1;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *BuildSource();
+    QLayout *BuildButtons();
+    void Wire();
+
+    void OptionSel_Click();
+    void CmdSend_Click();
+    void CmdContinueSend_Click();
+    void CmdStop_Click();
+    void CmdSave_Click();
+    void Comincludtxt_Click();
+    void Text1_Return();
+
+    void TRANS_RESPONSE();
+    void Trans_File();
+    void OpenFile();
+    void SendLoop();
+    bool SendRound();
+
+    std::string Transmit(std::string command, bool checksum, bool numbered);
+    void Log(const std::function<void()> &write);
+    void AddToLog(std::string line);
+    void ClearLog();
+    std::string TimeOfDay() const;
+
+    void OnBus(const std::function<void()> &handler);
+    void Run(const std::function<void()> &handler);
+    void Tell(const char *text);
+
+    FormMain &main_;
+    std::size_t LogMark =
+        0; ///< length of the log at the end of the last output; behind it stands what was typed
+    bool ContinueMode = false; ///< `CmdContinueSend` is running; log lines get numbers
+    CommandFile file_;         ///< the command file; `CmdFileOpen` is that it is open
+    float RoundCount = 0;      ///< rounds or lines sent
+    bool ClearOnSend = false;  ///< the log ran full and is to be cleared at the next send
+    bool sendLoop_ = false;    ///< the send loop runs
+    QString saveFolder_;       ///< where the save dialog was last
+    int running_ = 0;          ///< handlers of this window on the stack
+    bool unloaded_ = false;
+};
+
+} // namespace vorn

@@ -1,0 +1,262 @@
+#include "tools/LogView.h"
+
+#include "core/RuntimeError.h"
+#include "platform/Dialogs.h"
+#include "platform/WidgetText.h"
+#include "tools/LogText.h"
+
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include <algorithm>
+
+namespace vorn
+{
+
+namespace
+{
+
+constexpr std::chrono::milliseconds BetweenRepaints(40);
+
+/// Part of the log that goes at once when the oldest lines make room, so that a full log isn't moved for
+/// every line.
+constexpr std::size_t DroppedAtOnce = LogView::Capacity / 16;
+
+QString ToScreen(std::string_view bytes)
+{
+    return QString::fromStdU16String(ShownText(bytes));
+}
+
+} // namespace
+
+LogView::LogView(WhenFull whenFull, bool typing, QWidget *parent)
+    : QPlainTextEdit(parent), whenFull_(whenFull)
+{
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+    setUndoRedoEnabled(false);
+    setTabChangesFocus(true);
+    setAcceptDrops(typing);
+    setReadOnly(!typing);
+    if (!typing)
+        setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    flush_.setSingleShot(true);
+    flush_.setInterval(BetweenRepaints);
+    connect(&flush_, &QTimer::timeout, this, &LogView::Flush);
+    connect(document(), &QTextDocument::contentsChange, this,
+            [this](int position, int removed) { OnContentsChange(position, removed); });
+}
+
+void LogView::Append(std::string_view bytes)
+{
+    const std::string typed = Typed();
+    if (Length() + bytes.size() > Capacity) {
+        if (whenFull_ == WhenFull::RaiseError)
+            throw RuntimeError(RuntimeErrorNumber::OutOfMemory);
+        MakeRoom(bytes.size());
+    }
+    if (!typed.empty()) {
+        // What was typed stands on the screen already.
+        log_ += typed;
+        shown_ = log_.size();
+        typingStart_ = EndPosition();
+    }
+    log_ += bytes.substr(bytes.size() - std::min(bytes.size(), Capacity));
+    if (!flush_.isActive())
+        flush_.start();
+}
+
+void LogView::Clear()
+{
+    log_.clear();
+    ShowAnew();
+}
+
+std::string LogView::Text() const
+{
+    return log_ + Typed();
+}
+
+std::size_t LogView::Length() const
+{
+    return log_.size() + Typed().size();
+}
+
+std::string LogView::TextFrom(std::size_t mark) const
+{
+    if (mark < log_.size())
+        return log_.substr(mark) + Typed();
+    const std::string typed = Typed();
+    return typed.substr(std::min(mark - log_.size(), typed.size()));
+}
+
+/// The operator's choice and the place in view stay while lines arrive, unless the end is in view: then it
+/// stays in view.
+void LogView::Flush()
+{
+    flush_.stop();
+    if (shown_ == log_.size())
+        return;
+    QScrollBar *bar = verticalScrollBar();
+    const bool follow = bar->value() == bar->maximum();
+    const int place = bar->value();
+    const QTextCursor before = textCursor();
+    const bool caretAtEnd = before.atEnd() && !before.hasSelection();
+    const int anchor = before.anchor();
+    const int position = before.position();
+    {
+        const QScopedValueRollback own(ownChange_, true);
+        QTextCursor end(document());
+        end.movePosition(QTextCursor::End);
+        end.insertText(ToScreen(std::string_view(log_).substr(shown_)));
+    }
+    shown_ = log_.size();
+    typingStart_ = EndPosition();
+
+    QTextCursor caret = textCursor();
+    caret.setPosition(caretAtEnd ? typingStart_ : anchor);
+    caret.setPosition(caretAtEnd ? typingStart_ : position, QTextCursor::KeepAnchor);
+    setTextCursor(caret);
+    bar->setValue(follow ? bar->maximum() : place);
+}
+
+std::string LogView::Typed() const
+{
+    if (EndPosition() <= typingStart_)
+        return {};
+    QTextCursor cursor(document());
+    cursor.setPosition(typingStart_);
+    cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    return BytesOfShown(cursor.selectedText().toStdU16String());
+}
+
+int LogView::EndPosition() const
+{
+    return document()->characterCount() - 1; // the document ends with a paragraph mark of its own
+}
+
+/// Makes room by dropping the oldest lines from log and screen.
+void LogView::MakeRoom(std::size_t size)
+{
+    Flush();
+    const std::size_t dropped = OldestLines(log_, std::max(size, DroppedAtOnce));
+    const int shown = static_cast<int>(ShownText(std::string_view(log_).substr(0, dropped)).size());
+    QScrollBar *bar = verticalScrollBar();
+    const bool follow = bar->value() == bar->maximum();
+    const int linesBefore = blockCount();
+    const int place = bar->value();
+    {
+        const QScopedValueRollback own(ownChange_, true);
+        QTextCursor oldest(document());
+        oldest.setPosition(std::min(shown, EndPosition()), QTextCursor::KeepAnchor);
+        oldest.removeSelectedText();
+    }
+    log_.erase(0, dropped);
+    shown_ = log_.size();
+    typingStart_ = std::max(typingStart_ - shown, 0);
+    bar->setValue(follow ? bar->maximum() : place - (linesBefore - blockCount()));
+}
+
+void LogView::ShowAnew()
+{
+    flush_.stop();
+    const QScopedValueRollback own(ownChange_, true);
+    setPlainText(ToScreen(log_));
+    shown_ = log_.size();
+    typingStart_ = EndPosition();
+    moveCursor(QTextCursor::End);
+}
+
+/// Whatever way a change of the log's own text comes in, it is taken back.
+void LogView::OnContentsChange(int position, int removed)
+{
+    if (!ownChange_ && removed > 0 && position < typingStart_)
+        QMetaObject::invokeMethod(this, &LogView::ShowAnew, Qt::QueuedConnection);
+}
+
+bool LogView::ChangesOnlyTheTyping() const
+{
+    const QTextCursor caret = textCursor();
+    return caret.selectionStart() >= typingStart_;
+}
+
+void LogView::MoveToTheTyping()
+{
+    Flush();
+    if (!ChangesOnlyTheTyping())
+        moveCursor(QTextCursor::End);
+}
+
+void LogView::keyPressEvent(QKeyEvent *event)
+{
+    if (isReadOnly()) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        Q_EMIT ReturnPressed();
+        return;
+    }
+    const bool backwards = event->key() == Qt::Key_Backspace;
+    const bool forwards = event->key() == Qt::Key_Delete && !event->matches(QKeySequence::Cut);
+    if (event->matches(QKeySequence::Cut) && !ChangesOnlyTheTyping()) {
+        copy();
+        return;
+    }
+    const QString text = event->text();
+    const bool character = !text.isEmpty() && text.at(0).isPrint();
+    if (!character && !backwards && !forwards) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    MoveToTheTyping();
+    const QTextCursor caret = textCursor();
+    const bool atStart = !caret.hasSelection() && caret.position() == typingStart_;
+    if ((backwards && atStart) || (character && IsFull())) {
+        Beep();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+void LogView::inputMethodEvent(QInputMethodEvent *event)
+{
+    if (!isReadOnly())
+        MoveToTheTyping();
+    QPlainTextEdit::inputMethodEvent(event);
+}
+
+/// A paste or a drop goes behind the log's own text, wherever it was aimed at. A command is one line: text
+/// behind a line's end is refused.
+void LogView::insertFromMimeData(const QMimeData *source)
+{
+    if (isReadOnly() || !source->hasText())
+        return;
+    const std::string pasted = FromQString(source->text());
+    const std::string line = pasted.substr(0, pasted.find_first_of("\r\n"));
+    if (line.size() < pasted.size())
+        Beep();
+    if (Length() + line.size() > Capacity) {
+        Beep();
+        return;
+    }
+    MoveToTheTyping();
+    textCursor().insertText(ToScreen(line));
+    ensureCursorVisible();
+}
+
+/// What was chosen is copied as the characters that came, with the line ends of the desktop.
+QMimeData *LogView::createMimeDataFromSelection() const
+{
+    QString text = ToQString(BytesOfShown(textCursor().selectedText().toStdU16String()));
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    auto *chosen = new QMimeData;
+    chosen->setText(text);
+    return chosen;
+}
+
+} // namespace vorn

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QPlainTextEdit>
+#include <QTimer>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vorn
+{
+
+/// A log that takes text at the pace of the bus for as long as the window is open, and shows it. Its text is
+/// bytes and kept exactly; the screen follows at most 25 times a second, and only while its end is in view.
+///
+/// Where typing is on, the operator types behind the text. What is already in the log can be read, chosen and
+/// copied, but not changed.
+class LogView final : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    /// What becomes of text that goes over the capacity: 7 (out of memory) is thrown and the log stays as it
+    /// is, or the oldest lines make room.
+    enum class WhenFull { RaiseError, DropOldest };
+
+    /// Bytes that a log holds at most.
+    static constexpr std::size_t Capacity = std::size_t{4} * 1024 * 1024;
+
+    LogView(WhenFull whenFull, bool typing, QWidget *parent = nullptr);
+
+    /// Adds bytes behind what stands, the operator's typing included.
+    void Append(std::string_view bytes);
+    void Clear();
+
+    /// All of the log, the operator's typing at its end included.
+    std::string Text() const;
+    std::size_t Length() const;
+    /// What stands behind the first `mark` bytes.
+    std::string TextFrom(std::size_t mark) const;
+
+    /// Brings the screen up to the log at once.
+    void Flush();
+
+Q_SIGNALS:
+    /// Return was pressed where typing is on; it does not get into the log.
+    void ReturnPressed();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void insertFromMimeData(const QMimeData *source) override;
+    QMimeData *createMimeDataFromSelection() const override;
+
+private:
+    std::string Typed() const;
+    int EndPosition() const;
+    bool ChangesOnlyTheTyping() const;
+    void MoveToTheTyping();
+    bool IsFull() const { return Length() >= Capacity; }
+    void MakeRoom(std::size_t size);
+    void OnContentsChange(int position, int removed);
+    void ShowAnew();
+
+    const WhenFull whenFull_;
+    std::string log_;        ///< all but the typing
+    std::size_t shown_ = 0;  ///< bytes of `log_` that are on the screen
+    int typingStart_ = 0;    ///< place in the document where the typing begins
+    bool ownChange_ = false; ///< the document is changed by this class, not by the operator
+    QTimer flush_;
+};
+
+} // namespace vorn

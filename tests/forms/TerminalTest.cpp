@@ -1,0 +1,721 @@
+#include "support/ProgramRun.h"
+#include "support/RackOfOne.h"
+#include "support/RawPeer.h"
+
+#include "platform/TopmostWindow.h"
+#include "tools/FormFull_Screen.h"
+#include "tools/LogRecord.h"
+#include "tools/LogView.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+using vorn::LogView;
+using Terminal = vorn::FormFull_Screen;
+using Lines = std::vector<std::string>;
+
+namespace
+{
+
+constexpr double Noon = 12 * 3600 + 34 * 60 + 56;
+
+std::string Record(const std::string &text, int column = vorn::SentColumn)
+{
+    return vorn::LogRecord(text, "12:34:56", column);
+}
+
+/// Log of one exchange that took no time.
+std::string ExchangeOf(const std::string &command, const std::string &reply, const std::string &sent = {},
+                       const std::string &replied = {})
+{
+    return sent + Record(command) + "\r\n" + replied + Record(reply) + "0(ms)\r\n";
+}
+
+/// A terminal on COM3, with a raw peer behind the port. Time stands still.
+class TerminalTest : public ::testing::Test, public ProgramRun
+{
+protected:
+    RawPeer peer_{ports.Link(3)};
+
+    void SetUp() override
+    {
+        clock.timeOfDay = Noon;
+        clock.ticks = 1000;
+        peer_.Reply("$012", "!01400600\r");
+        peer_.Reply("$022", "!02400600\r");
+    }
+
+    void Operate(const std::function<void(Operator &)> &steps)
+    {
+        ProgramRun::Operate([&](Operator &op) {
+            op.Trigger(main().ToolButton(vorn::FormMain::TerminalButton));
+            ASSERT_TRUE(op.WaitFor([&] { return terminal() && terminal()->isVisible(); }, "the terminal"));
+            steps(op);
+            op.Gui([&] {
+                if (terminal())
+                    terminal()->close();
+            });
+        });
+    }
+
+    Terminal *terminal() { return qobject_cast<Terminal *>(main().FormFull_Screen.data()); }
+    std::string Log(Operator &op)
+    {
+        return op.Gui([&] { return terminal()->Text1->Text(); });
+    }
+    bool AwaitLog(Operator &op, const std::string &log)
+    {
+        const bool came =
+            op.WaitFor([&] { return terminal()->Text1->Text().size() >= log.size(); }, "the log");
+        EXPECT_EQ(Log(op), log);
+        return came;
+    }
+    std::string Response(Operator &op)
+    {
+        return op.Gui([&] { return terminal()->LabResponse->text().toStdString(); });
+    }
+    /// For conditions, which are asked on the window's thread.
+    bool Shows(const char *response) { return terminal()->LabResponse->text() == QLatin1String(response); }
+    bool Enabled(Operator &op, const QWidget *control)
+    {
+        return op.Gui([&] { return control->isEnabled(); });
+    }
+    void Command(Operator &op, const char *command)
+    {
+        op.Gui([&] { terminal()->TextCommand->setText(QString::fromLatin1(command)); });
+    }
+
+    /// Writes a command file and has it chosen in the terminal.
+    std::filesystem::path PlayFile(Operator &op, const std::string &bytes)
+    {
+        const std::filesystem::path path = WriteFile(bytes);
+        op.Gui([&] { terminal()->OptionSel[1]->click(); });
+        op.Gui([&] { terminal()->TextFileName->setText(QString::fromStdString(path.string())); });
+        return path;
+    }
+    std::filesystem::path WriteFile(const std::string &bytes)
+    {
+        const std::filesystem::path path = ports.Root() / "commands.txt";
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path;
+    }
+    static std::string ReadFile(const std::filesystem::path &path)
+    {
+        std::ostringstream bytes;
+        bytes << std::ifstream(path, std::ios::binary).rdbuf();
+        return bytes.str();
+    }
+
+    /// Fills the log up so that the next record doesn't fit.
+    std::string FillLog(Operator &op)
+    {
+        const std::string full(LogView::Capacity - 10, 'x');
+        op.Gui([&] { terminal()->Text1->Append(full); });
+        return full;
+    }
+
+    /// Lines of the log that begin a command, without their number and record.
+    static Lines Numbers(const std::string &log, char mark)
+    {
+        Lines numbers;
+        std::istringstream lines(log);
+        for (std::string line; std::getline(lines, line);) {
+            const std::size_t at = line.find(mark);
+            if (at != std::string::npos && at < 6)
+                numbers.push_back(line.substr(0, at));
+        }
+        return numbers;
+    }
+};
+
+} // namespace
+
+TEST_F(TerminalTest, ASingleCommandIsSentAndLoggedToTheColumn)
+{
+    Operate([&](Operator &op) {
+        EXPECT_EQ(op.Gui([&] { return terminal()->windowTitle(); }), QStringLiteral("COM3 Terminal"));
+        op.Type(terminal()->TextCommand, QStringLiteral("$012"));
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012", "!01400600"));
+        EXPECT_EQ(peer_.Bytes(), "$012\r");
+        EXPECT_EQ(Response(op), "!01400600");
+        const std::string log = Log(op);
+        EXPECT_EQ(log.substr(0, 82),
+                  "$012" + std::string(47, ' ') + "\t12:34:56" + std::string(20, ' ') + "\r\n");
+        EXPECT_FALSE(op.Gui([&] { return main().TerminalOwnsPort; }));
+    });
+}
+
+TEST_F(TerminalTest, ReturnInTheCommandFieldSends)
+{
+    Operate([&](Operator &op) {
+        op.Type(terminal()->TextCommand, QStringLiteral("$012"));
+        op.Press(terminal()->TextCommand, Qt::Key_Return);
+        AwaitLog(op, ExchangeOf("$012", "!01400600"));
+    });
+}
+
+TEST_F(TerminalTest, TheChecksumIsShownAndSent)
+{
+    peer_.Reply("$012B7", "!01400600A1\r");
+    Operate([&](Operator &op) {
+        Command(op, "$012");
+        op.Click(terminal()->OptionSChecksum);
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012B7", "!01400600A1"));
+        EXPECT_EQ(peer_.Bytes(), "$012B7\r");
+        EXPECT_EQ(op.Gui([&] { return terminal()->TextCommand->text(); }), QStringLiteral("$012"));
+    });
+}
+
+TEST_F(TerminalTest, ALongCommandIsCutInTheLogAndGoesOutWhole)
+{
+    const std::string command(60, 'A');
+    peer_.Reply(command, "!\r!\r");
+    Operate([&](Operator &op) {
+        Command(op, command.c_str());
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, std::string(51, 'A') + "\t12:34:56" + std::string(20, ' ') + "\r\n" + Record("!\r!") +
+                         "0(ms)\r\n");
+        EXPECT_EQ(peer_.Bytes(), command + "\r");
+    });
+}
+
+TEST_F(TerminalTest, ASilentBusLogsTimeOutWithTheTimeThatItTook)
+{
+    clock.ticks.reset();
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("40")); });
+        Command(op, "$032");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return Shows("Time out !"); }, "the time-out");
+        const std::string log = Log(op);
+        const std::string head = Record("$032") + "\r\n" + Record("Time out !");
+        ASSERT_TRUE(log.starts_with(head)) << log;
+        ASSERT_TRUE(log.ends_with("(ms)\r\n"));
+        const int elapsed = std::stoi(log.substr(head.size()));
+        EXPECT_GT(elapsed, 40);
+        EXPECT_LT(elapsed, 2000);
+    });
+}
+
+TEST_F(TerminalTest, ContinueSendNumbersItsRoundsAndTheHundredthShowsItsHundred)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { terminal()->Text1->Append("old\r\n"); });
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        EXPECT_FALSE(Enabled(op, terminal()->CmdSend));
+        EXPECT_FALSE(Enabled(op, terminal()->CmdContinueSend));
+        ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines().size() > 101; }, "a hundred rounds"));
+        op.Click(terminal()->CmdStop);
+        EXPECT_TRUE(Enabled(op, terminal()->CmdSend));
+        EXPECT_TRUE(Enabled(op, terminal()->CmdContinueSend));
+        const std::string log = Log(op);
+        EXPECT_TRUE(log.starts_with(ExchangeOf("$012", "!01400600", "   1> ", "   1< ")))
+            << "what was before has gone";
+        const std::size_t round = ExchangeOf("$012", "!01400600", "   1> ", "   1< ").size();
+        EXPECT_EQ(log.substr(99 * round, round), ExchangeOf("$012", "!01400600", " 100> ", " 100< "));
+        EXPECT_EQ(log.size(), peer_.Lines().size() * round);
+    });
+}
+
+TEST_F(TerminalTest, StopEndsTheSendingAndSingleCommandsHaveNoNumber)
+{
+    Operate([&](Operator &op) {
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds"));
+        op.Click(terminal()->CmdStop);
+        op.Settle();
+        const std::string log = Log(op);
+        const std::size_t sent = peer_.Lines().size();
+        op.Press(terminal()->TextCommand, Qt::Key_Return);
+        AwaitLog(op, log + ExchangeOf("$012", "!01400600"));
+        EXPECT_EQ(peer_.Lines().size(), sent + 1);
+    });
+}
+
+TEST_F(TerminalTest, AStopAndAStartInOneGoRunOneLoop)
+{
+    Operate([&](Operator &op) {
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
+        op.Gui([&] {
+            terminal()->CmdStop->click();
+            terminal()->CmdContinueSend->setEnabled(true);
+            terminal()->CmdContinueSend->click();
+        });
+        op.WaitFor([&] { return Numbers(terminal()->Text1->Text(), '>').size() > 20; }, "more rounds");
+        op.Click(terminal()->CmdStop);
+        const Lines numbers = Numbers(Log(op), '>');
+        for (std::size_t i = 0; i < numbers.size(); ++i)
+            EXPECT_EQ(std::stoi(numbers[i]), static_cast<int>(i) + 1);
+    });
+}
+
+TEST_F(TerminalTest, EachSendPlaysOneLineOfTheFile)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "$012\r\n$022");
+        op.Click(terminal()->CmdSend);
+        std::string log = ExchangeOf("$012", "!01400600", "   1> ", "   1< ");
+        AwaitLog(op, log);
+        op.Click(terminal()->CmdSend);
+        log += ExchangeOf("$022", "!02400600", "   1> ", "   1< ");
+        AwaitLog(op, log);
+        EXPECT_EQ(Response(op), "") << "lines of a file leave the response alone";
+        op.Click(terminal()->CmdSend);
+        log += ExchangeOf("$012", "!01400600", "   1> ", "   1< ");
+        AwaitLog(op, log);
+        EXPECT_EQ(peer_.Bytes(), "$012\r$022\r$012\r") << "from the top again behind the end";
+    });
+}
+
+TEST_F(TerminalTest, ContinueSendPlaysTheFileOverAndOver)
+{
+    peer_.Reply("$012B7", "!01400600A1\r");
+    peer_.Reply("$022B8", "!02400600A2\r");
+    Operate([&](Operator &op) {
+        PlayFile(op, "$012\n$022\n");
+        op.Click(terminal()->OptionCChecksum);
+        op.Click(terminal()->CmdContinueSend);
+        const std::string pass = ExchangeOf("$012B7", "!01400600A1", "   1> ", "   1< ") +
+                                 ExchangeOf("$022B8", "!02400600A2", "   2> ", "   2< ");
+        op.WaitFor([&] { return terminal()->Text1->Text().size() >= 3 * pass.size(); }, "three passes");
+        op.Click(terminal()->CmdStop);
+        EXPECT_TRUE(Log(op).starts_with(pass + pass + pass));
+        EXPECT_TRUE(peer_.Bytes().starts_with("$012B7\r$022B8\r$012B7\r"));
+    });
+}
+
+TEST_F(TerminalTest, AMissingFileIsTold)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { terminal()->OptionSel[1]->click(); });
+        for (const char *name : {"", "/nowhere/commands.txt", "/dev/zero", "/tmp"}) {
+            op.Gui([&] { terminal()->TextFileName->setText(QString::fromLatin1(name)); });
+            op.Press(terminal()->TextFileName, Qt::Key_Return);
+            op.AnswerBox("File Not Found !", 16, "File Not Found !");
+            op.Click(terminal()->CmdSend);
+            op.AnswerBox("File Not Found !", 16, "File Not Found !");
+            op.AnswerBox("File Not Open !", 16, "File Not Open !");
+        }
+        op.Click(terminal()->CmdContinueSend);
+        op.AnswerBox("File Not Found !", 16, "File Not Found !");
+        op.Settle();
+        EXPECT_TRUE(op.Gui([&] { return main().TerminalStop; })) << "the loop has ended";
+        EXPECT_TRUE(peer_.Lines().empty());
+        EXPECT_EQ(Log(op), "");
+    });
+}
+
+TEST_F(TerminalTest, ReturnInTheNameOpensTheFile)
+{
+    Operate([&](Operator &op) {
+        const std::filesystem::path path = PlayFile(op, "$012\n");
+        op.Press(terminal()->TextFileName, Qt::Key_Return);
+        std::filesystem::remove(path);
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012", "!01400600", "   1> ", "   1< "));
+    });
+}
+
+TEST_F(TerminalTest, AnotherNameMeansAnotherFile)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "$012\n$012\n");
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012", "!01400600", "   1> ", "   1< "));
+        std::ofstream(ports.Root() / "commands.txt2") << "$022\n";
+        op.Type(terminal()->TextFileName, QStringLiteral("2"));
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 2; }, "the second line");
+        EXPECT_EQ(peer_.Lines(), (Lines{"$012", "$022"}));
+    });
+}
+
+TEST_F(TerminalTest, AnEmptyFilePlaysNothing)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "");
+        op.Click(terminal()->CmdSend);
+        op.Settle();
+        op.Click(terminal()->CmdContinueSend);
+        op.Settle();
+        EXPECT_FALSE(op.Gui([&] { return main().TerminalStop; }));
+        op.Click(terminal()->CmdStop);
+        EXPECT_EQ(Log(op), "");
+        EXPECT_TRUE(peer_.Lines().empty());
+    });
+}
+
+TEST_F(TerminalTest, ABinaryFileGoesOutByteForByte)
+{
+    std::string line;
+    for (int c = 0; c < 256; ++c) {
+        if (c != '\r' && c != '\n')
+            line += static_cast<char>(c);
+    }
+    peer_.OnLine([](const std::string &, const RawPeer::Writer &write) { write("!\xFF\r"); });
+    Operate([&](Operator &op) {
+        PlayFile(op, line + "\n\n");
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf(line, "!\xFF", "   1> ", "   1< "));
+        EXPECT_EQ(peer_.Bytes(), line + "\r");
+        peer_.Forget();
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return !peer_.Lines().empty(); }, "the empty line");
+        EXPECT_EQ(peer_.Bytes(), "\r");
+    });
+}
+
+TEST_F(TerminalTest, ALineOfAMegabyteHarmsNothing)
+{
+    clock.ticks.reset();
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("100")); });
+        PlayFile(op, std::string(1'000'000, 'x') + "\r\n$012\r\n");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return terminal()->Text1->Text().ends_with("(ms)\r\n"); }, "the end of the line");
+        EXPECT_TRUE(Log(op).starts_with("   1> " + Record(std::string(100, 'x')) + "\r\n   1< "));
+        op.Click(terminal()->OptionCChecksum);
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Bytes().ends_with("$012B7\r"); }, "the next line");
+    });
+}
+
+TEST_F(TerminalTest, TooLongForAChecksumIsToldAndTheBusStaysAlive)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { terminal()->TextCommand->setText(QString(200, QChar(0xFF))); });
+        op.Click(terminal()->OptionSChecksum);
+        op.Click(terminal()->CmdSend);
+        op.AnswerBox("Checksum overflow !", 16, "Checksum overflow !");
+        EXPECT_TRUE(peer_.Lines().empty());
+        op.Click(terminal()->OptionSChecksum);
+        Command(op, "$012");
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012", "!01400600"));
+    });
+}
+
+TEST_F(TerminalTest, BrowseTakesTheChosenName)
+{
+    const std::filesystem::path path = WriteFile("$012\n");
+    Operate([&](Operator &op) {
+        op.Gui([&] { terminal()->OptionSel[1]->click(); });
+        op.Click(terminal()->Comincludtxt);
+        EXPECT_FALSE(op.Gui([&] { return vorn::SomeWindowIsTopmost(); })) << "nothing lies above the dialog";
+        op.AnswerFile("Open", "*.txt", path.string());
+        EXPECT_TRUE(op.Gui([&] { return vorn::SomeWindowIsTopmost(); }));
+        EXPECT_EQ(op.Gui([&] { return terminal()->TextFileName->text().toStdString(); }), path.string());
+        op.Click(terminal()->Comincludtxt);
+        op.AnswerFile("Open", "*.txt", "");
+        EXPECT_EQ(op.Gui([&] { return terminal()->TextFileName->text().toStdString(); }), path.string());
+    });
+}
+
+TEST_F(TerminalTest, TheSourceDecidesWhichFieldsAreOpen)
+{
+    Operate([&](Operator &op) {
+        Terminal &form = *terminal();
+        const auto open = [&] {
+            return op.Gui([&] {
+                return std::vector<bool>{form.TextCommand->isEnabled(), form.OptionSChecksum->isEnabled(),
+                                         form.TextFileName->isEnabled(), form.Comincludtxt->isEnabled(),
+                                         form.OptionCChecksum->isEnabled()};
+            });
+        };
+        EXPECT_TRUE(op.Gui([&] { return form.OptionSel[0]->isChecked(); }));
+        EXPECT_EQ(open(), (std::vector<bool>{true, true, false, false, false}));
+        Command(op, "$012");
+        op.Click(form.CmdSend);
+        op.WaitFor([&] { return Shows("!01400600"); }, "the reply");
+        op.Click(form.OptionSel[1]);
+        EXPECT_EQ(open(), (std::vector<bool>{false, false, true, true, true}));
+        EXPECT_EQ(op.Gui([&] { return form.TextCommand->text(); }), QString());
+        EXPECT_EQ(Response(op), "");
+        op.Type(form.TextFileName, QStringLiteral("x"));
+        op.Click(form.OptionSel[0]);
+        EXPECT_EQ(open(), (std::vector<bool>{true, true, false, false, false}));
+        EXPECT_EQ(op.Gui([&] { return form.TextFileName->text(); }), QString());
+    });
+}
+
+TEST_F(TerminalTest, TogglesGoOffAtTheSecondClickAndNoteWhatTheyWere)
+{
+    Operate([&](Operator &op) {
+        for (QRadioButton *toggle : {terminal()->OptionSChecksum, terminal()->OptRingBuffer}) {
+            const auto state = [&] {
+                return op.Gui([&] { return vorn::TagOf(toggle) + (toggle->isChecked() ? " on" : " off"); });
+            };
+            op.Click(toggle);
+            EXPECT_EQ(state(), "0 on");
+            op.Click(toggle);
+            EXPECT_EQ(state(), "1 off");
+            op.Press(toggle, Qt::Key_Space);
+            EXPECT_EQ(state(), "0 on");
+        }
+        EXPECT_TRUE(op.Gui([&] { return terminal()->OptionSel[0]->isChecked(); })) << "no part of its group";
+    });
+}
+
+TEST_F(TerminalTest, TheWholeLogIsSaved)
+{
+    const std::filesystem::path path = ports.Root() / "log.txt";
+    Operate([&](Operator &op) {
+        op.Click(terminal()->CmdSave);
+        op.Settle();
+        EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }))
+            << "an empty log has nothing to save";
+        const std::string log = std::string("a\r\0\xFF", 4) + std::string(200'000, 'x') + "\r\n";
+        op.Gui([&] { terminal()->Text1->Append(log); });
+        op.Click(terminal()->CmdSave);
+        EXPECT_FALSE(op.Gui([&] { return terminal()->windowFlags().testFlag(Qt::WindowStaysOnTopHint); }));
+        op.AnswerFile("Save As ---", "Terminal.txt", path.string());
+        op.WaitFor([&] { return std::filesystem::exists(path); }, "the file");
+        EXPECT_EQ(ReadFile(path), log);
+        EXPECT_TRUE(op.Gui([&] { return terminal()->windowFlags().testFlag(Qt::WindowStaysOnTopHint); }));
+    });
+}
+
+TEST_F(TerminalTest, ALogThatCanNotBeWrittenIsTold)
+{
+    const std::string path = "/proc/vorn.txt"; // nobody makes files there
+    Operate([&](Operator &op) {
+        op.Gui([&] { terminal()->Text1->Append("$012\r\n"); });
+        op.Click(terminal()->CmdSave);
+        op.AnswerFile("Save As ---", "Terminal.txt", path);
+        op.AnswerBox(path + " could not be written !\n\nNo such file or directory", 16, "Save As ---");
+    });
+}
+
+TEST_F(TerminalTest, AFullLogEndsTheSendingAndIsSaved)
+{
+    const std::filesystem::path path = ports.Root() / "log.txt";
+    Operate([&](Operator &op) {
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
+        op.Gui([&] {
+            LogView &log = *terminal()->Text1;
+            log.Append(std::string(LogView::Capacity - log.Length() - 500, 'x'));
+        });
+        op.AnswerFile("Save As ---", "Terminal.txt", path.string());
+        op.WaitFor([&] { return std::filesystem::exists(path); }, "the file");
+        const std::string log = Log(op);
+        EXPECT_GT(log.size(), LogView::Capacity - 500);
+        EXPECT_EQ(ReadFile(path), log);
+        EXPECT_TRUE(op.Gui([&] { return main().TerminalStop; }));
+        EXPECT_FALSE(op.Gui([&] { return main().TerminalOwnsPort; }));
+        EXPECT_TRUE(Enabled(op, terminal()->CmdSend));
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012", "!01400600")); // the next send begins with an empty log
+    });
+}
+
+TEST_F(TerminalTest, ARingBufferBeginsAnewAndGoesOn)
+{
+    Operate([&](Operator &op) {
+        op.Click(terminal()->OptRingBuffer);
+        Command(op, "$012");
+        FillLog(op);
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return Shows("!01400600"); }, "the reply");
+        EXPECT_EQ(Log(op), ExchangeOf("$012", "!01400600"));
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
+        op.Gui([&] {
+            LogView &log = *terminal()->Text1;
+            log.Append(std::string(LogView::Capacity - log.Length() - 500, 'x'));
+        });
+        op.WaitFor([&] { return terminal()->Text1->Length() < LogView::Capacity / 2; }, "a log begun anew");
+        const std::size_t sent = peer_.Lines().size();
+        op.WaitFor([&] { return peer_.Lines().size() > sent + 3; }, "more rounds");
+    });
+}
+
+TEST_F(TerminalTest, ALineTypedIntoTheLogIsSent)
+{
+    Operate([&](Operator &op) {
+        LogView *text = terminal()->Text1;
+        op.Type(text, QStringLiteral("$012"));
+        op.Press(text, Qt::Key_Return);
+        std::string log =
+            "$012" + Record("", vorn::TypedColumn) + "\r\n" + Record("!01400600", vorn::TypedColumn) + "\r\n";
+        AwaitLog(op, log);
+        EXPECT_EQ(peer_.Bytes(), "$012\r");
+        op.Gui([&] { text->moveCursor(QTextCursor::Start); });
+        op.Type(text, QStringLiteral("$02"));
+        op.Type(text, QStringLiteral("2"));
+        op.Press(text, Qt::Key_Return);
+        log +=
+            "$022" + Record("", vorn::TypedColumn) + "\r\n" + Record("!02400600", vorn::TypedColumn) + "\r\n";
+        AwaitLog(op, log);
+        EXPECT_EQ(peer_.Bytes(), "$012\r$022\r");
+        EXPECT_EQ(log.substr(4 + 45, 9), "\t12:34:56");
+    });
+}
+
+TEST_F(TerminalTest, ATypedLineWithoutReplyIsATimeOut)
+{
+    clock.ticks.reset();
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("30")); });
+        op.Type(terminal()->Text1, QStringLiteral("$092"));
+        op.Press(terminal()->Text1, Qt::Key_Return);
+        AwaitLog(op, "$092" + Record("", vorn::TypedColumn) + "\r\n" +
+                         Record("Time out !", vorn::TypedColumn) + "\r\n");
+    });
+}
+
+TEST_F(TerminalTest, ThePortIsTheOneOfTheCaption)
+{
+    RawPeer ten(ports.Link(10));
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().Nodes.Select("KeyCOM010"); });
+        Command(op, "$012");
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012", "!01400600"));
+        EXPECT_EQ(op.Gui([&] { return main().CommPortNo; }), 3);
+        EXPECT_TRUE(ten.Lines().empty());
+        Choose(op, "KeyCOM010");
+        op.Trigger(main().ToolButton(vorn::FormMain::TerminalButton));
+        EXPECT_EQ(op.Gui([&] { return terminal()->windowTitle(); }), QStringLiteral("COM10 Terminal"));
+        ten.Reply("$0A2", "!0A400600\r");
+        Command(op, "$0A2");
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$0A2", "!0A400600"));
+    });
+}
+
+TEST_F(TerminalTest, APortThatHasGoneEndsTheSending)
+{
+    Operate([&](Operator &op) {
+        std::filesystem::remove(ports.Link(3));
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        op.Settle();
+        EXPECT_TRUE(op.Gui([&] { return main().TerminalStop; }));
+        EXPECT_FALSE(op.Gui([&] { return main().TransBusy; }));
+    });
+}
+
+TEST_F(TerminalTest, TheTerminalEntryOpensItAfresh)
+{
+    Operate([&](Operator &op) {
+        Terminal *first = terminal();
+        Command(op, "$012");
+        op.Trigger(main().Terminal);
+        EXPECT_NE(terminal(), first);
+        EXPECT_EQ(op.Gui([&] { return terminal()->TextCommand->text(); }), QString());
+    });
+}
+
+TEST_F(TerminalTest, ExitEndsALoopAndTheWindow)
+{
+    Operate([&](Operator &op) {
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
+        op.Gui([&] { terminal()->cmdExit->click(); });
+        op.WaitFor([&] { return !terminal(); }, "the end of the window");
+        op.Settle();
+        const std::size_t sent = peer_.Lines().size();
+        op.Gui([&] { main().trans("$022", false); });
+        EXPECT_EQ(peer_.Lines().size(), sent + 1);
+        EXPECT_EQ(peer_.Lines().back(), "$022");
+    });
+}
+
+TEST_F(TerminalTest, ClosingInTheMiddleOfATransactionWaitsForItsEnd)
+{
+    Operate([&](Operator &op) {
+        peer_.OnLine([](const std::string &, const RawPeer::Writer &) {});
+        Command(op, "$052");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return main().TransBusy; }, "the transaction");
+        op.Gui([&] { terminal()->close(); });
+        EXPECT_FALSE(op.Gui([&] { return terminal() != nullptr; }));
+        peer_.Send("!05\r");
+        op.WaitFor([&] { return !main().TransBusy; }, "the end of the transaction");
+        op.Settle();
+        EXPECT_FALSE(op.Gui([&] { return main().TerminalOwnsPort; }));
+    });
+}
+
+TEST_F(TerminalTest, ASearchClosesTheTerminalAndFindsWhatIsThere)
+{
+    clock.ticks.reset();
+    peer_.Reply("$FFM", "!FF7252\r");
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("200")); });
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
+        Search(op, "255");
+        op.WaitFor([&] { return main().Nodes.Contains("_0003!!FF7252"); }, "the module");
+        EXPECT_FALSE(op.Gui([&] { return terminal() != nullptr; }));
+    });
+}
+
+TEST_F(TerminalTest, AClickInTheMiddleOfATransactionWaitsForItsTurn)
+{
+    Operate([&](Operator &op) {
+        peer_.OnLine([](const std::string &, const RawPeer::Writer &) {});
+        Command(op, "$052");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines() == Lines{"$052"}; }, "the command");
+        op.Click(terminal()->CmdSend);
+        op.Click(terminal()->CmdSend);
+        EXPECT_EQ(peer_.Lines(), Lines{"$052"});
+        peer_.Send("!05\r");
+        op.WaitFor([&] { return peer_.Lines().size() == 2; }, "the second command");
+        peer_.Send("!06\r");
+        AwaitLog(op, ExchangeOf("$052", "!05") + ExchangeOf("$052", "!06"));
+        EXPECT_EQ(peer_.Lines().size(), 2U) << "the third click came while the second was waiting";
+    });
+}
+
+namespace
+{
+
+class TerminalBesidesAPage : public ::testing::Test, public RackOfOne
+{
+};
+
+} // namespace
+
+TEST_F(TerminalBesidesAPage, TheSendLoopAndTheRefreshBothGoOn)
+{
+    Rack("7221 address=0A");
+    Operate([&](Operator &op) {
+        AddNode(op, "_0002!!0A7221");
+        op.Trigger(main().ToolButton(vorn::FormMain::TerminalButton));
+        auto *terminal = op.Gui([&] { return qobject_cast<Terminal *>(main().FormFull_Screen.data()); });
+        op.Gui([&] { terminal->TextCommand->setText(QStringLiteral("$0AM")); });
+        op.Click(terminal->CmdContinueSend);
+        op.WaitFor([&] { return rack().Commands(2).size() > 3; }, "some rounds");
+        Choose(op, "_0002!!0A7221");
+        const auto sent = [&](const char *command) {
+            const auto commands = rack().Commands(2);
+            return std::ranges::count(commands, command);
+        };
+        rack().ClearTrace();
+        op.WaitFor([&] { return sent("$0AM") > 5 && sent("#0A0") > 5; }, "both kinds of commands");
+        EXPECT_EQ(op.Gui([&] { return Text("LabAddr"); }), "0A (Hex)");
+        op.Click(terminal->CmdStop);
+        Choose(op, "KeyCOM002");
+    });
+}
