@@ -36,11 +36,12 @@ TEST(WholeFile, HoldsEveryByteAndNothingOfBefore)
     EXPECT_EQ(ReadFile(path), bytes);
 }
 
-TEST(WholeFile, AFullDiskIsTold)
+TEST(WholeFile, AFullDiskIsToldAndADeviceStaysOne)
 {
     EXPECT_EQ(WriteWholeFile(QStringLiteral("/dev/full"), std::string(100'000, 'x')),
               QStringLiteral("No space left on device"));
     EXPECT_EQ(WriteWholeFile(QStringLiteral("/dev/full"), "x"), QStringLiteral("No space left on device"));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
 TEST(WholeFile, APlaceThatDoesNotExistIsTold)
