@@ -57,6 +57,18 @@ void SetCaption(QWidget *control, std::string_view caption)
         control->setProperty(CaptionProperty, text);
 }
 
+DisabledWindow::DisabledWindow(QWidget &window) : window_(window), focus_(window.focusWidget())
+{
+    window_.setEnabled(false);
+}
+
+DisabledWindow::~DisabledWindow()
+{
+    window_.setEnabled(true);
+    if (focus_)
+        focus_->setFocus();
+}
+
 QLabel *MakeLabel(QWidget *parent, const QString &name, std::string_view caption, QWidget *buddy)
 {
     auto *label = Named(new QLabel(ToQString(caption), parent), name);

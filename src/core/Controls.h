@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -53,6 +54,20 @@ inline bool IsShown(const QWidget *control)
 {
     return !control->isHidden();
 }
+
+/// Disables a window for as long as it lives; the focus, which goes with it, comes back.
+class DisabledWindow final
+{
+public:
+    explicit DisabledWindow(QWidget &window);
+    ~DisabledWindow();
+    DisabledWindow(const DisabledWindow &) = delete;
+    DisabledWindow &operator=(const DisabledWindow &) = delete;
+
+private:
+    QWidget &window_;
+    QPointer<QWidget> focus_;
+};
 
 /// A label in front of a field, with the field as its buddy.
 QLabel *MakeLabel(QWidget *parent, const QString &name, std::string_view caption, QWidget *buddy = nullptr);

@@ -268,7 +268,6 @@ NodeKey FormMain::PageNode() const
 void FormMain::ArrangePage()
 {
     pageLayout_->activate();
-    centralWidget()->layout();
     LabMove->refresh();
 }
 

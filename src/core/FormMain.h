@@ -70,6 +70,7 @@ public:
     int CommPortNo = 0;         ///< port of the present transaction
     std::string ReplyText;      ///< reply of the last transaction, without its carriage return
     bool TransBusy = false;     ///< a transaction is running, or an unexpected error has silenced the bus
+    bool PortRefused = false;   ///< the last transaction found its port missing or held, and told so
     bool NoYield = false;       ///< the first wait of a transaction serves no window events
     bool StopScan = false;      ///< a search is to end
     bool PauseRefresh = false;  ///< the live refresh is to end
@@ -82,6 +83,7 @@ public:
     /// Runs a handler that uses the bus: at once, or from the event loop as soon as the transaction that is
     /// on its way has ended. Begun inside that one's wait it would have each of its own calls dropped. A
     /// handler that waits goes with its `context`.
+    bool InTransaction() const { return transactions_ > 0; }
     void WhenIdle(QObject *context, const std::function<void()> &handler);
 
     /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number
@@ -187,7 +189,7 @@ private:
         QPointer<QObject> context;
         std::function<void()> handler;
     };
-    bool inTransaction_ = false;   ///< `trans` is on the stack
+    int transactions_ = 0; ///< calls of `trans` on the stack: one inside the error box of another is possible
     std::vector<Waiting> waiting_; ///< handlers for the end of the running transaction
 
     std::function<void(const std::string &)> nodeClick_;

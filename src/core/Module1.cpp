@@ -17,6 +17,7 @@ namespace
 
 constexpr double ReadySeconds = 30;
 constexpr double IdleSeconds = 0.5;
+constexpr double DeadBusPause = 0.02; // seconds
 
 void Sleep(double seconds)
 {
@@ -41,8 +42,8 @@ void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum)
             DoEvents();
         if (ElapsedSeconds(main.Time, start) > ReadySeconds)
             return;
-        if (main.TransBusy)
-            WaitForEvents(20); // a dead bus takes no transaction: nothing to spin for
+        if (main.TransBusy) // a dead bus takes no transaction: nothing to spin for
+            main.NoYield ? Sleep(DeadBusPause) : WaitForEvents(static_cast<int>(1000 * DeadBusPause));
         main.trans("$" + addr + "2", checksum);
     } while (main.ReplyText.empty());
 }
@@ -55,7 +56,7 @@ void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum)
         if (ElapsedSeconds(main.Time, start) > ReadySeconds)
             return;
         if (main.TransBusy)
-            WaitForEvents(20);
+            WaitForEvents(static_cast<int>(1000 * DeadBusPause));
         main.trans("$" + addr + "3", checksum);
     } while (main.ReplyText.empty());
 }

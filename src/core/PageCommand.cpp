@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 
 #include <memory>
+#include <utility>
 
 namespace vorn
 {
@@ -45,23 +46,35 @@ bool Store(FormMain &main, const NodeKey &node, std::string command)
 
 void Reload(FormMain &main)
 {
-    main.NodeLeftClick = true;
-    main.TreeView1_NodeClick(main.Nodes.Selected());
+    // From the event loop: the refresh that the load ends in must not become part of the handler.
+    Queue(&main, [&main] {
+        main.NodeLeftClick = true;
+        main.TreeView1_NodeClick(main.Nodes.Selected());
+    });
 }
 
 void OnClick(QAbstractButton *button, QObject *context, const std::function<void()> &handler)
 {
-    const auto running = std::make_shared<bool>(false);
-    QObject::connect(button, &QAbstractButton::clicked, context, [context, handler, running] {
-        if (std::exchange(*running, true))
+    struct State {
+        bool running = false;
+        bool again = false;
+    };
+    const auto state = std::make_shared<State>();
+    QObject::connect(button, &QAbstractButton::clicked, context, [button, context, handler, state] {
+        if (std::exchange(state->running, true)) {
+            state->again = button->isCheckable();
             return;
-        Queue(context, [handler, running] {
-            try {
-                handler();
-            } catch (const RuntimeError &) {
-                // What the handler had done by then stands.
-            }
-            *running = false;
+        }
+        Queue(context, [handler, state] {
+            do {
+                state->again = false;
+                try {
+                    handler();
+                } catch (const RuntimeError &) {
+                    // What the handler had done by then stands.
+                }
+            } while (state->again);
+            state->running = false;
         });
     });
 }

@@ -36,11 +36,13 @@ void WaitStored(FormMain &main, const NodeKey &node);
 /// refused.
 bool Store(FormMain &main, const NodeKey &node, std::string command);
 
-/// Loads the page of the selected node anew, from what its module now holds.
+/// Loads the page of the selected node anew, from what its module now holds, as soon as the handler has
+/// ended.
 void Reload(FormMain &main);
 
-/// Runs a handler for each click of a button, from the event loop; a click while the handler still runs is
-/// ignored. A run-time error ends the handler silently.
+/// Runs a handler for each click of a button, from the event loop. A click while the handler still runs is
+/// ignored; one that switched the button over has the handler run once more at its end, so that the module
+/// gets what the screen shows. A run-time error ends the handler silently.
 void OnClick(QAbstractButton *button, QObject *context, const std::function<void()> &handler);
 
 } // namespace vorn

@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <utility>
@@ -35,22 +36,23 @@ void FormMain::trans(std::string &cmd, bool checksum)
 {
     if (TransBusy)
         return;
-    TransBusy = inTransaction_ = true;
+    TransBusy = true;
+    PortRefused = false;
+    ++transactions_;
+    const auto end = qScopeGuard([this] { EndTransaction(); });
     try {
         Transact(cmd, checksum);
         if (MSComm1.PortOpen())
             MSComm1.SetPortOpen(false);
         TransBusy = false;
-        EndTransaction();
     } catch (const RuntimeError &error) {
-        EndTransaction();
         TransError(error.number());
     }
 }
 
 void FormMain::WhenIdle(QObject *context, const std::function<void()> &handler)
 {
-    if (inTransaction_)
+    if (InTransaction())
         waiting_.push_back({context, handler});
     else
         handler();
@@ -58,7 +60,8 @@ void FormMain::WhenIdle(QObject *context, const std::function<void()> &handler)
 
 void FormMain::EndTransaction()
 {
-    inTransaction_ = false;
+    if (--transactions_ > 0)
+        return;
     for (const Waiting &waiting : std::exchange(waiting_, {})) {
         if (waiting.context)
             Queue(waiting.context, [this, waiting] { WhenIdle(waiting.context, waiting.handler); });
@@ -162,6 +165,7 @@ void FormMain::TransError(int number)
             FormScan->close();
         StopScan = true;
         TransBusy = false;
+        PortRefused = true;
         MsgBox(text, MsgBoxStyle::Critical, title);
     };
     switch (number) {

@@ -19,6 +19,7 @@
 #include <QGroupBox>
 
 #include <limits>
+#include <utility>
 
 namespace vorn
 {
@@ -72,14 +73,16 @@ void BusSearch::Search_Click()
 {
     main_.NowStatus("Searching module, Please wait moment....");
     main_.HoldRefresh();
-    main_.NoYield = false;
+    const bool noYield = std::exchange(main_.NoYield, false);
     if (main_.FormFull_Screen)
         main_.FormFull_Screen->close();
 
     const auto answer =
         InputBox("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0");
-    if (!answer || answer->isEmpty())
+    if (!answer || answer->isEmpty()) {
+        main_.NoYield = noYield; // the refresh that this may be nested in goes on
         return;
+    }
 
     portKey_ = main_.Nodes.Selected();
     portDigits_ = Mid(portKey_, 7, 3);
@@ -93,7 +96,7 @@ void BusSearch::Search_Click()
     if (TagOf(main_.ListView1) == portKey_)
         main_.ListView1->clear();
     main_.setCursor(Qt::BusyCursor);
-    main_.setEnabled(false);
+    disabled_.emplace(main_);
     formScan->Animation1->Open(QStringLiteral("findcomp"));
     formScan->Animation1->Play();
 
@@ -123,6 +126,8 @@ void BusSearch::ScanAddress(const std::string &hexaddr)
     main_.ReplyText.clear();
     main_.trans("$" + hexaddr + "M", false);
     if (!IsAccepted(main_.ReplyText)) {
+        if (main_.PortRefused)
+            return; // told once is enough
         main_.trans("$" + hexaddr + "M", true);
         if (!IsAccepted(main_.ReplyText))
             return;
@@ -229,7 +234,7 @@ void BusSearch::End()
         main_.NodeLeftClick = true;
         main_.TreeView1_NodeClick(portKey_);
     }
-    main_.setEnabled(true);
+    disabled_.reset();
     main_.unsetCursor();
     if (main_.FormScan)
         main_.FormScan->close();

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "core/Controls.h"
+
 #include <QObject>
 
+#include <optional>
 #include <string>
 
 namespace vorn
@@ -44,6 +47,7 @@ private:
     DeviceTree &tree_;
     std::string portKey_;
     std::string portDigits_;
+    std::optional<DisabledWindow> disabled_; ///< the main window, while the search runs
 };
 
 } // namespace vorn

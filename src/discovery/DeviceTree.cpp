@@ -13,19 +13,23 @@
 #include <QGroupBox>
 #include <QMenu>
 
+#include <utility>
+
 namespace vorn
 {
 
 DeviceTree::DeviceTree(FormMain &main) : main_(main)
 {
-    connect(main.TreeView1, &TreeView::Expand, this,
-            [this](const QString &key) { Expand(FromQString(key)); });
-    connect(main.TreeView1, &TreeView::Collapse, this,
-            [this](const QString &key) { Collapse(FromQString(key)); });
-    const auto choose = [this](QTreeWidgetItem *item) {
-        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] {
-            ListView1_ItemClick(key);
-        });
+    const auto onNode = [this](void (DeviceTree::*handler)(const std::string &)) {
+        return [this, handler](const QString &key) {
+            main_.WhenIdle(this, [this, handler, key = FromQString(key)] { (this->*handler)(key); });
+        };
+    };
+    connect(main.TreeView1, &TreeView::Expand, this, onNode(&DeviceTree::Expand));
+    connect(main.TreeView1, &TreeView::Collapse, this, onNode(&DeviceTree::Collapse));
+    const auto choose = [this, onNode](QTreeWidgetItem *item) {
+        Queue(this, [choose = onNode(&DeviceTree::ListView1_ItemClick),
+                     key = item->data(0, Qt::UserRole).toString()] { choose(key); });
     };
     connect(main.ListView1, &QTreeWidget::itemClicked, this, choose);
     connect(main.ListView1, &QTreeWidget::itemActivated, this, choose);
@@ -91,14 +95,11 @@ void DeviceTree::FillList(const std::string &portKey)
     main_.NowStatus("Display information about the connected modules.");
 
     const int port = PortOfPortKey(portKey);
-    auto &scope = main_.ScopeForm[static_cast<std::size_t>(port)];
-    if (main_.ScopeOnPort[static_cast<std::size_t>(port)] && scope) {
-        // Bus and scope can't share the port.
-        scope->close();
-        main_.ScopeOnPort[static_cast<std::size_t>(port)] = false;
-    }
+    const auto index = static_cast<std::size_t>(port);
+    if (std::exchange(main_.ScopeOnPort[index], false) && main_.ScopeForm[index])
+        main_.ScopeForm[index]->close(); // bus and scope can't share the port
 
-    main_.setEnabled(false);
+    const DisabledWindow disabled(main_);
     main_.ListView1->clear();
     FoldPorts(portKey);
     main_.CommPortNo = port;
@@ -108,7 +109,6 @@ void DeviceTree::FillList(const std::string &portKey)
         AddModuleRow(module);
     main_.FitColumns();
     main_.ListView1->setUpdatesEnabled(true);
-    main_.setEnabled(true);
 }
 
 void DeviceTree::AddModuleRow(const std::string &key)

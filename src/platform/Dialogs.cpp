@@ -9,7 +9,10 @@
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMessageBox>
+
+#include <algorithm>
 
 namespace vorn
 {
@@ -30,11 +33,19 @@ QMessageBox::Icon IconOf(MsgBoxStyle style)
     return QMessageBox::Critical;
 }
 
-/// The window that a dialog stands before: the modal one, else the one that has the focus.
+/// The window that a dialog stands before: the modal one, else the one that has the focus, else the main
+/// window, when the one that had the focus has just gone.
 QWidget *DialogParent()
 {
-    return QApplication::activeModalWidget() ? QApplication::activeModalWidget()
-                                             : QApplication::activeWindow();
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    const auto windows = QApplication::topLevelWidgets();
+    const auto main = std::ranges::find_if(windows, [](const QWidget *window) {
+        return qobject_cast<const QMainWindow *>(window) && window->isVisible();
+    });
+    return main == windows.end() ? nullptr : *main;
 }
 
 /// Runs a dialog above whatever is on the screen.

@@ -49,27 +49,29 @@ PageSelection::PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load,
     // Not queued: a tick that waits would outlive the stopping of the timer.
     connect(&main.Timer1, &QTimer::timeout, this, &PageSelection::Timer1_Tick);
 
-    connect(pages.ListView3900, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
-        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] {
-            ListView3900_ItemClick(key);
-        });
-    });
+    const auto onRow = [this](void (PageSelection::*handler)(const std::string &)) {
+        return [this, handler](QTreeWidgetItem *item) {
+            Queue(this, [this, handler, key = FromQString(item->data(0, Qt::UserRole).toString())] {
+                main_.WhenIdle(this, [this, handler, key] { (this->*handler)(key); });
+            });
+        };
+    };
+    connect(pages.ListView3900, &QTreeWidget::itemClicked, this,
+            onRow(&PageSelection::ListView3900_ItemClick));
     // A double click, and Return on the chosen row.
-    connect(pages.ListView3900, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {
-        Queue(this, [this, key = FromQString(item->data(0, Qt::UserRole).toString())] {
-            ListView3900_ItemClick(key);
-            ListView3900_DblClick();
-        });
-    });
+    connect(pages.ListView3900, &QTreeWidget::itemActivated, this,
+            onRow(&PageSelection::ListView3900_DblClick));
 }
 
 void PageSelection::TreeView1_NodeClick(const std::string &key)
 {
+    if (!main_.Nodes.Contains(key))
+        return; // it has gone or changed its name since the click
     if (main_.NoYield && main_.NodeLeftClick)
         main_.LastNodeIndex = main_.Nodes.IndexOf(main_.Nodes.Selected());
     main_.PauseRefresh = true;
     WaitTransIdle(main_);
-    if (ClickGuard || !main_.Nodes.Contains(key))
+    if (ClickGuard)
         return;
     ClickGuard = true;
     try {
@@ -283,9 +285,10 @@ void PageSelection::PopupCOM(const std::string &key)
     main_.CData_Scope->setEnabled(states.dataScope);
     const bool slotIO = IsShown(pages_.FrameSlotIO);
     pages_.FrameSlotIO->hide();
-    Popup(main_.COM);
+    QAction *chosen = Popup(main_.COM);
     if (slotIO)
         pages_.FrameSlotIO->show();
+    RunChosen(chosen);
 }
 
 void PageSelection::PopupVORNModule(const std::string &key)
@@ -293,14 +296,18 @@ void PageSelection::PopupVORNModule(const std::string &key)
     const bool loaded = key == TagOf(main_.Frame1);
     main_.AVORNSaveSet->setEnabled(loaded);
     main_.AVORNLoadSet->setEnabled(loaded);
-    Popup(main_.VORNModule);
+    RunChosen(Popup(main_.VORNModule));
 }
 
-/// Shows a context menu and runs what was chosen while the node that it belongs to is selected. The action
-/// may choose nodes itself, so that the guard is lifted for it.
-void PageSelection::Popup(QMenu *menu)
+QAction *PageSelection::Popup(QMenu *menu)
 {
-    QAction *chosen = menu->exec(QCursor::pos());
+    return menu->exec(QCursor::pos());
+}
+
+/// Runs what was chosen from a context menu, while the node that the menu belongs to is selected. The action
+/// may choose nodes itself, so that the guard is lifted for it.
+void PageSelection::RunChosen(QAction *chosen)
+{
     ClickGuard = false;
     if (chosen)
         main_.RunAction(chosen);
@@ -308,16 +315,26 @@ void PageSelection::Popup(QMenu *menu)
 
 void PageSelection::Timer1_Tick()
 {
-    const std::string selected = main_.Nodes.Selected();
-    if (TagOf(main_.Frame1) != selected) {
+    if (TagOf(main_.Frame1) != main_.Nodes.Selected())
         main_.Nodes.Select(main_.Nodes.KeyAt(main_.LastNodeIndex));
+    const std::string selected = main_.Nodes.Selected();
+    if (TagOf(main_.Frame1) != selected)
         return;
-    }
     const std::string text = main_.Nodes.Text(selected);
-    if (main_.NoYield || Left(text, 2) == "PC" || Left(text, 3) == "COM" || Left(text, 4) == "3900")
+    if (Left(text, 2) == "PC" || Left(text, 3) == "COM" || Left(text, 4) == "3900")
         return;
-    main_.PauseRefresh = false;
-    live_.PollLiveData(selected);
+    if (main_.NoYield && !main_.PauseRefresh)
+        return; // it runs
+    // Begun inside a transaction, in a handler's yield or under a box, the refresh would hold up what lies
+    // below for as long as the page is on show.
+    if (main_.InTransaction()) {
+        main_.WhenIdle(this, [this] { Timer1_Tick(); });
+    } else if (main_.NoYield || YieldDepth() > 0 || QApplication::activeModalWidget()) {
+        main_.Timer1.start();
+    } else {
+        main_.PauseRefresh = false;
+        live_.PollLiveData(selected);
+    }
 }
 
 void PageSelection::ListView3900_ItemClick(const std::string &key)
@@ -330,8 +347,9 @@ void PageSelection::ListView3900_ItemClick(const std::string &key)
     main_.Nodes.Select(key);
 }
 
-void PageSelection::ListView3900_DblClick()
+void PageSelection::ListView3900_DblClick(const std::string &key)
 {
+    ListView3900_ItemClick(key);
     const std::string selected = main_.Nodes.Selected();
     if (TagOf(main_.Frame1) == selected)
         return;

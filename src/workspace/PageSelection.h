@@ -4,6 +4,7 @@
 
 #include <string>
 
+class QAction;
 class QMenu;
 
 namespace vorn
@@ -44,9 +45,10 @@ private:
     bool ScopeIsOpen(int port) const;
     void PopupCOM(const std::string &key);
     void PopupVORNModule(const std::string &key);
-    void Popup(QMenu *menu);
+    QAction *Popup(QMenu *menu);
+    void RunChosen(QAction *chosen);
     void ListView3900_ItemClick(const std::string &key);
-    void ListView3900_DblClick();
+    void ListView3900_DblClick(const std::string &key);
 
     FormMain &main_;
     Pages &pages_;

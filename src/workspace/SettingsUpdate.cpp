@@ -125,9 +125,8 @@ void SettingsUpdate::CheckAI_Click(int channel)
     const bool enabled = pages_.FrameAIn->CheckAI[static_cast<std::size_t>(channel)]->isChecked();
     if (!Send(main_, node, ChannelMaskCommand(node, Mid(main_.ReplyText, 4, 2), channel, enabled)))
         return;
-    main_.setEnabled(false);
+    const DisabledWindow disabled(main_);
     WaitStored(main_, node);
-    main_.setEnabled(true);
 }
 
 void SettingsUpdate::CheckFilter_Click()

@@ -1,6 +1,8 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
+#include "platform/Events.h"
+
 #include <gtest/gtest.h>
 
 #include <QComboBox>
@@ -133,7 +135,9 @@ TEST_F(TransTest, AnEmptyTimeOutBecomesTen)
 {
     Operate([&](Operator &op) {
         SetTimeOut(op, "");
+        const std::uint32_t start = clock.GetTickCount();
         EXPECT_EQ(Trans(op, "$012"), "");
+        EXPECT_GT(vorn::ElapsedTicks(clock, start), 10);
         EXPECT_EQ(op.Gui([&] { return main().TextTimeOut->text(); }), QStringLiteral("10"));
     });
 }
@@ -211,6 +215,71 @@ TEST_F(TransTest, ACallInsideARunningTransactionDoesNothing)
         ASSERT_TRUE(op.WaitFor([&] { return !main().TransBusy; }, "the end of the transaction"));
         EXPECT_EQ(peer_.Lines(), Lines{"$012"});
         EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "!01");
+    });
+}
+
+TEST_F(TransTest, WithoutYieldNothingElseIsServedInTheFirstWait)
+{
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "50");
+        op.Gui([&] {
+            bool served = false;
+            vorn::Queue(&main(), [&served] { served = true; });
+            main().NoYield = true;
+            main().trans("$012", false);
+            EXPECT_FALSE(served);
+            main().NoYield = false;
+            main().trans("$012", false);
+            EXPECT_TRUE(served);
+        });
+    });
+}
+
+TEST_F(TransTest, AHandlerThatWantsTheBusWaitsForTheEndOfTheTransaction)
+{
+    peer_.Reply("$022", "!02\r");
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "30000");
+        std::string reply;
+        QMetaObject::invokeMethod(
+            &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+        ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"}; }, "the command"));
+        op.Gui([&] {
+            main().WhenIdle(&main(), [&] {
+                main().trans("$022", false);
+                reply = main().ReplyText;
+            });
+            auto gone = std::make_unique<QObject>();
+            main().WhenIdle(gone.get(), [] { FAIL() << "its object has gone"; });
+        });
+        EXPECT_EQ(op.Gui([&] { return reply; }), "");
+        peer_.Send("!01\r");
+        ASSERT_TRUE(op.WaitFor([&] { return !reply.empty(); }, "the second transaction"));
+        EXPECT_EQ(reply, "!02");
+        op.Gui([&] {
+            main().WhenIdle(&main(), [&] { reply = "at once"; });
+            EXPECT_EQ(reply, "at once");
+        });
+    });
+}
+
+TEST_F(TransTest, HandlersThatWaitStayOutOfTheErrorBox)
+{
+    Operate([&](Operator &op) {
+        std::filesystem::remove(ports.Link(3));
+        bool served = false;
+        QMetaObject::invokeMethod(
+            &main(),
+            [&] {
+                vorn::Queue(&main(), [&] { main().WhenIdle(&main(), [&] { served = true; }); });
+                main().trans("$012", false);
+            },
+            Qt::QueuedConnection);
+        ASSERT_TRUE(op.AwaitBox("the box"));
+        op.Settle();
+        EXPECT_FALSE(op.Gui([&] { return served; }));
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        op.WaitFor([&] { return served; }, "the handler");
     });
 }
 

@@ -286,6 +286,118 @@ TEST_F(DeviceTreeTest, TheContextMenuSearchesTheClickedPort)
     });
 }
 
+TEST_F(DeviceTreeTest, ASearchThatIsCancelledInTheMenuLetsTheRefreshGoOn)
+{
+    Operate([&](Operator &op) {
+        Plant(op);
+        Choose(op, Plain);
+        op.WaitFor([&] { return peer_.Lines().size() > 2; }, "the refresh");
+        RightClick(op, "KeyCOM010", [&](QMenu &menu) {
+            menu.setActiveAction(main().CSearch);
+            QTest::keyClick(&menu, Qt::Key_Return);
+        });
+        op.AnswerInput("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0",
+                       nullptr);
+        const std::size_t polls = peer_.Lines().size();
+        op.WaitFor([&] { return peer_.Lines().size() > polls + 3; }, "more polls");
+        EXPECT_TRUE(op.Gui([&] { return main().NoYield; }));
+        Choose(op, Init);
+        EXPECT_TRUE(other_.Lines().empty());
+    });
+}
+
+TEST_F(DeviceTreeTest, ASearchFromTheMenuOfASlotPageLeavesNothingOfThatPage)
+{
+    Operate([&](Operator &op) {
+        Plant(op);
+        Choose(op, Slot);
+        ASSERT_TRUE(op.Gui([&] { return Shown("FrameSlotIO"); }));
+        RightClick(op, "KeyCOM010", [&](QMenu &menu) {
+            menu.setActiveAction(main().CSearch);
+            QTest::keyClick(&menu, Qt::Key_Return);
+        });
+        op.AnswerInput("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0",
+                       "255");
+        op.CloseForm("", [](QWidget &box) {
+            EXPECT_EQ(box.windowTitle(), QStringLiteral("COM10 No Modules found !"));
+        });
+        op.WaitFor([&] { return main().isEnabled() && Status() == "COM Port Status"; }, "end of the search");
+        EXPECT_FALSE(op.Gui([&] { return Shown("FrameSlotIO"); }));
+    });
+}
+
+TEST_F(DeviceTreeTest, ARealRightClickAndTheMenuKeyOpenTheMenuAndKeepThePage)
+{
+    Operate([&](Operator &op) {
+        Plant(op);
+        Choose(op, Plain);
+        auto *viewport = main().TreeView1->viewport();
+        const auto leave = [&] {
+            op.WaitFor([] { return QApplication::activePopupWidget() != nullptr; }, "the menu");
+            EXPECT_FALSE(op.Gui([&] { return main().NodeLeftClick; }));
+            op.Gui([] { QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape); });
+            op.WaitFor([&] { return !QApplication::activePopupWidget() && main().Nodes.Selected() == Plain; },
+                       "the end of the menu");
+            EXPECT_EQ(op.Gui([&] { return vorn::TagOf(main().Frame1); }), Plain);
+        };
+        op.Gui([&] {
+            auto *item = main().TreeView1->findItems(QStringLiteral("(* ) 7206"), Qt::MatchRecursive).first();
+            const QPoint place = main().TreeView1->visualItemRect(item).center();
+            QTest::mousePress(viewport, Qt::RightButton, {}, place);
+            QContextMenuEvent menu(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
+            QApplication::sendEvent(viewport, &menu);
+            QTest::mouseRelease(viewport, Qt::RightButton, {}, place);
+        });
+        leave();
+        op.Gui([&] {
+            QContextMenuEvent menu(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+            QApplication::sendEvent(viewport, &menu);
+        });
+        leave();
+    });
+}
+
+TEST_F(DeviceTreeTest, AModuleInInitStateIsListedWithTheAddressThatItReports)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().Nodes.Add(Port3, "*0003!!057206", "(* ) 7206", "vorn4ico", "vorn4icoS"); });
+        Unfold(op, Port3);
+        EXPECT_EQ(op.Gui([&] { return Rows().front(); }).at(0), "*");
+        EXPECT_EQ(op.Gui([&] { return Rows().front(); }).at(1), "  5  (05)");
+    });
+}
+
+TEST_F(DeviceTreeTest, UnfoldingAPortLeavesTheKeyboardInTheTree)
+{
+    Operate([&](Operator &op) {
+        Plant(op);
+        op.Gui([&] {
+            QApplication::setActiveWindow(&main());
+            main().TreeView1->setFocus();
+        });
+        Unfold(op, Port3);
+        EXPECT_TRUE(op.Gui([&] { return main().TreeView1->hasFocus(); }));
+    });
+}
+
+TEST_F(DeviceTreeTest, UnfoldingInTheMiddleOfATransactionWaitsForItsEnd)
+{
+    Operate([&](Operator &op) {
+        Plant(op);
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("30000")); });
+        QMetaObject::invokeMethod(
+            &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+        op.WaitFor([&] { return !peer_.Lines().empty(); }, "the command");
+        op.Gui([&] {
+            main().TreeView1->findItems(QStringLiteral("COM3"), Qt::MatchRecursive).first()->setExpanded(true);
+        });
+        op.Settle();
+        EXPECT_FALSE(op.Gui([&] { return Shown("ListView1"); }));
+        peer_.Send("!01\r");
+        op.WaitFor([&] { return Shown("ListView1"); }, "the list");
+    });
+}
+
 TEST_F(DeviceTreeTest, SlotsAndChannelsHaveNoMenu)
 {
     Operate([&](Operator &op) {

@@ -2,6 +2,7 @@
 #include "support/RawPeer.h"
 
 #include "discovery/ModelCatalogue.h"
+#include "platform/Dialogs.h"
 #include "platform/WidgetText.h"
 #include "tools/DIO.h"
 #include "workspace/PageTable.h"
@@ -387,6 +388,68 @@ TEST_F(PageSelectionTest, TheTimerBringsAStraySelectionBack)
             main().Timer1.start();
         });
         op.WaitFor([&] { return main().Nodes.Selected() == key; }, "the selection");
+    });
+}
+
+TEST_F(PageSelectionTest, TheTimerStartsTheRefreshInTheTickThatBringsTheSelectionBack)
+{
+    Operate([&](Operator &op) {
+        const std::string key = AddModule(op, "7256");
+        Choose(op, key);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh");
+        op.Gui([&] { main().HoldRefresh(); });
+        op.WaitFor([&] { return !main().NoYield; }, "the end of the refresh");
+        peer_.Forget();
+        op.Gui([&] {
+            main().Nodes.Select("KeyPC");
+            main().Timer1.start();
+        });
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh again");
+        EXPECT_EQ(op.Gui([&] { return main().Nodes.Selected(); }), key);
+    });
+}
+
+TEST_F(PageSelectionTest, TheRefreshNeverBeginsInsideATransactionOrUnderABox)
+{
+    Operate([&](Operator &op) {
+        const std::string key = AddModule(op, "7256");
+        Choose(op, key);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh");
+        op.Gui([&] { main().HoldRefresh(); });
+        op.WaitFor([&] { return !main().NoYield; }, "the end of the refresh");
+        peer_.Forget();
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("30000")); });
+        QMetaObject::invokeMethod(
+            &main(),
+            [this] {
+                main().trans("$992", false);
+                vorn::MsgBox("one", vorn::MsgBoxStyle::Critical, "one");
+            },
+            Qt::QueuedConnection);
+        op.WaitFor([&] { return !peer_.Lines().empty(); }, "the command");
+        QMetaObject::invokeMethod(&main().Timer1, "timeout", Qt::BlockingQueuedConnection);
+        op.Settle();
+        EXPECT_FALSE(op.Gui([&] { return main().NoYield; }));
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("1")); });
+        peer_.Send("!99\r");
+        ASSERT_TRUE(op.AwaitBox("the box"));
+        op.Settle();
+        EXPECT_FALSE(op.Gui([&] { return main().NoYield; }));
+        EXPECT_EQ(peer_.Lines(), Lines{"$992"});
+        op.AnswerBox("one", 16, "one");
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh again");
+    });
+}
+
+TEST_F(PageSelectionTest, ANodeThatHasGoneSinceTheClickLeavesTheRefreshAlone)
+{
+    Operate([&](Operator &op) {
+        const std::string key = AddModule(op, "7256");
+        Choose(op, key);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh");
+        op.Gui([&] { main().TreeView1_NodeClick("_0003!!997256"); });
+        const std::size_t polls = peer_.Lines().size();
+        op.WaitFor([&] { return peer_.Lines().size() > polls + 3; }, "more polls");
     });
 }
 

@@ -4,6 +4,7 @@
 #include "simulator/Simulator.h"
 
 #include "core/CommandFrame.h"
+#include "core/Number.h"
 #include "discovery/FormScan.h"
 #include "platform/WidgetText.h"
 
@@ -279,6 +280,61 @@ TEST_F(SearchTest, APortThatVanishesEndsTheSearchWithBothMessages)
         op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
         AwaitEnd(op);
         EXPECT_TRUE(op.Gui([&] { return main().FormScan.isNull() && main().StopScan; }));
+    });
+}
+
+TEST_F(SearchTest, APortThatIsMissingIsToldOnceAtEveryAddress)
+{
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "250");
+        std::filesystem::remove(ports.Link(3));
+        Search(op, "5");
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
+        AwaitEnd(op);
+    });
+}
+
+TEST_F(SearchTest, AnAdapterPulledOutInTheMiddleIsToldOnce)
+{
+    peer_.OnLine([this](const std::string &line, const RawPeer::Writer &) {
+        if (line == "$06M")
+            std::filesystem::remove(ports.Link(3));
+    });
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "20");
+        Search(op, "5");
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
+        AwaitEnd(op);
+        EXPECT_EQ(peer_.Lines().back(), "$06M");
+    });
+}
+
+TEST_F(SearchTest, AddressTenIsWrittenInHexadecimal)
+{
+    for (int address = 10; address <= 12; ++address)
+        peer_.Reply("$" + vorn::HexByte(address) + "M", "!" + vorn::HexByte(address) + "7252\r");
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "250");
+        Search(op, "10");
+        op.WaitFor([&] { return peer_.Lines().size() >= 3; }, "three addresses");
+        op.Gui([&] { main().StopScan = true; });
+        AwaitEnd(op);
+        const Lines lines = peer_.Lines();
+        EXPECT_EQ(Lines(lines.begin(), lines.begin() + 3), (Lines{"$0AM", "$0BM", "$0CM"}));
+    });
+}
+
+TEST_F(SearchTest, AStartNearTheIntegerLimitEndsThereByItself)
+{
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "1");
+        Search(op, "32766");
+        op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
+        AwaitEnd(op);
+        EXPECT_EQ(peer_.Lines(), (Lines{"$7FFEM", "$7FFEM" + vorn::Checksum("$7FFEM"), "$7FFFM",
+                                        "$7FFFM" + vorn::Checksum("$7FFFM")}));
     });
 }
 
