@@ -57,6 +57,13 @@ module 7254   address=06 family=no
 module 7262   address=07
 module 7276   address=08
 module 7206   address=10 baud=19200
+
+# Another master talks to two modules: something to watch for a data scope.
+port 6 speed=9600 pace=yes
+
+module 7221   address=0A
+module 7272   address=0B
+master every=250 send=$0AM,#0A0,#0A1,$0B6
 )";
 
 } // namespace

@@ -12,7 +12,8 @@ const char *const Usage = R"(vornsim - a rack of simulated VORN modules behind s
   vornsim --list-demo
   vornsim --help
 
-  --rack FILE     the rack to build; without it a demo rack on COM2 and COM4
+  --rack FILE     the rack to build; without it a demo rack on COM2, COM4
+                  and COM6, where another master talks
   --ports FOLDER  where the links com<n> to the ports go; without it the folder
                   where the VORN utility looks for its ports,
                   $XDG_CONFIG_HOME/vorn/ports or ~/.config/vorn/ports

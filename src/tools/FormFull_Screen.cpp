@@ -22,6 +22,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -68,9 +70,13 @@ FormFull_Screen::FormFull_Screen(FormMain &main) : QWidget(nullptr, Qt::Window),
     layout->addLayout(BuildButtons());
     Text1 = Named(new LogView(LogView::WhenFull::RaiseError, true, this), "Text1", QStringLiteral("Log"));
     layout->addWidget(Text1, 1);
-    const int record = Text1->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 100;
-    resize(qMin(record, 760), 560);
+    constexpr int RecordWidth = 108; // characters of a numbered record with its elapsed time, and the frame
+    const int wanted = Text1->fontMetrics().horizontalAdvance(QLatin1Char('0')) * RecordWidth;
+    resize(qMin(wanted, screen()->availableGeometry().width()), wanted * 2 / 3);
     Wire();
+
+    auto *help = new QShortcut(QKeySequence::HelpContents, this);
+    connect(help, &QShortcut::activated, this, [this] { main_.ShowHelp(QStringLiteral("terminal")); });
 
     OptionSel[0]->setChecked(true);
     OptionSel_Click();
@@ -95,6 +101,7 @@ QWidget *FormFull_Screen::BuildSource()
     // A long reply is cut at the window's edge instead of widening the window.
     LabResponse->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     LabResponse->setFrameShape(QFrame::StyledPanel);
+    LabResponse->setMinimumHeight(TextCommand->sizeHint().height());
 
     auto *grid = new QGridLayout(frame);
     grid->setContentsMargins(Rhythm::Margin, Rhythm::Margin / 2, Rhythm::Margin, Rhythm::Margin);

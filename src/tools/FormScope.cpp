@@ -17,6 +17,7 @@
 #include <QGroupBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace vorn
@@ -48,6 +49,9 @@ FormScope::FormScope(FormMain &main, const SerialPorts &ports)
     layout->addLayout(BuildButtons());
     resize(560, 440);
 
+    auto *help = new QShortcut(QKeySequence::HelpContents, this);
+    connect(help, &QShortcut::activated, this, [this] { main_.ShowHelp(QStringLiteral("data-scope")); });
+
     MSComm1.setObjectName(QStringLiteral("MSComm1"));
     MSComm1.SetCommPort(port_);
     MSComm1.SetSettings(LineSettings);
@@ -66,9 +70,9 @@ QWidget *FormScope::BuildFilter()
     ListFilter->setSelectionMode(QAbstractItemView::MultiSelection);
     for (int address = 0; address < Addresses; ++address)
         ListFilter->addItem(ToQString(HexByte(address)));
-    ListFilter->setFixedWidth(ListFilter->fontMetrics().horizontalAdvance(QStringLiteral("00")) * 5);
     CmdUpdate = Named(new QPushButton(QStringLiteral("&UpDate"), frame), "CmdUpdate");
     CmdUpdate->setEnabled(false);
+    ListFilter->setFixedWidth(CmdUpdate->sizeHint().width());
     connect(ListFilter, &QListWidget::itemSelectionChanged, this, [this] { CmdUpdate->setEnabled(true); });
     OnClick(CmdUpdate, this, [this] { CmdUpdate_Click(); });
 

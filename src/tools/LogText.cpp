@@ -1,5 +1,7 @@
 #include "tools/LogText.h"
 
+#include "core/Number.h"
+
 namespace vorn
 {
 
@@ -7,19 +9,11 @@ namespace
 {
 
 constexpr std::string_view LineEnd = "\r\n";
-constexpr char16_t Pictures = 0x2400; ///< of control character 0; the others follow
-constexpr char16_t PictureOfDelete = 0x2421;
 constexpr unsigned char Delete = 0x7F;
-constexpr char16_t LineSeparator = 0x2028;
-constexpr char16_t ParagraphSeparator = 0x2029;
 
-char16_t Shown(unsigned char byte)
+bool IsControl(unsigned char byte)
 {
-    if (byte == Delete)
-        return PictureOfDelete;
-    if (byte < ' ' && byte != '\t')
-        return static_cast<char16_t>(Pictures + byte);
-    return byte;
+    return (byte < ' ' && byte != '\t') || byte == Delete;
 }
 
 } // namespace
@@ -36,27 +30,22 @@ std::u16string ShownText(std::string_view bytes)
         } else if (rest.starts_with(LineEnd)) {
             shown += u'\n';
             i += 1;
+        } else if (const auto byte = static_cast<unsigned char>(bytes[i]); IsControl(byte)) {
+            const std::string code = '<' + HexByte(byte) + '>';
+            shown.append(code.begin(), code.end());
         } else {
-            shown += Shown(static_cast<unsigned char>(bytes[i]));
+            shown += static_cast<char16_t>(byte);
         }
     }
     return shown;
 }
 
-std::string BytesOfShown(std::u16string_view shown)
+std::string BytesOfTyped(std::u16string_view typed)
 {
     std::string bytes;
-    bytes.reserve(shown.size());
-    for (const char16_t c : shown) {
-        if (c == u'\n' || c == LineSeparator || c == ParagraphSeparator)
-            bytes += LineEnd;
-        else if (c >= Pictures && c < Pictures + ' ')
-            bytes += static_cast<char>(c - Pictures);
-        else if (c == PictureOfDelete)
-            bytes += static_cast<char>(Delete);
-        else
-            bytes += c <= 0xFF ? static_cast<char>(c) : '?';
-    }
+    bytes.reserve(typed.size());
+    for (const char16_t c : typed)
+        bytes += c <= 0xFF ? static_cast<char>(c) : '?';
     return bytes;
 }
 

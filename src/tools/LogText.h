@@ -8,13 +8,12 @@ namespace vorn
 {
 
 /// The bytes of a log as a view shows them, one line below the other: carriage return and line feed end a
-/// line, together with a carriage return right before them; any other control character but the tab is shown
-/// by its picture (U+2400 on), so that nothing that came is hidden.
+/// line, together with a carriage return right before them. Any other control character but the tab is shown
+/// by its code, "<0D>", so that nothing that came is hidden.
 std::u16string ShownText(std::string_view bytes);
 
-/// The bytes of a piece of what is shown: pictures are control characters again, a line ends in carriage
-/// return and line feed. What no byte stands for becomes "?".
-std::string BytesOfShown(std::u16string_view shown);
+/// What was typed as bytes. What no byte stands for becomes "?".
+std::string BytesOfTyped(std::u16string_view typed);
 
 /// Bytes to drop from the front of a log so that at least `room` bytes get free, up to a line's end if there
 /// is one.

@@ -37,6 +37,7 @@ LogView::LogView(WhenFull whenFull, bool typing, QWidget *parent)
     : QPlainTextEdit(parent), whenFull_(whenFull)
 {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setTabStopDistance(8 * fontMetrics().horizontalAdvance(QLatin1Char(' ')));
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setUndoRedoEnabled(false);
     setTabChangesFocus(true);
@@ -131,7 +132,7 @@ std::string LogView::Typed() const
     QTextCursor cursor(document());
     cursor.setPosition(typingStart_);
     cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
-    return BytesOfShown(cursor.selectedText().toStdU16String());
+    return BytesOfTyped(cursor.selectedText().toStdU16String());
 }
 
 int LogView::EndPosition() const
@@ -247,16 +248,6 @@ void LogView::insertFromMimeData(const QMimeData *source)
     MoveToTheTyping();
     textCursor().insertText(ToScreen(line));
     ensureCursorVisible();
-}
-
-/// What was chosen is copied as the characters that came, with the line ends of the desktop.
-QMimeData *LogView::createMimeDataFromSelection() const
-{
-    QString text = ToQString(BytesOfShown(textCursor().selectedText().toStdU16String()));
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    auto *chosen = new QMimeData;
-    chosen->setText(text);
-    return chosen;
 }
 
 } // namespace vorn

@@ -66,7 +66,7 @@ TEST_F(LogViewTest, KeepsEveryByteAndShowsALineForEachEntry)
     terminal_.Append(bytes);
     EXPECT_EQ(terminal_.Text(), bytes);
     EXPECT_EQ(terminal_.Length(), bytes.size());
-    EXPECT_EQ(Shown(terminal_), "$012\u240D!01\n\u2400\u00B5\u241B\n");
+    EXPECT_EQ(Shown(terminal_), "$012<0D>!01\n<00>\u00B5<1B>\n");
 }
 
 TEST_F(LogViewTest, ShowsWhatCameWithoutBeingAskedTo)
@@ -87,7 +87,7 @@ TEST_F(LogViewTest, FollowsTheEndOnlyWhileItIsInView)
     EXPECT_TRUE(AtEnd(terminal_));
 }
 
-TEST_F(LogViewTest, AChoiceStaysWhileLinesArriveAndIsCopiedAsTheCharactersThatCame)
+TEST_F(LogViewTest, AChoiceStaysWhileLinesArriveAndCanBeCopied)
 {
     terminal_.Append("$012\r!01\r\r\n$022\r\n");
     terminal_.Flush();
@@ -98,7 +98,7 @@ TEST_F(LogViewTest, AChoiceStaysWhileLinesArriveAndIsCopiedAsTheCharactersThatCa
     EXPECT_EQ(terminal_.textCursor().anchor(), anchor);
     EXPECT_EQ(terminal_.textCursor().position(), position);
     terminal_.copy();
-    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "$012\r!01\n$022\n");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "$012<0D>!01\n$022\n");
 }
 
 TEST_F(LogViewTest, WhatIsTypedStandsBehindTheLogAndIsTakenInByTheNextLine)

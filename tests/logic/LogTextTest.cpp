@@ -16,33 +16,24 @@ TEST(ShownText, EndsALineAtItsCarriageReturnAndLineFeed)
     EXPECT_EQ(ShownText(""), u"");
 }
 
-TEST(ShownText, ShowsACarriageReturnInsideAnEntryByItsPicture)
+TEST(ShownText, ShowsACarriageReturnInsideAnEntryByItsCode)
 {
-    EXPECT_EQ(ShownText("$012\r!01\r\r\n"), u"$012\u240D!01\n");
-    EXPECT_EQ(ShownText("\r\r\r\n"), u"\u240D\n");
-    EXPECT_EQ(ShownText("a\nb"), u"a\u240Ab") << "a lone line feed";
+    EXPECT_EQ(ShownText("$012\r!01\r\r\n"), u"$012<0D>!01\n");
+    EXPECT_EQ(ShownText("\r\r\r\n"), u"<0D>\n");
+    EXPECT_EQ(ShownText("a\nb"), u"a<0A>b") << "a lone line feed";
 }
 
 TEST(ShownText, HidesNothing)
 {
-    EXPECT_EQ(ShownText(std::string("\0\x1B\x7F", 3)), u"\u2400\u241B\u2421");
+    EXPECT_EQ(ShownText(std::string("\0\x1B\x7F", 3)), u"<00><1B><7F>");
     EXPECT_EQ(ShownText("a\tb"), u"a\tb");
     EXPECT_EQ(ShownText("\xB5\xFF"), u"\u00B5\u00FF");
 }
 
-TEST(BytesOfShown, GivesBackWhatWasShown)
+TEST(BytesOfTyped, AreTheCharactersOfTheLine)
 {
-    std::string bytes;
-    for (int c = 0; c < 256; ++c)
-        bytes += static_cast<char>(c);
-    bytes += "\r\n$012\r\n";
-    EXPECT_EQ(BytesOfShown(ShownText(bytes)), bytes);
-}
-
-TEST(BytesOfShown, EndsLinesAsALogDoes)
-{
-    EXPECT_EQ(BytesOfShown(u"a\nb\u2028c\u2029d"), "a\r\nb\r\nc\r\nd");
-    EXPECT_EQ(BytesOfShown(u"\u4E2D\u2422"), "??");
+    EXPECT_EQ(BytesOfTyped(u"$012\u00B5"), "$012\xB5");
+    EXPECT_EQ(BytesOfTyped(u"\u4E2D"), "?");
 }
 
 TEST(OldestLines, AreWholeLinesWhereThereAreAny)

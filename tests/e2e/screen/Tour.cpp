@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QScreen>
 #include <QScrollBar>
@@ -19,6 +20,7 @@
 #include <algorithm>
 #include <iostream>
 #include <sstream>
+#include <thread>
 
 struct TourStop {
     enum class Kind { Module, Slot, Channel };
@@ -97,6 +99,8 @@ void Tour::Walk()
     OpenWindow();
     TakePicture("port-page");
     ShortenTimeOut();
+    UseTerminal();
+    UseDataScope();
     Search();
     TakePicture("module-list");
     for (const TourStop &stop : Stops)
@@ -171,6 +175,62 @@ void Tour::ShortenTimeOut()
     desktop_.Press({"ctrl+a"});
     desktop_.Type(TimeOut);
     Await([&] { return field->text() == QLatin1String(TimeOut); }, "the shorter time-out");
+}
+
+void Tour::PressTool(int button)
+{
+    vorn::FormMain &main = program_.Main;
+    Click([&] {
+        const QWidget *tool = main.Toolbar1->widgetForAction(main.ToolButton(button));
+        return OnScreen(*tool, tool->rect());
+    });
+}
+
+/// Asks the first address of the port for its model.
+void Tour::UseTerminal()
+{
+    vorn::FormMain &main = program_.Main;
+    PressTool(vorn::FormMain::TerminalButton);
+    Await([&] { return main.FormFull_Screen && main.FormFull_Screen->isActiveWindow(); }, "the terminal");
+    desktop_.Type("$01M");
+    desktop_.Press({"Return"});
+    Await(
+        [&] {
+            const auto *log = main.FormFull_Screen->findChild<QPlainTextEdit *>(QStringLiteral("Text1"));
+            return log->blockCount() > 2;
+        },
+        "the reply in the terminal");
+    TakePicture("terminal", [&] { return main.FormFull_Screen.data(); });
+    desktop_.Press({"alt+x"});
+    Await([&] { return main.FormFull_Screen.isNull() && main.isActiveWindow(); }, "the end of the terminal");
+}
+
+/// Listens at the last port for a while, on which the demo rack has another master.
+void Tour::UseDataScope()
+{
+    vorn::FormMain &main = program_.Main;
+    const std::string first = Gui([&] { return main.Nodes.KeyAt(2); });
+    const std::string last = Gui([&] { return main.Nodes.Children(std::string(vorn::KeyPC)).back(); });
+    if (last != first)
+        Choose(last);
+    PressTool(vorn::FormMain::ScopeButton);
+    const auto scope = [&]() -> QWidget * {
+        for (const QPointer<QWidget> &form : main.ScopeForm) {
+            if (form && form->isVisible())
+                return form.data();
+        }
+        return nullptr;
+    };
+    Await([&] { return scope() && scope()->isActiveWindow(); }, "the data scope");
+    desktop_.Press({"alt+t"});
+    Await([&] { return !scope()->findChild<QWidget *>(QStringLiteral("CmdStart"))->isEnabled(); },
+          "the start of the data scope");
+    std::this_thread::sleep_for(std::chrono::seconds(2)); // for lines of another master, if there is one
+    TakePicture("data-scope", scope);
+    Gui([&] { return scope()->close(); });
+    Await([&] { return !scope() && main.isActiveWindow(); }, "the end of the data scope");
+    if (last != first)
+        Choose(first);
 }
 
 void Tour::Search()

@@ -58,6 +58,9 @@ private:
 
     void OpenWindow();
     void ShortenTimeOut();
+    void UseTerminal();
+    void UseDataScope();
+    void PressTool(int button);
     void Search();
     void AwaitSearch();
     void Visit(const TourStop &stop);
