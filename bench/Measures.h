@@ -10,6 +10,9 @@ void MeasureProcessorTime(Stand &stand, Figures &figures);
 void MeasureSearch(Stand &stand, Figures &figures);
 void MeasureResponsiveness(Stand &stand, Figures &figures);
 void MeasureTree(Stand &stand, Figures &figures);
+void MeasureTerminal(Stand &stand, Figures &figures);
+void MeasureScope(Stand &stand, Figures &figures);
+void MeasureScopeForTenMinutes(Stand &stand, Figures &figures);
 void MeasureStart(Figures &figures);
 /// @}
 

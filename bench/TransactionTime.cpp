@@ -1,5 +1,6 @@
 // One transaction against the least that a host can do on the same line.
 
+#include "BareTransaction.h"
 #include "Figures.h"
 #include "Measures.h"
 #include "Stand.h"
@@ -10,47 +11,16 @@
 
 #include <stdexcept>
 
-#include <fcntl.h>
-#include <poll.h>
-#include <termios.h>
-#include <unistd.h>
-
 namespace
 {
 
 constexpr int BaudIndex9600 = 3;
 constexpr int BaudIndex115200 = 7;
 constexpr int TimeOut = 500; // a busy machine is no reason to miss an answer
-constexpr char Command[] = "$01M";
-
-/// Opens, sets the line where it isn't set, writes, waits, reads, closes.
-void BareTransaction(const std::string &path, speed_t speed)
-{
-    const int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    termios line{};
-    ::tcgetattr(fd, &line);
-    if (::cfgetospeed(&line) != speed) {
-        ::cfmakeraw(&line);
-        ::cfsetspeed(&line, speed);
-        ::tcsetattr(fd, TCSANOW, &line);
-    }
-    const std::string out = std::string(Command) + '\r';
-    const bool written = ::write(fd, out.data(), out.size()) == static_cast<ssize_t>(out.size());
-    std::string reply;
-    while (written && (reply.empty() || reply.back() != '\r')) {
-        pollfd input{fd, POLLIN, 0};
-        char piece[256];
-        const ssize_t count = ::poll(&input, 1, 1000) > 0 ? ::read(fd, piece, sizeof piece) : 0;
-        if (count <= 0)
-            throw std::runtime_error("the rack doesn't answer");
-        reply.append(piece, static_cast<std::size_t>(count));
-    }
-    ::close(fd);
-}
 
 void Transaction(vorn::FormMain &main)
 {
-    main.trans(Command, false);
+    main.trans(BareCommand, false);
     if (main.ReplyText.empty())
         throw std::runtime_error("the program gets no answer");
 }
@@ -114,7 +84,7 @@ void MeasureTransactions(Stand &stand, Figures &figures)
     // A peer that does nothing but answer, on the next core: shows what the program adds, with nothing to
     // hide it.
     RawPeer peer(stand.Link(Stand::BarePort));
-    peer.Reply(Command, "!017203\r");
+    peer.Reply(BareCommand, "!017203\r");
     stand.Main().Nodes.Add(std::string(vorn::KeyPC), vorn::PortKey(Stand::BarePort),
                            vorn::PortText(Stand::BarePort), "close", "Terminal");
     for (const Line &line : Lines) {

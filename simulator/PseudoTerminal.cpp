@@ -102,8 +102,14 @@ std::size_t PseudoTerminal::Write(std::string_view bytes)
 
 bool PseudoTerminal::Watch(bool exact)
 {
-    if (!ReadEvents())
+    const auto [closed, openedLast] = ReadEvents();
+    if (!closed)
         return false;
+    if (openedLast && !exact) {
+        // A host is there again; when it goes, that is told as well.
+        hosts_ = std::max(hosts_, 1);
+        return false;
+    }
     if (exact || Exclusive() || Unread())
         hosts_ = CountHosts();
     hosts_ = std::max(hosts_, 0);
@@ -115,10 +121,9 @@ bool PseudoTerminal::Watch(bool exact)
 }
 
 /// Counts what the kernel tells.
-/// @return whether a host has closed the terminal
-bool PseudoTerminal::ReadEvents()
+PseudoTerminal::HostEvents PseudoTerminal::ReadEvents()
 {
-    bool closed = false;
+    HostEvents events;
     alignas(inotify_event) std::array<char, 4096> buffer;
     while (watch_) {
         const ssize_t count = ::read(watch_.Get(), buffer.data(), buffer.size());
@@ -128,11 +133,12 @@ bool PseudoTerminal::ReadEvents()
             // The kernel lays whole events side by side in the buffer.
             const auto *event = reinterpret_cast<const inotify_event *>(buffer.data() + at);
             hosts_ += (event->mask & IN_OPEN) ? 1 : (event->mask & IN_CLOSE) ? -1 : 0;
-            closed = closed || (event->mask & IN_CLOSE) != 0;
+            events.closed = events.closed || (event->mask & IN_CLOSE) != 0;
+            events.openedLast = (event->mask & IN_OPEN) != 0;
             at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
         }
     }
-    return closed;
+    return events;
 }
 
 bool PseudoTerminal::Exclusive() const

@@ -52,7 +52,11 @@ public:
     int Speed() const;
 
 private:
-    bool ReadEvents();
+    struct HostEvents {
+        bool closed = false;     ///< a host has closed the terminal
+        bool openedLast = false; ///< the latest that happened is that one opened it
+    };
+    HostEvents ReadEvents();
     bool Exclusive() const;
     bool Unread() const;
     int CountHosts() const;

@@ -22,11 +22,22 @@ protected:
     Simulator simulator_;
 };
 
-TEST_F(DemoRackTest, HasPorts2And4At9600)
+TEST_F(DemoRackTest, HasItsPortsAt9600)
 {
-    EXPECT_EQ(simulator_.Ports(), (std::vector<int>{2, 4}));
-    EXPECT_EQ(simulator_.LineSpeed(2), 9600);
-    EXPECT_EQ(simulator_.LineSpeed(4), 9600);
+    EXPECT_EQ(simulator_.Ports(), (std::vector<int>{2, 4, 6}));
+    for (const int port : simulator_.Ports())
+        EXPECT_EQ(simulator_.LineSpeed(port), 9600);
+}
+
+TEST_F(DemoRackTest, HasTrafficOfAnotherMasterToWatch)
+{
+    RawPeer listener(simulator_.Link(6));
+    std::string before;
+    for (std::string line = listener.ReadLine(); line != "!0AVORN7221"; line = listener.ReadLine()) {
+        ASSERT_FALSE(line.empty()) << "silence after " << before;
+        before = line;
+    }
+    EXPECT_EQ(before, "$0AM");
 }
 
 TEST_F(DemoRackTest, ASearchFindsEveryModel)
