@@ -114,6 +114,8 @@ bool LiveData::Round(const NodeKey &node)
 /// Sends a step for each of its channels; false when the refresh is to end.
 bool LiveData::RunStep(const PollStep &step, const NodeKey &node)
 {
+    if (step.effect == PollEffect::ChannelMask)
+        mask_.reset();
     for (int channel = 0; channel < step.channels; ++channel) {
         if (!Applies(step, channel))
             continue;
@@ -139,7 +141,9 @@ bool LiveData::Applies(const PollStep &step, int channel) const
     case PollCondition::CounterRange:
         return pages_.FrameMSet->CmbRange->currentIndex() == CounterMode;
     case PollCondition::ChannelEnabled:
-        if (!Bit(mask_, channel)) {
+        if (!mask_)
+            return false; // a module that doesn't tell its mask leaves all channels as they are
+        if (!Bit(*mask_, channel)) {
             pages_.FrameAIn->LabAIv[At(channel)]->clear();
             pages_.FrameAIn->LabAIs[At(channel)]->clear();
             return false;
@@ -184,7 +188,7 @@ void LiveData::Show(const PollStep &step, const NodeKey &node, int channel)
     case PollEffect::ChannelOutput:
         pages_.FrameAOut->LabReadBack->setText(text);
         if (!main_.OutputEditing)
-            ShowOutput(payload);
+            ShowChannelOutput(payload);
         break;
     case PollEffect::Count:
         pages_.FrameFCdata->LabFCv[At(channel)]->setText(ToQString(CountText(Mid(reply, 2, 8))));
@@ -218,6 +222,14 @@ void LiveData::ShowOutput(const std::string &payload)
 {
     pages_.FrameAOut->TextAnalogOut->setText(ToQString(payload));
     load_.SetSlider(payload);
+}
+
+/// The outputs of a slot know engineering units only; the slider takes no part in any other form.
+void LiveData::ShowChannelOutput(const std::string &payload)
+{
+    pages_.FrameAOut->TextAnalogOut->setText(ToQString(payload));
+    if (IsOneOf(main_.OutputFormatCode, {"00", "01", "02"}))
+        load_.SetSlider(payload);
 }
 
 void LiveData::ShowPoints(PollEffect effect, const std::string &reply)

@@ -4,6 +4,7 @@
 #include "workspace/PollList.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 class QLabel;
@@ -36,6 +37,7 @@ private:
     void Show(const PollStep &step, const NodeKey &node, int channel);
     void ShowPoints(PollEffect effect, const std::string &reply);
     void ShowOutput(const std::string &payload);
+    void ShowChannelOutput(const std::string &payload);
     void ShowSlot(PollEffect effect, const NodeKey &node, int channel, const std::string &payload);
     void ShowSlotReadings(const NodeKey &node);
     void ShowSlotPoints(const std::string &model);
@@ -47,7 +49,8 @@ private:
     FormMain &main_;
     Pages &pages_;
     ModulePageLoad &load_;
-    std::string mask_ = "00000000"; ///< channel mask of the 7221 family, as read in this round
+    std::optional<std::string>
+        mask_; ///< channel mask of the 7221 family, if the module told it in this round
 };
 
 } // namespace vorn

@@ -184,6 +184,46 @@ TEST_F(LiveDataTest, DisabledChannelsCostNoTransactionAndStayEmpty)
     });
 }
 
+TEST_F(LiveDataTest, WithoutItsMaskAModuleIsAskedForNoChannelAndKeepsAllFields)
+{
+    // The page's load and one round get an answer; from then on the module is silent, or refuses.
+    for (const char *last : {"", "?0A\r"}) {
+        peer_.ReplyInTurn("$0A6", {"!0A05\r", "!0A05\r", last});
+        peer_.Reply("#0A0", ">+01.000\r");
+        peer_.Reply("#0A2", ">+03.000\r");
+        Operate([&](Operator &op) {
+            Open(op, "7224");
+            Await(op, "LabAIv_2", "+03.000");
+            op.WaitFor([&] { return std::ranges::count(peer_.Lines(), "$0A6") > 3; }, "a silent round");
+            op.Gui([&] { Find<QLabel>("LabAIv_1")->setText(QStringLiteral("kept")); });
+            peer_.Forget();
+            op.WaitFor([&] { return peer_.Lines().size() > 3; }, "more silent rounds");
+            EXPECT_EQ(std::ranges::count(peer_.Lines(), "$0A6"), std::ssize(peer_.Lines())) << "nothing else";
+            op.Gui([&] {
+                EXPECT_EQ(Text("LabAIv_0"), "+01.000");
+                EXPECT_EQ(Text("LabAIv_1"), "kept");
+                EXPECT_EQ(Text("LabAIv_2"), "+03.000");
+            });
+        });
+        peer_.Forget();
+    }
+}
+
+TEST_F(LiveDataTest, TheMaskOfOneModuleIsNotTheNextOnes)
+{
+    peer_.Reply("$0A6", "!0A05\r");
+    peer_.Reply("#0A0", ">+01.000\r");
+    Operate([&](Operator &op) {
+        Open(op, "7221");
+        Await(op, "LabAIv_0", "+01.000");
+        op.Gui([&] { main().Nodes.Add("KeyCOM003", "_0003!!0B7221", "(0B) 7221", "vorn4ico", "vorn4icoS"); });
+        Choose(op, "_0003!!0B7221");
+        peer_.Forget();
+        op.WaitFor([&] { return std::ranges::count(peer_.Lines(), "$0B6") > 2; }, "some silent rounds");
+        EXPECT_EQ(std::ranges::count(peer_.Lines(), "#0B0"), 0);
+    });
+}
+
 TEST_F(LiveDataTest, AnalogOutputsReadBackAndFollowUnlessEdited)
 {
     peer_.Reply("$0A2", "!0A320600\r");
@@ -320,6 +360,25 @@ TEST_F(LiveDataTest, AnOutputChannelReadsBack)
         Await(op, "LabReadBack", "10.000");
         EXPECT_EQ(op.Gui([&] { return Text("TextAnalogOut"); }), "10.000");
         EXPECT_EQ(Round(op, "$0AS2C16"), Lines{"$0AS2C16"});
+    });
+}
+
+TEST_F(LiveDataTest, TheSliderFollowsAnOutputChannelInEngineeringUnitsOnly)
+{
+    peer_.Reply("$0AS2C16", "!0A10.000\r");
+    Operate([&](Operator &op) {
+        OpenSlot(op, "3931", "1");
+        auto *slider = Find<QSlider>("Slider1");
+        op.Gui([&] {
+            slider->setRange(0, 5000);
+            main().OutputFormatCode = "02";
+        });
+        op.WaitFor([&] { return slider->value() == 5000; }, "the slider at 10 V");
+        // What the page of another module may have left behind.
+        op.Gui([&] { main().OutputFormatCode = "22"; });
+        peer_.Reply("$0AS2C16", "!0A05.000\r");
+        Await(op, "TextAnalogOut", "05.000");
+        EXPECT_EQ(op.Gui([&] { return slider->value(); }), 5000);
     });
 }
 
