@@ -134,7 +134,23 @@ bool DIO::event(QEvent *event)
         Queue(this, [this] { Toggle(); });
         return true;
     }
-    return QWidget::event(event);
+    if (!IsLockedClick(event))
+        return QWidget::event(event);
+    if (event->type() == QEvent::MouseButtonRelease)
+        Queue(this, [this] { Label1_Click(); });
+    return true;
+}
+
+/// A press or release on the caption of a point that is disabled by itself, rather than by its window. The
+/// toolkit hands no click to a disabled control, yet this one is what enables an output again.
+bool DIO::IsLockedClick(QEvent *event) const
+{
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonRelease)
+        return false;
+    const bool locked =
+        testAttribute(Qt::WA_ForceDisabled) && (!parentWidget() || parentWidget()->isEnabled());
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    return locked && mouse->button() == Qt::LeftButton && label_.contains(mouse->position().toPoint());
 }
 
 void DIO::mouseReleaseEvent(QMouseEvent *event)

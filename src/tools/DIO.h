@@ -51,6 +51,7 @@ private:
     void Toggle();
     void Label1_Click();
     void Arrange();
+    bool IsLockedClick(QEvent *event) const;
     void DrawLamp(QPainter &painter) const;
     bool IsSwitch() const;
     bool IsFaulty() const;

@@ -125,6 +125,40 @@ TEST_F(DIOTest, ALabelClickOnAnOutputLeavesItEnabled)
     EXPECT_EQ(clicks_.count(), 0);
 }
 
+TEST_F(DIOTest, ALabelClickEnablesAnOutputThatWasDisabledAsAnInput)
+{
+    point_.SetCaption(QStringLiteral("DI  3"));
+    Click(Label());
+    Click(Label());
+    EXPECT_FALSE(point_.isEnabled()) << "an input stays disabled";
+    point_.SetCaption(QStringLiteral("DO &5"));
+    Click(Lamp());
+    EXPECT_EQ(clicks_.count(), 0) << "only its label enables it";
+    Click(Label());
+    EXPECT_TRUE(point_.isEnabled());
+    EXPECT_EQ(labels_.count(), 3);
+    Click(Lamp());
+    EXPECT_TRUE(point_.value());
+    EXPECT_EQ(clicks_.count(), 1);
+}
+
+TEST_F(DIOTest, AClickInADisabledWindowIsNone)
+{
+    QWidget window;
+    DIO point(&window);
+    point.SetCaption(QStringLiteral("DO &5"));
+    point.resize(point.sizeHint());
+    window.show();
+    QSignalSpy labels(&point, &DIO::LabelClick);
+    point.SetEnabled(false);
+    window.setEnabled(false);
+    QTest::mouseClick(&point, Qt::LeftButton, Qt::NoModifier, {point.width() - 12, point.height() / 2});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(labels.count(), 0);
+    window.setEnabled(true);
+    EXPECT_FALSE(point.isEnabled());
+}
+
 TEST_F(DIOTest, AFaultyPointBehavesLikeAnInput)
 {
     point_.SetCaption(QStringLiteral("XX  3"));
