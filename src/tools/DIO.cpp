@@ -107,7 +107,7 @@ void DIO::Arrange()
     const int gap = caption_.isEmpty() ? 0 : LampToCaption;
     const int left = ac_ ? qMax(Inside, (width() - side - gap - text) / 2) : Edge;
     lamp_ = QRect(left, (height() - side) / 2, side, side);
-    label_ = QRect(left + side + gap, 0, qMax(0, width() - left - side - gap), height());
+    label_ = QRect(left + side + gap, 0, qBound(0, text, qMax(0, width() - left - side - gap)), height());
     update();
 }
 
@@ -131,7 +131,9 @@ bool DIO::event(QEvent *event)
     if (event->type() == QEvent::Shortcut &&
         static_cast<QShortcutEvent *>(event)->shortcutId() == mnemonic_) {
         setFocus(Qt::ShortcutFocusReason);
-        Queue(this, [this] { Toggle(); });
+        // A key that several points share goes from one to the next; which one is meant, the space key tells.
+        if (!static_cast<QShortcutEvent *>(event)->isAmbiguous())
+            Queue(this, [this] { Toggle(); });
         return true;
     }
     if (!IsLockedClick(event))
@@ -233,7 +235,8 @@ void DIO::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     DrawLamp(painter);
-    style()->drawItemText(&painter, label_, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic,
+    style()->drawItemText(&painter, label_,
+                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic | Qt::TextDontClip,
                           palette(), isEnabled(), caption_, QPalette::WindowText);
     if (hasFocus()) {
         QStyleOptionFocusRect focus;

@@ -27,7 +27,10 @@ protected:
     }
 
     QPoint Lamp() const { return {14, point_.height() / 2}; }
-    QPoint Label() const { return {point_.width() - 20, point_.height() / 2}; }
+    /// On the last letter of the caption.
+    QPoint Label() const { return {point_.sizeHint().width() - 12, point_.height() / 2}; }
+    /// On the control, right of its caption.
+    QPoint Beside() const { return {point_.width() - 5, point_.height() / 2}; }
 
     void Click(QPoint place)
     {
@@ -173,6 +176,35 @@ TEST_F(DIOTest, TheAcceleratorOfAnOutputToggles)
     QTest::keyClick(&point_, Qt::Key_3, Qt::AltModifier);
     QCoreApplication::processEvents();
     EXPECT_TRUE(point_.value());
+}
+
+TEST_F(DIOTest, AnAcceleratorOfTwoOutputsOnlyMovesTheFocus)
+{
+    QWidget window;
+    DIO first(&window);
+    DIO second(&window);
+    for (DIO *point : {&first, &second})
+        point->SetCaption(QStringLiteral("DO &0"));
+    QApplication::setActiveWindow(&window);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (int i = 0; i < 2; ++i) {
+        QTest::keyClick(&window, Qt::Key_0, Qt::AltModifier);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(first.hasFocus() || second.hasFocus());
+        EXPECT_FALSE(first.value() || second.value());
+    }
+}
+
+TEST_F(DIOTest, AClickRightOfTheCaptionToggles)
+{
+    Click(Beside());
+    EXPECT_TRUE(point_.value());
+    EXPECT_EQ(clicks_.count(), 1);
+    EXPECT_EQ(labels_.count(), 0);
+    point_.SetCaption(QStringLiteral("DI  3"));
+    Click(Beside());
+    EXPECT_TRUE(point_.isEnabled()) << "only a click on the label disables";
 }
 
 TEST_F(DIOTest, SetAndClearDifferInShapeAndColour)
