@@ -27,6 +27,7 @@
 #include <QSlider>
 
 #include <array>
+#include <utility>
 
 namespace vorn
 {
@@ -73,6 +74,9 @@ DirectOutputs::DirectOutputs(FormMain &main, Pages &pages, ModulePageLoad &load)
                            static_cast<QWidget *>(pages.FrameAOut->TextAnalogOut),
                            static_cast<QWidget *>(pages.FrameAOut->Slider1)})
         entry->installEventFilter(this);
+    // However a text comes in: typed, pasted, dropped.
+    for (QLineEdit *entry : {pages.FrameGen->TextAAOv, pages.FrameAOut->TextAnalogOut})
+        connect(entry, &QLineEdit::textEdited, this, [this] { main_.OutputEditing = true; });
     OnClick(pages.FrameGen->CmdAOsend, this, [this] { TextAAOv_Enter(); });
     OnClick(pages.FrameAOut->CmdSendAO, this, [this] { TextAnalogOut_Enter(); });
     connect(pages.FrameAOut->Slider1, &QSlider::valueChanged, this, &DirectOutputs::Slider1_Change);
@@ -136,56 +140,83 @@ void DirectOutputs::TextAnalogOut_Enter()
         return;
     main_.OutputEditing = false;
     load_.SetSlider(text);
-    SendSlider();
+    SendSlider(pages_.FrameAOut->Slider1->value());
 }
 
-/// A drag changes the value faster than the bus takes it: only the latest value is sent.
-void DirectOutputs::Slider1_Change()
+/// A drag changes the value faster than the bus takes it: only the latest value is sent. Until then the
+/// refresh keeps its hands off the slider; the value is kept all the same, since a poll may be on its way
+/// already.
+void DirectOutputs::Slider1_Change(int value)
 {
-    if (std::exchange(sliderMoved_, true))
+    main_.OutputEditing = true;
+    if (std::exchange(sliderValue_, value))
         return;
     Queue(this, [this] {
-        sliderMoved_ = false;
-        SendSlider();
+        const int latest = *std::exchange(sliderValue_, std::nullopt);
+        main_.OutputEditing = sliderHeld_;
+        SendSlider(latest);
     });
 }
 
-void DirectOutputs::SendSlider()
+void DirectOutputs::SendSlider(int value)
 {
-    const std::string text = SliderText(main_.OutputFormatCode, pages_.FrameAOut->Slider1->value());
+    const std::string text = SliderText(main_.OutputFormatCode, value);
     pages_.FrameAOut->TextAnalogOut->setText(ToQString(text));
     const NodeKey node = main_.PageNode();
     Send(main_, node, AnalogOutputCommand(node, text));
 }
 
-/// Enter sends, Escape gives the entry back to the refresh, and any other key takes it into the operator's
-/// hands.
-bool DirectOutputs::EntryKey(int key, const std::function<void()> &enter)
+void DirectOutputs::SliderEvent(QEvent::Type type)
 {
-    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    switch (type) {
+    case QEvent::MouseButtonPress:
+        sliderHeld_ = true;
+        main_.OutputEditing = true;
+        break;
+    case QEvent::FocusIn:
+        main_.OutputEditing = true;
+        break;
+    case QEvent::MouseButtonRelease:
+    case QEvent::Hide:
+        sliderHeld_ = false;
+        main_.OutputEditing = sliderValue_.has_value();
+        break;
+    case QEvent::FocusOut:
+        main_.OutputEditing = sliderValue_.has_value();
+        break;
+    default:
+        break;
+    }
+}
+
+/// Enter sends what the entry holds. Any other key that writes or deletes takes the entry out of the
+/// refresh's hands; keys that only move don't.
+bool DirectOutputs::EntryKey(const QKeyEvent &key, const QLineEdit &entry, const std::function<void()> &enter)
+{
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (isEnter && !entry.text().isEmpty()) {
         Queue(this, enter);
         return true;
     }
-    main_.OutputEditing = key != Qt::Key_Escape;
+    const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const bool writes = !command && !key.text().isEmpty() && key.text().at(0).isPrint();
+    if (isEnter || writes || key.key() == Qt::Key_Backspace)
+        main_.OutputEditing = true;
     return false;
 }
 
 bool DirectOutputs::eventFilter(QObject *control, QEvent *event)
 {
     if (control == pages_.FrameAOut->Slider1) {
-        const auto type = event->type();
-        if (type == QEvent::FocusIn || type == QEvent::MouseButtonPress)
-            main_.OutputEditing = true;
-        else if (type == QEvent::FocusOut || type == QEvent::MouseButtonRelease)
-            main_.OutputEditing = false;
+        SliderEvent(event->type());
         return false;
     }
     if (event->type() != QEvent::KeyPress)
         return false;
-    const int key = static_cast<QKeyEvent *>(event)->key();
+    const auto &key = *static_cast<QKeyEvent *>(event);
     if (control == pages_.FrameGen->TextAAOv)
-        return EntryKey(key, [this] { TextAAOv_Enter(); });
-    return EntryKey(key, [this] { TextAnalogOut_Enter(); });
+        return EntryKey(key, *pages_.FrameGen->TextAAOv, [this] { TextAAOv_Enter(); });
+    return EntryKey(key, *pages_.FrameAOut->TextAnalogOut, [this] { TextAnalogOut_Enter(); });
 }
 
 } // namespace vorn

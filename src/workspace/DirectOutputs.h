@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QEvent>
 #include <QObject>
 
 #include <functional>
+#include <optional>
 
+class QKeyEvent;
 class QLineEdit;
 
 namespace vorn
@@ -30,14 +33,16 @@ private:
     void OptionLED_Click(int element);
     void TextAAOv_Enter();
     void TextAnalogOut_Enter();
-    void Slider1_Change();
-    void SendSlider();
-    bool EntryKey(int key, const std::function<void()> &enter);
+    void Slider1_Change(int value);
+    void SendSlider(int value);
+    void SliderEvent(QEvent::Type type);
+    bool EntryKey(const QKeyEvent &key, const QLineEdit &entry, const std::function<void()> &enter);
 
     FormMain &main_;
     Pages &pages_;
     ModulePageLoad &load_;
-    bool sliderMoved_ = false; ///< a value of the slider waits to be sent
+    std::optional<int> sliderValue_; ///< value of the slider that waits to be sent
+    bool sliderHeld_ = false;        ///< the mouse button is down on the slider
 };
 
 } // namespace vorn

@@ -14,6 +14,7 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -408,6 +409,97 @@ TEST_F(SettingsTest, TheSliderSendsItsValueAndFourMilliampereAtItsFoot)
         AwaitWrite(op, "#0A04.005");
         op.Gui([&] { Find("CmdSendAO")->setFocus(); });
         EXPECT_FALSE(op.Gui([&] { return main().OutputEditing; }));
+    });
+}
+
+TEST_F(SettingsTest, AScrolledSliderSendsItsOwnValueWhateverThePollBrings)
+{
+    Rack("7231 address=0A range=32 output=01.000");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7231");
+        auto *slider = Find<QSlider>("Slider1");
+        op.WaitFor([&] { return slider->value() == 500; }, "the value of the module");
+        op.Gui([&] {
+            EXPECT_FALSE(main().OutputEditing);
+            // The wheel, which gives no focus and holds no button.
+            const QPointF place(slider->rect().center());
+            QWheelEvent wheel(place, slider->mapToGlobal(place), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(slider, &wheel);
+            EXPECT_TRUE(main().OutputEditing) << "no poll begins that would set the slider";
+            // One that was under way brings the value from before.
+            const QSignalBlocker quiet(slider);
+            EXPECT_GT(slider->value(), 500);
+            slider->setValue(500);
+        });
+        op.WaitFor([&] { return rack().Value(2, "0A", "output") > "01.000"; }, "the new output");
+        op.WaitFor([&] { return slider->value() > 500 && !main().OutputEditing; }, "the read-back");
+    });
+}
+
+TEST_F(SettingsTest, TheMouseHoldsTheSliderUntilItsButtonIsUpAndTheValueSent)
+{
+    Rack("7231 address=0A range=32 output=01.000");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7231");
+        auto *slider = Find<QSlider>("Slider1");
+        op.WaitFor([&] { return slider->value() == 500; }, "the value of the module");
+        op.Gui([&] { QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, slider->rect().center()); });
+        op.Gui([&] { slider->setValue(1000); });
+        AwaitWrite(op, "#0A02.000");
+        EXPECT_TRUE(op.Gui([&] { return main().OutputEditing; })) << "the button is down";
+        op.Gui([&] {
+            slider->setValue(1500);
+            QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, slider->rect().center());
+            EXPECT_TRUE(main().OutputEditing) << "a value waits to be sent";
+        });
+        AwaitWrite(op, "#0A03.000");
+        op.WaitFor([&] { return !main().OutputEditing; }, "the end of the drag");
+    });
+}
+
+TEST_F(SettingsTest, KeysThatOnlyMoveLeaveAnOutputEntryToTheRefresh)
+{
+    Rack("7218 address=0A excitation=01.000");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7218");
+        auto *entry = Find<QLineEdit>("TextAAOv");
+        op.WaitFor([&] { return !entry->text().isEmpty(); }, "the value of the module");
+        const auto editing = [&] { return op.Gui([&] { return main().OutputEditing; }); };
+        op.Gui([&] { entry->setFocus(); });
+        for (const auto key : {Qt::Key_Left, Qt::Key_Home, Qt::Key_Shift, Qt::Key_Alt, Qt::Key_Tab}) {
+            op.Press(entry, key);
+            EXPECT_FALSE(editing()) << key;
+        }
+        op.Press(entry, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_FALSE(editing()) << "copying changes nothing";
+        op.Press(entry, Qt::Key_Backspace);
+        EXPECT_TRUE(editing());
+        op.Gui([&] { main().OutputEditing = false; });
+        op.Press(entry, Qt::Key_X);
+        EXPECT_TRUE(editing()) << "a refused character takes the entry into the operator's hands, too";
+    });
+}
+
+TEST_F(SettingsTest, APastedOutputIsTheOperators)
+{
+    Rack("7231 address=0A range=32 output=01.000");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7231");
+        op.WaitFor([&] { return Text("TextAnalogOut") == "01.000"; }, "the value of the module");
+        auto *entry = Find<QLineEdit>("TextAnalogOut");
+        op.Gui([&] {
+            QApplication::clipboard()->setText(QStringLiteral("7.5"));
+            entry->selectAll();
+            entry->paste();
+            EXPECT_TRUE(main().OutputEditing);
+        });
+        rack().ClearTrace();
+        AwaitCommands(op, 4);
+        EXPECT_EQ(op.Gui([&] { return entry->text(); }), QStringLiteral("7.5"))
+            << "the refresh leaves it alone";
+        op.Press(entry, Qt::Key_Return);
+        AwaitWrite(op, "#0A07.500");
     });
 }
 
