@@ -8,6 +8,7 @@
 #include <QValidator>
 
 #include <algorithm>
+#include <optional>
 
 namespace vorn
 {
@@ -29,8 +30,10 @@ class FieldGuard final : public QValidator
 {
 public:
     FieldGuard(QLineEdit *field, std::function<FieldRule()> rule, std::function<std::string()> judged)
-        : QValidator(field), field_(field), rule_(std::move(rule)), judged_(std::move(judged))
+        : QValidator(field), field_(field), rule_(std::move(rule)), judged_(std::move(judged)),
+          before_(field->text())
     {
+        connect(field, &QLineEdit::textChanged, this, [this](const QString &text) { before_ = text; });
         field->setValidator(this);
         field->installEventFilter(this);
     }
@@ -38,9 +41,8 @@ public:
     State validate(QString &text, int &) const override
     {
         const std::string judged = judged_ ? judged_() : std::string{};
-        return OnlyDeletes(field_->text(), text) || AcceptText(rule_(), FromQString(text), judged)
-                   ? Acceptable
-                   : Invalid;
+        return OnlyDeletes(before_, text) || AcceptText(rule_(), FromQString(text), judged) ? Acceptable
+                                                                                            : Invalid;
     }
 
     bool eventFilter(QObject *, QEvent *event) override
@@ -49,17 +51,27 @@ public:
     }
 
 private:
-    /// Judges a key that would put a character in. Keys that move, copy or paste are none of its business.
-    bool Refuses(const QKeyEvent &key)
+    /// What the rule knows a key by; nothing for keys that move, delete, copy or paste, which are none of its
+    /// business.
+    static std::optional<char> KeyOf(const QKeyEvent &key)
     {
+        if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
+            return Enter;
         const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
         if (command || key.text().isEmpty() || !key.text().at(0).isPrint())
+            return std::nullopt;
+        return key.text().at(0).toLatin1();
+    }
+
+    bool Refuses(const QKeyEvent &event)
+    {
+        const auto key = KeyOf(event);
+        if (!key)
             return false;
         const int start = field_->hasSelectedText() ? field_->selectionStart() : field_->cursorPosition();
         const auto length = static_cast<std::size_t>(field_->selectedText().size());
         const std::string text = judged_ ? judged_() : FromQString(field_->text());
-        const FieldVerdict verdict =
-            AcceptKey(rule_(), text, static_cast<std::size_t>(start), length, key.text().at(0).toLatin1());
+        const FieldVerdict verdict = AcceptKey(rule_(), text, static_cast<std::size_t>(start), length, *key);
         if (verdict.accepted)
             return false;
         if (verdict.deletesSelection)
@@ -71,6 +83,8 @@ private:
     QLineEdit *field_;
     std::function<FieldRule()> rule_;
     std::function<std::string()> judged_;
+    QString
+        before_; ///< text before the change that is being judged, at which the field has the new one already
 };
 
 } // namespace

@@ -1,0 +1,83 @@
+#include "settings/FieldGuard.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+using vorn::FieldRule;
+
+namespace
+{
+
+class FieldGuardTest : public ::testing::Test
+{
+protected:
+    QLineEdit field_;
+    QSignalSpy enters_{&field_, &QLineEdit::returnPressed};
+
+    void Guard(FieldRule rule) { vorn::GuardField(&field_, rule); }
+};
+
+} // namespace
+
+TEST_F(FieldGuardTest, ADeletionMayLeaveWhatTypingWouldRefuse)
+{
+    Guard(FieldRule::VoltageOutput);
+    QTest::keyClicks(&field_, QStringLiteral("9.5"));
+    field_.setCursorPosition(2);
+    QTest::keyClick(&field_, Qt::Key_Backspace);
+    EXPECT_EQ(field_.text(), QStringLiteral("95"));
+    QTest::keyClick(&field_, Qt::Key_Home);
+    QTest::keyClick(&field_, Qt::Key_Delete);
+    EXPECT_EQ(field_.text(), QStringLiteral("5"));
+}
+
+TEST_F(FieldGuardTest, AnInsertionThatTypingWouldRefuseIsUndone)
+{
+    Guard(FieldRule::VoltageOutput);
+    QTest::keyClicks(&field_, QStringLiteral("9.5"));
+    field_.setCursorPosition(1);
+    field_.insert(QStringLiteral("9"));
+    EXPECT_EQ(field_.text(), QStringLiteral("9.5"));
+    field_.selectAll();
+    field_.insert(QStringLiteral("11"));
+    EXPECT_EQ(field_.text(), QStringLiteral("9.5")) << "fewer characters, but new ones";
+}
+
+TEST_F(FieldGuardTest, ATextOfTheProgramMayBeCutDownToo)
+{
+    Guard(FieldRule::ChannelLimit);
+    field_.setText(QStringLiteral("9999.9"));
+    field_.setCursorPosition(5);
+    QTest::keyClick(&field_, Qt::Key_Backspace);
+    EXPECT_EQ(field_.text(), QStringLiteral("99999"));
+}
+
+TEST_F(FieldGuardTest, EnterIsDroppedWhereTheRuleDoesNotTakeIt)
+{
+    Guard(FieldRule::Address);
+    QTest::keyClicks(&field_, QStringLiteral("16"));
+    QTest::keyClick(&field_, Qt::Key_Return);
+    QTest::keyClick(&field_, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(enters_.count(), 0);
+    EXPECT_EQ(field_.text(), QStringLiteral("16"));
+}
+
+TEST_F(FieldGuardTest, EnterIsTakenWhereTheRuleTakesIt)
+{
+    Guard(FieldRule::ModuleLimit);
+    QTest::keyClick(&field_, Qt::Key_Return);
+    EXPECT_EQ(enters_.count(), 1);
+}
+
+TEST_F(FieldGuardTest, AnOutputTakesEnterWithATextOnly)
+{
+    Guard(FieldRule::DecimalOutput);
+    QTest::keyClick(&field_, Qt::Key_Return);
+    EXPECT_EQ(enters_.count(), 0);
+    QTest::keyClick(&field_, Qt::Key_5);
+    QTest::keyClick(&field_, Qt::Key_Return);
+    EXPECT_EQ(enters_.count(), 1);
+}
