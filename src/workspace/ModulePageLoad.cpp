@@ -34,6 +34,7 @@
 #include <QRadioButton>
 #include <QSlider>
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace vorn
@@ -239,12 +240,15 @@ void ModulePageLoad::LoadRecord(const NodeKey &node)
         ShowRange(node, Mid(record, 4, 2));
     if (const auto position = BaudIndexFromDigit(CharAt(record, baudDigit)))
         Select(set->CmbBaudrate, *position);
-    const std::string bits = HexToBin(Mid(record, baudDigit + 1, 2));
-    if (bits.size() == 8)
+    std::string bits = HexToBin(Mid(record, baudDigit + 1, 2));
+    if (bits.size() != 8)
+        bits.clear(); // a record without a format byte leaves alone what that would tell
+    const bool hasFormat = !bits.empty();
+    if (hasFormat)
         set->CheckChecksum->setChecked(Bit(bits, ChecksumBit));
-    if (!IsDigitalModel(model) && !IsCounterModel(model) && !base)
+    if (hasFormat && !IsDigitalModel(model) && !IsCounterModel(model) && !base)
         ShowDataFormat((Bit(bits, 1) ? 2 : 0) + (Bit(bits, 0) ? 1 : 0));
-    if (HasIntegrationTime(model))
+    if (hasFormat && HasIntegrationTime(model))
         Select(set->CmbDataFormat, Bit(bits, IntegrationBit) ? 1 : 0);
 
     if (model == "7231")
@@ -300,7 +304,9 @@ void ModulePageLoad::LoadAnalogOutput(const std::string &bits)
     const auto *set = pages_.FrameMSet;
     const auto *output = pages_.FrameAOut;
     const int range = set->CmbRange->currentIndex();
-    main_.OutputFormatCode = std::to_string(set->CmbDataFormat->currentIndex()) + std::to_string(range);
+    // Without a selection the first position counts, so that the code keeps its two digits.
+    const auto digit = [](int position) { return std::to_string(std::max(0, position)); };
+    main_.OutputFormatCode = digit(set->CmbDataFormat->currentIndex()) + digit(range);
     output->CmdAO4mA->setVisible(range != VoltageRange);
     output->CmdAO20mA->setVisible(range != VoltageRange);
     if (const auto scale = SliderRangeFor(main_.OutputFormatCode)) {
@@ -312,7 +318,8 @@ void ModulePageLoad::LoadAnalogOutput(const std::string &bits)
     }
     Fill(set->CmbSlowRate, SlewRateCaptions(range == VoltageRange));
     pages_.FrameAOut->show();
-    Select(set->CmbSlowRate, SlewRatePosition(bits));
+    if (!bits.empty())
+        Select(set->CmbSlowRate, SlewRatePosition(bits));
 }
 
 void ModulePageLoad::SetSlider(const std::string &value)
@@ -332,9 +339,10 @@ void ModulePageLoad::LoadCounter(const NodeKey &node, const std::string &formatB
         set->OptionLED[static_cast<std::size_t>(element)]->setChecked(true);
     }
     CmbRange_Click();
-    if (set->CmbRange->currentIndex() == FrequencyMode)
+    const bool frequency = set->CmbRange->currentIndex() == FrequencyMode;
+    if (frequency && !formatBits.empty())
         Select(set->CmbDataFormat, Bit(formatBits, GateBit) ? 1 : 0);
-    else if (Ask(node, "$A") && IsDigit(DataChar(4)))
+    else if (!frequency && Ask(node, "$A") && IsDigit(DataChar(4)))
         Select(set->CmbDataFormat, DataChar(4) - '0');
     for (int i = 0; i < FrameFCdata::Counters; ++i) {
         if (Ask(node, "$5" + std::to_string(i)))

@@ -212,6 +212,79 @@ TEST_F(PageLoadTest, RangeUnitsAndFormatFollowTheRecord)
     });
 }
 
+// The choice between counter and frequency, as the operator makes it.
+
+TEST_F(PageLoadTest, ChoosingFrequencyHidesWhatCountsAndChoosingCounterBringsItBack)
+{
+    Rack("7282 address=0A range=50 stage=1");
+    Operate([&](Operator &op) {
+        Open(op, "_0002!!0A7282");
+        auto *range = Find<QComboBox>("CmbRange");
+        op.WaitFor([&] { return vorn::IsShown(Find("FrameFCf")); }, "the page");
+        op.Gui([&] {
+            EXPECT_EQ(Text("LabDataformat"), "&Enable gate :");
+            EXPECT_TRUE(vorn::IsShown(Find("ComFUpdata")));
+            Find("FrameFC")->show();
+        });
+        // Down from "Counter" to "Freguency".
+        op.Press(range, Qt::Key_Down);
+        op.Gui([&] {
+            EXPECT_EQ(range->currentIndex(), 1);
+            EXPECT_EQ(Text("LabDataformat"), "&Frequency gate :");
+            EXPECT_EQ(Entries("CmbDataFormat"), (Lines{"0.1 sec", "1 sec"}));
+            EXPECT_EQ(Text("LabFCs_0"), "Hz");
+            EXPECT_EQ(Text("LabFCs_1"), "Hz");
+            for (const char *name :
+                 {"FrameFC", "CmdCounterSet_0", "CounterOverflow_1", "CounterDO_0", "TextHW"})
+                EXPECT_FALSE(vorn::IsShown(Find(name))) << name;
+            EXPECT_FALSE(vorn::IsShown(Find("ComFUpdata"))) << "the photo input has no levels to update";
+        });
+        op.Press(range, Qt::Key_Up);
+        op.Gui([&] {
+            EXPECT_EQ(range->currentIndex(), 0);
+            EXPECT_EQ(Text("LabDataformat"), "&Enable gate :");
+            EXPECT_EQ(Position("CmbDataFormat"), -1);
+            EXPECT_EQ(Text("LabFCs_0"), "");
+            for (const char *name :
+                 {"CmdCounterSet_0", "CounterOverflow_1", "CounterDO_0", "TextHW", "ComFUpdata"})
+                EXPECT_TRUE(vorn::IsShown(Find(name))) << name;
+        });
+    });
+}
+
+TEST_F(PageLoadTest, ChoosingFrequencyKeepsTheFilterUpdateOfTheTtlInput)
+{
+    Rack("7282 address=0A range=50 stage=0");
+    Operate([&](Operator &op) {
+        Open(op, "_0002!!0A7282");
+        op.WaitFor([&] { return vorn::IsShown(Find("FrameFCf")); }, "the page");
+        op.Press(Find("CmbRange"), Qt::Key_Down);
+        op.Gui([&] {
+            EXPECT_TRUE(vorn::IsShown(Find("ComFUpdata"))) << "its levels";
+            EXPECT_TRUE(vorn::IsShown(Find("TextHV")));
+            EXPECT_FALSE(vorn::IsShown(Find("TextHW")));
+        });
+    });
+}
+
+TEST_F(PageLoadTest, ChoosingARangeOfAnotherModelChangesThatListOnly)
+{
+    Rack("7206 address=0A range=08 format=00");
+    Operate([&](Operator &op) {
+        Open(op, "_0002!!0A7206");
+        op.WaitFor([&] { return Position("CmbRange") == 0; }, "the range");
+        const auto formats = op.Gui([&] { return Entries("CmbDataFormat"); });
+        const auto label = op.Gui([&] { return Text("LabDataformat"); });
+        op.Press(Find("CmbRange"), Qt::Key_Down);
+        op.Gui([&] {
+            EXPECT_EQ(Position("CmbRange"), 1);
+            EXPECT_EQ(Entries("CmbDataFormat"), formats);
+            EXPECT_EQ(Position("CmbDataFormat"), 0);
+            EXPECT_EQ(Text("LabDataformat"), label);
+        });
+    });
+}
+
 // With a peer that answers by hand: what the simulated modules would never say.
 
 namespace
@@ -268,6 +341,50 @@ TEST_F(OddRepliesTest, AnUnknownCodeSelectsNothing)
         Open(op, "7206");
         EXPECT_EQ(op.Gui([&] { return Position("CmbRange"); }), -1);
         EXPECT_EQ(op.Gui([&] { return Position("CmbBaudrate"); }), -1);
+    });
+}
+
+TEST_F(OddRepliesTest, ARecordWithoutAFormatByteLeavesWhatThatWouldTell)
+{
+    Operate([&](Operator &op) {
+        peer_.Reply("$0A2", "!0A080640\r");
+        Open(op, "7206");
+        EXPECT_EQ(op.Gui([&] { return Position("CmbDataFormat"); }), 0);
+        peer_.Reply("$0A2", "!0A0806\r");
+        for (const char *model : {"7206", "7221"}) {
+            Open(op, model);
+            op.Gui([&] {
+                EXPECT_EQ(Text("CmbRange"), "+/-     10   V") << model;
+                EXPECT_EQ(Position("CmbBaudrate"), 3) << model;
+                EXPECT_EQ(Position("CmbDataFormat"), -1) << model;
+                EXPECT_TRUE(Find<QCheckBox>("CheckChecksum")->isChecked()) << model << ": as before";
+            });
+        }
+        peer_.Reply("$0A2", "!0A3206\r");
+        Open(op, "7231");
+        EXPECT_EQ(op.Gui([&] { return Position("CmbSlowRate"); }), -1);
+        EXPECT_EQ(op.Gui([&] { return main().OutputFormatCode; }), "02") << "engineering units of its range";
+        peer_.Reply("$0A2", "!0A5106\r");
+        Open(op, "7282");
+        EXPECT_EQ(op.Gui([&] { return Position("CmbDataFormat"); }), -1);
+    });
+}
+
+TEST_F(OddRepliesTest, ABaseUnitsRecordHasNoTypeField)
+{
+    peer_.Reply("$0A2", "!0A0740\r");
+    Operate([&](Operator &op) {
+        Open(op, "3900");
+        op.Gui([&] {
+            EXPECT_EQ(Position("CmbBaudrate"), 4);
+            EXPECT_EQ(Text("CheckChecksum"), "Enable");
+        });
+        peer_.Reply("$0A2", "!0A0600\r");
+        Choose(op, "_0002!!0A3900");
+        op.Gui([&] {
+            EXPECT_EQ(Position("CmbBaudrate"), 3);
+            EXPECT_EQ(Text("CheckChecksum"), "Disable");
+        });
     });
 }
 
