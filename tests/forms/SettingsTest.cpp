@@ -17,6 +17,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
 
 using Lines = std::vector<std::string>;
 
@@ -224,7 +225,7 @@ TEST_F(SettingsTest, ASecondClickOnARunningUpdateIsIgnored)
     });
 }
 
-TEST_F(SettingsTest, AModuleThatNeverComesBackIsReportedAsWritten)
+TEST_F(SettingsTest, AnUpdateThatTheModuleRefusesShowsWhatItHolds)
 {
     RawPeer peer(ports.Link(3));
     peer.Reply("$0A2", "!0A080600\r");
@@ -238,6 +239,49 @@ TEST_F(SettingsTest, AModuleThatNeverComesBackIsReportedAsWritten)
         Press(op, "CmdMUpdate");
         op.AnswerBox("Configuration is invalid !", 16, "Configuration is invalid");
         op.WaitFor([&] { return Text("CmbRange") == "+/-     10   V"; }, "what the module holds");
+    });
+}
+
+TEST_F(SettingsTest, AModuleThatNeverComesBackIsReportedAsWritten)
+{
+    RawPeer peer(ports.Link(3));
+    peer.Reply("$0A2", "!0A080600\r");
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
+        });
+        Choose(op, "_0003!!0A7206");
+        peer.Reply("$0A2", "");
+        peer.Reply("%0A0A080600", "!0A\r");
+        peer.Forget();
+        Press(op, "CmdMUpdate");
+        op.WaitFor([&] { return std::ranges::count(peer.Lines(), "$0A2") > 2; }, "the wait for the module");
+        // The wait looks at the clock, not at how often it has asked.
+        op.Gui([&] { clock.timeOfDay = std::fmod(clock.Timer() + 31, 86400); });
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        op.Gui([&] { clock.timeOfDay.reset(); });
+    });
+}
+
+TEST_F(SettingsTest, ABaseUnitsRecordIsWrittenWithoutAType)
+{
+    RawPeer peer(ports.Link(3));
+    peer.Reply("$002", "!000640\r");
+    peer.Reply("%00000740", "!00\r");
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().Nodes.Add("KeyCOM003", "_0003!!003900", "(00) 3900", "vorn4ico", "vorn4icoS");
+        });
+        Choose(op, "_0003!!003900");
+        SelectEntry(op, "CmbBaudrate", 4);
+        peer.Forget();
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        ASSERT_FALSE(peer.Lines().empty());
+        EXPECT_EQ(peer.Lines().front(), "%00000740");
+        EXPECT_EQ(op.Gui([&] { return main().Nodes.Children("KeyCOM003"); }), Lines{"_0003!!003900"});
     });
 }
 
@@ -330,10 +374,56 @@ TEST_F(SettingsTest, AnalogModulesWriteAllTheirOutputsInOneByte)
         op.WaitFor([&] { return Point("ADIO_1")->value(); }, "the read-back");
         ClickLamp(op, "ADIO_0");
         AwaitWrite(op, "@0ADO03");
+    });
+}
+
+TEST_F(SettingsTest, AClickOnTheInputOfAnAnalogModuleSendsNothing)
+{
+    Rack("7206 address=0A alarm=0 outputs=00");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7206");
+        ASSERT_EQ(op.Gui([&] { return Text("ADIO_3").substr(0, 2); }), "DI");
+        ASSERT_TRUE(op.Gui([&] { return Find("ADIO_3")->isEnabled(); }));
         rack().ClearTrace();
         ClickLamp(op, "ADIO_3");
         AwaitCommands(op, 6);
-        EXPECT_TRUE(Writes({"@0ADO"}).empty()) << "the input sends nothing";
+        EXPECT_TRUE(Writes({"@0ADO"}).empty());
+    });
+}
+
+TEST_F(SettingsTest, ACounterModuleWritesBothItsOutputsInOneByte)
+{
+    Rack("7282 address=0A range=50 outputs=00");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        ClickLamp(op, "CounterDO_0");
+        AwaitWrite(op, "@0ADO01");
+        op.WaitFor([&] { return Point("CounterDO_0")->value(); }, "the read-back");
+        ClickLamp(op, "CounterDO_1");
+        AwaitWrite(op, "@0ADO03");
+    });
+}
+
+TEST_F(SettingsTest, ACounterOutputThatAnAlarmOwnsSendsNothing)
+{
+    Rack("7282D address=0A range=50 alarm=1");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282D");
+        op.WaitFor([&] { return Text("CounterDO_0") == "HIGH"; }, "the alarm's captions");
+        for (const char *caption : {"HIGH", "CH 0"}) {
+            EXPECT_FALSE(op.Gui([&] { return Find("CounterDO_0")->isEnabled(); })) << caption;
+            rack().ClearTrace();
+            ClickLamp(op, "CounterDO_0");
+            // Neither would it if it were enabled.
+            op.Gui([&] {
+                vorn::SetCaption(Point("CounterDO_0"), caption);
+                Point("CounterDO_0")->SetEnabled(true);
+            });
+            ClickLamp(op, "CounterDO_0");
+            AwaitCommands(op, 6);
+            EXPECT_TRUE(Writes({"@0ADO"}).empty()) << caption;
+            op.Gui([&] { Point("CounterDO_0")->SetEnabled(false); });
+        }
     });
 }
 
@@ -608,6 +698,53 @@ TEST_F(SettingsTest, ClearButtonsSendTheirCommandsAndNothingElse)
     });
 }
 
+TEST_F(SettingsTest, TheClearButtonsOfACounterModuleSendTheirCommands)
+{
+    Rack("7282D address=0A range=50 alarm=2");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282D");
+        op.WaitFor([&] { return Shown("CmdCClearLatch"); }, "the latching alarm");
+        Press(op, "CmdClear_0");
+        AwaitWrite(op, "$0A60");
+        Press(op, "CmdClear_1");
+        AwaitWrite(op, "$0A61");
+        Press(op, "CmdCClearLatch");
+        AwaitWrite(op, "@0ACA");
+    });
+}
+
+TEST_F(SettingsTest, WithoutAnAlarmModeNothingIsSentAndTheReplyThatStandsIsJudged)
+{
+    for (const bool accepts : {true, false}) {
+        RawPeer peer(ports.Link(3));
+        peer.OnLine([accepts](const std::string &, const RawPeer::Writer &write) {
+            write(accepts ? "!0A\r" : "?0A\r");
+        });
+        Operate([&](Operator &op) {
+            op.Gui([&] {
+                main().Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
+            });
+            Choose(op, "_0003!!0A7206");
+            SelectEntry(op, "CmdAlarmsetting", -1);
+            SetText(op, "TextHighValue", "5");
+            SetText(op, "TextLowValue", "1");
+            peer.Forget();
+            Press(op, "CmdAlarmUpdata");
+            if (!accepts) {
+                op.AnswerBox("Alarm state setting error !", 16, "Alarm state setting error");
+                op.AnswerBox("High Alarm Limit setting error !", 16, "High Alarm Limit setting error");
+                op.AnswerBox("Low Alarm Limit setting error !", 16, "Low Alarm Limit setting error");
+            }
+            op.AnswerBox("Alarm setting is complete !", 64, "Alarm setting is complete !");
+            const Lines lines = peer.Lines();
+            for (const char *mode : {"@0ADA", "@0AEAM", "@0AEAL"})
+                EXPECT_EQ(std::ranges::count(lines, mode), 0) << mode;
+            EXPECT_EQ(std::ranges::count(lines, "@0AHI5"), 1) << "the limits follow all the same";
+            EXPECT_EQ(std::ranges::count(lines, "@0ALO1"), 1);
+        });
+    }
+}
+
 TEST_F(SettingsTest, LimitFieldsTakeNumbersOnly)
 {
     Rack("7206 address=0A");
@@ -668,7 +805,64 @@ TEST_F(SettingsTest, CounterOneOfADisplayModelHasItsMaximumOnly)
         rack().ClearTrace();
         Press(op, "ComCUpdata");
         op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
-        EXPECT_EQ(Writes({"$0A310", "@0AP", "@0AS", "@0AD", "@0AE"}).front(), "$0A3100000064");
+        EXPECT_EQ(Writes({"$0A310", "@0APA", "@0AP0", "@0AP1", "@0ASA", "@0ADA", "@0AEA"}),
+                  Lines{"$0A3100000064"});
+    });
+}
+
+TEST_F(SettingsTest, EachRefusedCounterWriteIsToldAndTheNextOneStillSent)
+{
+    struct Row {
+        const char *model;
+        const char *address;
+        int counter;
+        std::vector<std::pair<const char *, const char *>> boxes; ///< text and title
+    };
+    const std::pair maximum0{"Counter 0 Maximum Value setting error !",
+                             "Maximum Counter Value setting error"};
+    const std::pair maximum1{"Counter 1 Maximum Value setting error !",
+                             "Maximum Counter Value setting error"};
+    const Row rows[] = {
+        {"7282",
+         "0A",
+         0,
+         {maximum0,
+          {"Counter 0 Alarm Limit setting error !", "Alarm Limit setting error"},
+          {"Counter 0 Initial Value setting error !", "Initial Counter Value setting error"}}},
+        {"7282",
+         "0A",
+         1,
+         {maximum1,
+          {"Counter 1 Alarm Limit setting error !", "Alarm Limit setting error"},
+          {"Counter 1 Initial Value setting error !", "Initial Counter Value setting error"}}},
+        {"7282N",
+         "0B",
+         0,
+         {maximum0,
+          {"Counter 0 Alarm Low Limit setting error !", "Alarm Limit setting error"},
+          {"Counter 0 Alarm High Limit setting error !", "Alarm Limit setting error"}}},
+        {"7282N", "0B", 1, {maximum1}},
+    };
+    Rack("7282 address=0A range=50 restart=20\nmodule 7282N address=0B range=50 restart=20");
+    const auto set = [&](const Row &row, vornsim::Fault::Kind kind) {
+        vornsim::Fault fault;
+        fault.kind = kind;
+        rack().SetFault(2, row.address, fault);
+    };
+    Operate([&](Operator &op) {
+        for (const Row &row : rows) {
+            OpenModel(op, row.model, "_0", row.address);
+            const std::string counter = std::to_string(row.counter);
+            Press(op, ("CmdCounterSet_" + counter).c_str());
+            op.WaitFor([&] { return Shown("FrameFC") && Text("FrameFC") == "Counter " + counter; },
+                       "the counter");
+            set(row, vornsim::Fault::Kind::Refuse);
+            Press(op, "ComCUpdata");
+            for (const auto &[text, title] : row.boxes)
+                op.AnswerBox(text, 16, title);
+            op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
+            set(row, vornsim::Fault::Kind::None);
+        }
     });
 }
 
@@ -750,6 +944,41 @@ TEST_F(SettingsTest, TheFilterWritesLevelsThenWidths)
     });
 }
 
+TEST_F(SettingsTest, TheFilterOfThePhotoInputHasNoLevelsToWrite)
+{
+    Rack("7282 address=0A range=50 stage=1 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        op.WaitFor([&] { return Shown("ComFUpdata") && !vorn::IsShown(Find("TextHV")); }, "the photo input");
+        SetText(op, "TextHW", "50");
+        SetText(op, "TextLW", "60");
+        rack().ClearTrace();
+        Press(op, "ComFUpdata");
+        op.AnswerBox("Filter setting is complete !", 64, "Filter setting is complete !");
+        EXPECT_EQ(Writes({"$0A0H", "$0A0L", "$0A1H", "$0A1L"}),
+                  (Lines{"$0A0H00050", "$0A0L00060", "$0A0H", "$0A0L", "$0A1H", "$0A1L"}));
+    });
+}
+
+TEST_F(SettingsTest, EachRefusedFilterWriteIsToldAndTheNextOneStillSent)
+{
+    Rack("7282 address=0A range=50 stage=0 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7282");
+        op.WaitFor([&] { return Shown("ComFUpdata"); }, "the filter");
+        vornsim::Fault fault;
+        fault.kind = vornsim::Fault::Kind::Refuse;
+        rack().SetFault(2, "0A", fault);
+        Press(op, "ComFUpdata");
+        for (const char *text : {"Non-isolated High Trigger Level setting error !",
+                                 "Non-isolated Low Trigger Level setting error !",
+                                 "Min Input Single Width at High Level setting error !",
+                                 "Min Input Single Width at Low Level setting error !"})
+            op.AnswerBox(text, 16, "Filter setting error");
+        op.AnswerBox("Filter setting is complete !", 64, "Filter setting is complete !");
+    });
+}
+
 // Linear mapping.
 
 TEST_F(SettingsTest, AMappingIsWrittenSwitchInputOutput)
@@ -768,6 +997,24 @@ TEST_F(SettingsTest, AMappingIsWrittenSwitchInputOutput)
         EXPECT_EQ(Writes({"$0AA", "$0A6", "$0A7"}),
                   (Lines{"$0AA1", "$0A6-05.000+05.000", "$0A7+000.00+100.00"}));
         op.WaitFor([&] { return Text("TextSHighLimit") == "+100.00"; }, "the reload");
+    });
+}
+
+TEST_F(SettingsTest, AMappingThatIsOffHasItsRangesWrittenAllTheSame)
+{
+    Rack("7212D address=0A range=08 restart=20");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7212D");
+        op.Gui([&] { Find<QCheckBox>("CheckLinearScaling")->setChecked(false); });
+        SetText(op, "TextMLowLimit", "-5");
+        SetText(op, "TextMHighLimit", "5");
+        SetText(op, "TextSLowLimit", "0");
+        SetText(op, "TextSHighLimit", "100");
+        rack().ClearTrace();
+        Press(op, "CmdLinearUpdata");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        EXPECT_EQ(Writes({"$0AA", "$0A6", "$0A7"}),
+                  (Lines{"$0AA0", "$0A6-05.000+05.000", "$0A7+000.00+100.00"}));
     });
 }
 
@@ -812,8 +1059,7 @@ TEST_F(SettingsTest, TheDisplayOfTheMappingModelIsTakenWrittenAndGivenBack)
                    "the display");
         AwaitWrite(op, "$0A82");
         auto *form = op.Gui([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); });
-        op.Type(form->Text1, QStringLiteral("+1.5.x"));
-        EXPECT_EQ(op.Gui([&] { return form->Text1->text(); }), QStringLiteral("+1.5"));
+        op.Type(form->Text1, QStringLiteral("+1.5"));
         op.Press(form->Text1, Qt::Key_Return);
         AwaitWrite(op, "$0A9+1.5000");
         op.WaitFor([&] { return form->Image[0]->Picture() == "K+"; }, "the digits");
@@ -823,6 +1069,21 @@ TEST_F(SettingsTest, TheDisplayOfTheMappingModelIsTakenWrittenAndGivenBack)
             form->cmdExit->click();
         });
         AwaitWrite(op, "$0A81");
+    });
+}
+
+TEST_F(SettingsTest, TheDisplaysEntryTakesOnePointAndDropsTheSecond)
+{
+    Rack("7212D address=0A");
+    Operate([&](Operator &op) {
+        OpenModel(op, "7212D");
+        Press(op, "CmdLED");
+        op.WaitFor([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); },
+                   "the display");
+        auto *form = op.Gui([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); });
+        op.Type(form->Text1, QStringLiteral("+1.5.x"));
+        EXPECT_EQ(op.Gui([&] { return form->Text1->text(); }), QStringLiteral("+1.5"));
+        op.Gui([&] { form->cmdExit->click(); });
     });
 }
 

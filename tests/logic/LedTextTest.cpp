@@ -30,13 +30,21 @@ TEST(LedValue, OfTheSignedDisplay)
 TEST(LedValue, OfTheUnsignedDisplays)
 {
     constexpr ValueCase Cases[] = {
-        {"123", "123.000"}, {"5", "5.00000"},  {"12345", "12345.0"},   {"123456", "12345.0"},
-        {"1.5", "1.50000"}, {".5", "0.50000"}, {"12.3456", "12.3450"}, {"1234.5678", "1234.50"},
-        {"", ".000000"},    {".", "0.00000"},
+        {"123", "123.000"},       {"5", "5.00000"},  {"12345", "12345.0"},
+        {"1.5", "1.50000"},       {".5", "0.50000"}, {"12.3456", "12.3450"},
+        {"1234.5678", "1234.50"}, {"", ".000000"},   {".", "0.00000"},
     };
     for (const char *model : {"7282D", "7282N"}) {
         for (const ValueCase &c : Cases)
             EXPECT_EQ(LedValue(model, c.entry), c.value) << model << " '" << c.entry << "'";
+    }
+}
+
+TEST(LedValue, OfTheUnsignedDisplaysIsCutToFiveDigits)
+{
+    for (const char *model : {"7282D", "7282N"}) {
+        for (const char *entry : {"123456", "1234567"})
+            EXPECT_EQ(LedValue(model, entry), "12345.0") << model << " " << entry;
     }
 }
 
