@@ -185,10 +185,4 @@ FieldContent TypeText(FieldRule rule, std::string_view text, std::size_t selecti
     return content;
 }
 
-std::string FilterText(FieldRule rule, std::string_view text, std::size_t selectionStart,
-                       std::size_t selectionLength, std::string_view inserted, std::string_view judged)
-{
-    return TypeText(rule, text, selectionStart, selectionLength, inserted, judged).text;
-}
-
 } // namespace vorn

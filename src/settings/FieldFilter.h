@@ -64,8 +64,4 @@ struct FieldContent {
 FieldContent TypeText(FieldRule rule, std::string_view text, std::size_t selectionStart,
                       std::size_t selectionLength, std::string_view inserted, std::string_view judged = {});
 
-/// Only the text of `TypeText`.
-std::string FilterText(FieldRule rule, std::string_view text, std::size_t selectionStart,
-                       std::size_t selectionLength, std::string_view inserted, std::string_view judged = {});
-
 } // namespace vorn

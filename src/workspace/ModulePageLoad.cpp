@@ -10,6 +10,8 @@
 #include "core/UpDown.h"
 #include "discovery/ModelCatalogue.h"
 #include "platform/WidgetText.h"
+#include "settings/AlarmLimits.h"
+#include "settings/CounterSettings.h"
 #include "settings/FrameFC.h"
 #include "settings/FrameFCdata.h"
 #include "settings/FrameFCf.h"
@@ -346,8 +348,7 @@ void ModulePageLoad::LoadCounter(const NodeKey &node, const std::string &formatB
         Select(set->CmbDataFormat, DataChar(4) - '0');
     for (int i = 0; i < FrameFCdata::Counters; ++i) {
         if (Ask(node, "$5" + std::to_string(i)))
-            data->LabFCs[static_cast<std::size_t>(i)]->setText(
-                Val(Data(node)) == 0 ? QStringLiteral("STOP") : QStringLiteral("START"));
+            data->LabFCs[static_cast<std::size_t>(i)]->setText(ToQString(CounterStateText(Data(node))));
     }
     if (set->CmbRange->currentIndex() == CounterMode)
         LoadCounterOutputs(node);
@@ -362,24 +363,21 @@ void ModulePageLoad::LoadCounterOutputs(const NodeKey &node)
     const auto *data = pages_.FrameFCdata;
     if (!Ask(node, "@DI"))
         return;
+    const auto show = [data](int output, const CounterOutput &state) {
+        DIO *point = data->CounterDO[static_cast<std::size_t>(output)];
+        SetCaption(point, state.caption);
+        point->SetEnabled(state.enabled);
+    };
     if (node.model() == "7282") {
-        const std::string bits = HexToBin("0" + Left(Data(node), 1));
-        for (int i = 0; i < FrameFCdata::Counters; ++i) {
-            DIO *point = data->CounterDO[static_cast<std::size_t>(i)];
-            const bool preset = Bit(bits, i);
-            SetCaption(point, (preset ? "CH " : "DO &") + std::to_string(i));
-            point->SetEnabled(!preset);
-        }
+        for (int i = 0; i < FrameFCdata::Counters; ++i)
+            show(i, CounterOutputFor(IsPresetMode(Data(node), i), i));
         return;
     }
     const char mode = DataChar(4);
     if (mode >= '0' && mode <= '2')
         Select(pages_.FrameFC->CmbFC0Amode, mode - '0');
-    const bool alarm = mode != '0';
-    SetCaption(data->CounterDO[0], alarm ? "HIGH" : "DO &0");
-    SetCaption(data->CounterDO[1], alarm ? "HIHI" : "DO &1");
-    for (DIO *point : data->CounterDO)
-        point->SetEnabled(!alarm);
+    for (int i = 0; i < FrameFCdata::Counters; ++i)
+        show(i, CounterOutputForAlarm(mode, i));
     data->CmdCClearLatch->setVisible(mode == '2');
 }
 
@@ -394,13 +392,13 @@ void ModulePageLoad::LoadInputStage(const NodeKey &node)
         }
     }
     if (Ask(node, "$0H"))
-        filter->TextHW->setText(ToQString(Data(node)));
+        filter->TextHW->setText(ToQString(FilterFieldText(FilterField::HighWidth, Data(node))));
     if (Ask(node, "$0L"))
-        filter->TextLW->setText(ToQString(Data(node)));
+        filter->TextLW->setText(ToQString(FilterFieldText(FilterField::LowWidth, Data(node))));
     if (Ask(node, "$1H"))
-        filter->TextHV->setText(ToQString(TextOf(Val(Data(node)) / 10)));
+        filter->TextHV->setText(ToQString(FilterFieldText(FilterField::HighLevel, Data(node))));
     if (Ask(node, "$1L"))
-        filter->TextLV->setText(ToQString(TextOf(Val(Data(node)) / 10)));
+        filter->TextLV->setText(ToQString(FilterFieldText(FilterField::LowLevel, Data(node))));
     if (Ask(node, "$4")) {
         filter->CheckFilter->setChecked(Val(std::string(1, DataChar(4))) != 0);
         SetCaption(filter->CheckFilter, filter->CheckFilter->isChecked() ? "Enable" : "Disable");
@@ -480,9 +478,9 @@ void ModulePageLoad::LoadLinearMapping(const NodeKey &node)
 
 void ModulePageLoad::CmdAlarmsetting_Click()
 {
-    const bool disabled = SelectedText(pages_.FrameASet->CmdAlarmsetting) == "Disable";
-    SetCaption(pages_.FrameGen->ADIO[0], disabled ? "DO &0 " : "Lo - Alarm");
-    SetCaption(pages_.FrameGen->ADIO[1], disabled ? "DO &1 " : "Hi - Alarm");
+    const auto captions = AlarmPointCaptionsFor(SelectedText(pages_.FrameASet->CmdAlarmsetting));
+    SetCaption(pages_.FrameGen->ADIO[0], captions.first);
+    SetCaption(pages_.FrameGen->ADIO[1], captions.second);
 }
 
 } // namespace vorn

@@ -143,8 +143,8 @@ TEST(AcceptKey, OfSamplingIntervalAndFilterScale)
 TEST(AcceptKey, OfTheFilterScaleIsJudgedOnTheHighLimitsText)
 {
     // The caller passes the text of the other field: its own, however long, doesn't matter.
-    EXPECT_EQ(FilterText(FilterScale, "64999", 5, 0, "9", "1"), "649999");
-    EXPECT_EQ(FilterText(FilterScale, "1", 1, 0, "9", "6500"), "1");
+    EXPECT_EQ(TypeText(FilterScale, "64999", 5, 0, "9", "1").text, "649999");
+    EXPECT_EQ(TypeText(FilterScale, "1", 1, 0, "9", "6500").text, "1");
     EXPECT_TRUE(AcceptText(FilterScale, "99999", ""));
     EXPECT_FALSE(AcceptText(FilterScale, "1", "65001"));
 }
@@ -326,7 +326,7 @@ TEST(TypeText, BringsNothingInThatTypingWouldRefuse)
         EXPECT_EQ(content.text, c.result) << c.pasted;
         EXPECT_EQ(content.cursor, c.cursor) << c.pasted;
         EXPECT_EQ(content.complete, c.complete) << c.pasted;
-        EXPECT_EQ(FilterText(c.rule, c.text, c.start, c.length, c.pasted), c.result);
+        EXPECT_EQ(TypeText(c.rule, c.text, c.start, c.length, c.pasted).text, c.result);
     }
 }
 
