@@ -38,6 +38,8 @@ TEST(WholeFile, HoldsEveryByteAndNothingOfBefore)
 
 TEST(WholeFile, AFullDiskIsToldAndADeviceStaysOne)
 {
+    if (!std::filesystem::is_character_file("/dev/full"))
+        GTEST_SKIP() << "this machine has no device that is always full";
     EXPECT_EQ(WriteWholeFile(QStringLiteral("/dev/full"), std::string(100'000, 'x')),
               QStringLiteral("No space left on device"));
     EXPECT_EQ(WriteWholeFile(QStringLiteral("/dev/full"), "x"), QStringLiteral("No space left on device"));
