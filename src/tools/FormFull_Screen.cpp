@@ -274,10 +274,7 @@ void FormFull_Screen::TRANS_RESPONSE()
     main_.CommPortNo = static_cast<int>(Val(Mid(FromQString(windowTitle()), 4, 1)));
     LabResponse->clear();
     const std::string command = FromQString(TextCommand->text());
-    Log([&] {
-        const std::string reply = Transmit(command, OptionSChecksum->isChecked(), ContinueMode);
-        LabResponse->setText(ToQString(reply));
-    });
+    Log([&] { Transmit(command, OptionSChecksum->isChecked(), ContinueMode, LabResponse); });
 }
 
 void FormFull_Screen::Trans_File()
@@ -296,9 +293,9 @@ void FormFull_Screen::Trans_File()
         file_.Close();
 }
 
-/// Sends a command and logs it and its reply; `numbered` puts the round's number in front of both. Returns
-/// the reply, or the text that stands in for it.
-std::string FormFull_Screen::Transmit(std::string command, bool checksum, bool numbered)
+/// Sends a command and logs it and its reply, or the text that stands in for one; `numbered` puts the round's
+/// number in front of both, `response` shows the reply, too.
+void FormFull_Screen::Transmit(std::string command, bool checksum, bool numbered, QLabel *response)
 {
     const auto prefixed = [&](std::string (*prefix)(double), const std::string &record) {
         return (numbered ? prefix(static_cast<double>(RoundCount)) : std::string{}) + record;
@@ -308,11 +305,11 @@ std::string FormFull_Screen::Transmit(std::string command, bool checksum, bool n
     main_.trans(command, checksum);
     if (main_.ReplyText.empty())
         main_.ReplyText = TimeOut;
-    const std::string reply = main_.ReplyText;
-    AddToLog(prefixed(ReplyPrefix, LogRecord(reply, TimeOfDay())) +
-             ElapsedText(ElapsedTicks(main_.Time, start)));
+    const std::string elapsed = ElapsedText(ElapsedTicks(main_.Time, start));
+    if (response)
+        response->setText(ToQString(main_.ReplyText));
+    AddToLog(prefixed(ReplyPrefix, LogRecord(main_.ReplyText, TimeOfDay())) + elapsed);
     LogMark = Text1->Length();
-    return reply;
 }
 
 void FormFull_Screen::Text1_Return()

@@ -68,7 +68,7 @@ private:
     void SendLoop();
     bool SendRound();
 
-    std::string Transmit(std::string command, bool checksum, bool numbered);
+    void Transmit(std::string command, bool checksum, bool numbered, QLabel *response = nullptr);
     void Log(const std::function<void()> &write);
     void AddToLog(std::string line);
     void ClearLog();

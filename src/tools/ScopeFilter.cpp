@@ -20,6 +20,8 @@ void ScopeFilter::Update(std::span<const std::string> addresses)
 std::string ScopeFilter::Receive(std::string_view piece, bool filter, std::size_t selected)
 {
     lineBuffer_ += piece;
+    if (lineBuffer_.size() > BufferCapacity)
+        lineBuffer_.erase(0, lineBuffer_.size() - BufferCapacity / 2);
     if (!lineBuffer_.ends_with('\r') || (filter && selected == 0))
         return {};
     const bool shown = !filter || Passes(selected);

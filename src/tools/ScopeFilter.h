@@ -19,6 +19,8 @@ class ScopeFilter final
 public:
     /// Addresses that the filter holds at most.
     static constexpr std::size_t Capacity = 21;
+    /// Bytes that the buffer holds at most; of more, the newest stay.
+    static constexpr std::size_t BufferCapacity = std::size_t{4} * 1024 * 1024;
 
     /// Writes the chosen addresses over the list, from its first entry on; entries behind them keep what they
     /// hold. Throws 9 (subscript out of range) at the 22nd, with 21 written.

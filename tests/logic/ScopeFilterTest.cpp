@@ -88,6 +88,17 @@ TEST(ScopeFilter, WithNothingSelectedPilesUpUntilASelectionIsMade)
     EXPECT_EQ(scope.LineBuffer(), "");
 }
 
+TEST(ScopeFilter, KeepsTheNewestOfWhatPilesUpForEver)
+{
+    ScopeFilter scope;
+    const std::string piece(1000, 'x');
+    for (std::size_t i = 0; i < 2 * ScopeFilter::BufferCapacity / piece.size(); ++i) {
+        EXPECT_EQ(scope.Receive(piece, false, 0), "");
+        ASSERT_LE(scope.LineBuffer().size(), ScopeFilter::BufferCapacity);
+    }
+    EXPECT_TRUE(scope.Receive("$0A2\r", false, 0).ends_with("x$0A2\r\r\n"));
+}
+
 TEST(ScopeFilter, CountsTheEntriesSelectedNowNotThoseOfTheUpdate)
 {
     ScopeFilter scope;
