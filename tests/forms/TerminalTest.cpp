@@ -82,6 +82,12 @@ protected:
     {
         return op.Gui([&] { return terminal()->LabResponse->text().toStdString(); });
     }
+    /// Stops the sending and lets the last round end.
+    void Stop(Operator &op)
+    {
+        op.Click(terminal()->CmdStop);
+        op.WaitFor([&] { return main().TerminalStop && !main().TerminalOwnsPort; }, "the end of the round");
+    }
     /// For conditions, which are asked on the window's thread.
     bool Shows(const char *response) { return terminal()->LabResponse->text() == QLatin1String(response); }
     bool Enabled(Operator &op, const QWidget *control)
@@ -216,7 +222,7 @@ TEST_F(TerminalTest, ContinueSendNumbersItsRoundsAndTheHundredthShowsItsHundred)
         EXPECT_FALSE(Enabled(op, terminal()->CmdSend));
         EXPECT_FALSE(Enabled(op, terminal()->CmdContinueSend));
         ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines().size() > 101; }, "a hundred rounds"));
-        op.Click(terminal()->CmdStop);
+        Stop(op);
         EXPECT_TRUE(Enabled(op, terminal()->CmdSend));
         EXPECT_TRUE(Enabled(op, terminal()->CmdContinueSend));
         const std::string log = Log(op);
@@ -234,8 +240,7 @@ TEST_F(TerminalTest, StopEndsTheSendingAndSingleCommandsHaveNoNumber)
         Command(op, "$012");
         op.Click(terminal()->CmdContinueSend);
         ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds"));
-        op.Click(terminal()->CmdStop);
-        op.Settle();
+        Stop(op);
         const std::string log = Log(op);
         const std::size_t sent = peer_.Lines().size();
         op.Press(terminal()->TextCommand, Qt::Key_Return);
@@ -256,7 +261,7 @@ TEST_F(TerminalTest, AStopAndAStartInOneGoRunOneLoop)
             terminal()->CmdContinueSend->click();
         });
         op.WaitFor([&] { return Numbers(terminal()->Text1->Text(), '>').size() > 20; }, "more rounds");
-        op.Click(terminal()->CmdStop);
+        Stop(op);
         const Lines numbers = Numbers(Log(op), '>');
         for (std::size_t i = 0; i < numbers.size(); ++i)
             EXPECT_EQ(std::stoi(numbers[i]), static_cast<int>(i) + 1);
@@ -292,7 +297,7 @@ TEST_F(TerminalTest, ContinueSendPlaysTheFileOverAndOver)
         const std::string pass = ExchangeOf("$012B7", "!01400600A1", "   1> ", "   1< ") +
                                  ExchangeOf("$022B8", "!02400600A2", "   2> ", "   2< ");
         op.WaitFor([&] { return terminal()->Text1->Text().size() >= 3 * pass.size(); }, "three passes");
-        op.Click(terminal()->CmdStop);
+        Stop(op);
         EXPECT_TRUE(Log(op).starts_with(pass + pass + pass));
         EXPECT_TRUE(peer_.Bytes().starts_with("$012B7\r$022B8\r$012B7\r"));
     });
@@ -353,7 +358,7 @@ TEST_F(TerminalTest, AnEmptyFilePlaysNothing)
         op.Click(terminal()->CmdContinueSend);
         op.Settle();
         EXPECT_FALSE(op.Gui([&] { return main().TerminalStop; }));
-        op.Click(terminal()->CmdStop);
+        Stop(op);
         EXPECT_EQ(Log(op), "");
         EXPECT_TRUE(peer_.Lines().empty());
     });
