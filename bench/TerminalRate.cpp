@@ -62,6 +62,8 @@ double TerminalPass(Stand &stand, const std::filesystem::path &file)
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, terminal, [&] {
         const int round = LastRound(*terminal->Text1);
+        if (round == 0)
+            return; // a full log has just begun anew
         done = done || round < last;
         last = round;
     });

@@ -20,11 +20,15 @@ namespace vorn
 namespace
 {
 
-constexpr std::chrono::milliseconds BetweenRepaints(40);
+/// The log grows faster than anyone reads; painting it more often only holds up the bus.
+constexpr std::chrono::milliseconds BetweenRepaints(100);
+
+/// Rows that are put on the screen in one go: a few milliseconds of work.
+constexpr int RowsAtOnce = 3000;
 
 /// Part of the log that goes at once when the oldest lines make room, so that a full log isn't moved for
 /// every line.
-constexpr std::size_t DroppedAtOnce = LogView::Capacity / 16;
+constexpr std::size_t DroppedAtOnce = LogView::Capacity / 256;
 
 QString ToScreen(std::string_view bytes)
 {
@@ -46,8 +50,7 @@ LogView::LogView(WhenFull whenFull, bool typing, QWidget *parent)
     if (!typing)
         setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     flush_.setSingleShot(true);
-    flush_.setInterval(BetweenRepaints);
-    connect(&flush_, &QTimer::timeout, this, &LogView::Flush);
+    connect(&flush_, &QTimer::timeout, this, &LogView::ShowMore);
     connect(document(), &QTextDocument::contentsChange, this,
             [this](int position, int removed) { OnContentsChange(position, removed); });
 }
@@ -68,7 +71,7 @@ void LogView::Append(std::string_view bytes)
     }
     log_ += bytes.substr(bytes.size() - std::min(bytes.size(), Capacity));
     if (!flush_.isActive())
-        flush_.start();
+        flush_.start(BetweenRepaints);
 }
 
 void LogView::Clear()
@@ -95,12 +98,25 @@ std::string LogView::TextFrom(std::size_t mark) const
     return typed.substr(std::min(mark - log_.size(), typed.size()));
 }
 
-/// The operator's choice and the place in view stay while lines arrive, unless the end is in view: then it
-/// stays in view.
 void LogView::Flush()
 {
     flush_.stop();
-    if (shown_ == log_.size())
+    Show(log_.size());
+}
+
+/// Goes on with the next lines behind whatever else waits to be served.
+void LogView::ShowMore()
+{
+    Show(BehindRows(log_, shown_, RowsAtOnce));
+    if (shown_ < log_.size())
+        flush_.start(std::chrono::milliseconds(0));
+}
+
+/// Brings the screen up to a place in the log. The operator's choice and the place in view stay, unless the
+/// end is in view: then it stays in view.
+void LogView::Show(std::size_t end)
+{
+    if (shown_ == end)
         return;
     QScrollBar *bar = verticalScrollBar();
     const bool follow = bar->value() == bar->maximum();
@@ -111,11 +127,11 @@ void LogView::Flush()
     const int position = before.position();
     {
         const QScopedValueRollback own(ownChange_, true);
-        QTextCursor end(document());
-        end.movePosition(QTextCursor::End);
-        end.insertText(ToScreen(std::string_view(log_).substr(shown_)));
+        QTextCursor behind(document());
+        behind.movePosition(QTextCursor::End);
+        behind.insertText(ToScreen(std::string_view(log_).substr(shown_, end - shown_)));
     }
-    shown_ = log_.size();
+    shown_ = end;
     typingStart_ = EndPosition();
 
     QTextCursor caret = textCursor();
@@ -140,12 +156,12 @@ int LogView::EndPosition() const
     return document()->characterCount() - 1; // the document ends with a paragraph mark of its own
 }
 
-/// Makes room by dropping the oldest lines from log and screen.
+/// Makes room by dropping the oldest lines from log and screen, whether or not they were on it yet.
 void LogView::MakeRoom(std::size_t size)
 {
-    Flush();
-    const std::size_t dropped = OldestLines(log_, std::max(size, DroppedAtOnce));
-    const int shown = static_cast<int>(ShownText(std::string_view(log_).substr(0, dropped)).size());
+    const std::size_t dropped = OldestRows(log_, std::max(size, DroppedAtOnce));
+    const std::size_t offScreen = std::min(dropped, shown_);
+    const int shown = static_cast<int>(ShownText(std::string_view(log_).substr(0, offScreen)).size());
     QScrollBar *bar = verticalScrollBar();
     const bool follow = bar->value() == bar->maximum();
     const int linesBefore = blockCount();
@@ -157,7 +173,7 @@ void LogView::MakeRoom(std::size_t size)
         oldest.removeSelectedText();
     }
     log_.erase(0, dropped);
-    shown_ = log_.size();
+    shown_ -= offScreen;
     typingStart_ = std::max(typingStart_ - shown, 0);
     bar->setValue(follow ? bar->maximum() : place - (linesBefore - blockCount()));
 }
@@ -246,7 +262,7 @@ void LogView::insertFromMimeData(const QMimeData *source)
         return;
     }
     MoveToTheTyping();
-    textCursor().insertText(ToScreen(line));
+    textCursor().insertText(ToQString(line));
     ensureCursorVisible();
 }
 

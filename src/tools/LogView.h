@@ -11,7 +11,8 @@ namespace vorn
 {
 
 /// A log that takes text at the pace of the bus for as long as the window is open, and shows it. Its text is
-/// bytes and kept exactly; the screen follows at most 25 times a second, and only while its end is in view.
+/// bytes and kept exactly; the screen follows at most 10 times a second, and moves only while its end is in
+/// view.
 ///
 /// Where typing is on, the operator types behind the text. What is already in the log can be read, chosen and
 /// copied, but not changed.
@@ -58,6 +59,8 @@ private:
     void MoveToTheTyping();
     bool IsFull() const { return Length() >= Capacity; }
     void MakeRoom(std::size_t size);
+    void ShowMore();
+    void Show(std::size_t end);
     void OnContentsChange(int position, int removed);
     void ShowAnew();
 

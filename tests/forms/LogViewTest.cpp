@@ -66,7 +66,7 @@ TEST_F(LogViewTest, KeepsEveryByteAndShowsALineForEachEntry)
     terminal_.Append(bytes);
     EXPECT_EQ(terminal_.Text(), bytes);
     EXPECT_EQ(terminal_.Length(), bytes.size());
-    EXPECT_EQ(Shown(terminal_), "$012<0D>!01\n<00>\u00B5<1B>\n");
+    EXPECT_EQ(Shown(terminal_), "$012<0D>\n!01\n<00>\u00B5<1B>\n");
 }
 
 TEST_F(LogViewTest, ShowsWhatCameWithoutBeingAskedTo)
@@ -98,7 +98,7 @@ TEST_F(LogViewTest, AChoiceStaysWhileLinesArriveAndCanBeCopied)
     EXPECT_EQ(terminal_.textCursor().anchor(), anchor);
     EXPECT_EQ(terminal_.textCursor().position(), position);
     terminal_.copy();
-    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "$012<0D>!01\n$022\n");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "$012<0D>\n!01\n$022\n");
 }
 
 TEST_F(LogViewTest, WhatIsTypedStandsBehindTheLogAndIsTakenInByTheNextLine)

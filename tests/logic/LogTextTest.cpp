@@ -16,11 +16,33 @@ TEST(ShownText, EndsALineAtItsCarriageReturnAndLineFeed)
     EXPECT_EQ(ShownText(""), u"");
 }
 
-TEST(ShownText, ShowsACarriageReturnInsideAnEntryByItsCode)
+TEST(ShownText, EndsARowAtACarriageReturnInsideAnEntryAndShowsItsCode)
 {
-    EXPECT_EQ(ShownText("$012\r!01\r\r\n"), u"$012<0D>!01\n");
-    EXPECT_EQ(ShownText("\r\r\r\n"), u"<0D>\n");
+    EXPECT_EQ(ShownText("$012\r!01\r\r\n"), u"$012<0D>\n!01\n");
+    EXPECT_EQ(ShownText("\r\r\r\n"), u"<0D>\n\n");
     EXPECT_EQ(ShownText("a\nb"), u"a<0A>b") << "a lone line feed";
+}
+
+TEST(ShownText, BreaksARowWithoutEnd)
+{
+    EXPECT_EQ(ShownText(std::string(2500, 'x')), std::u16string(1000, 'x') + u'\n' +
+                                                     std::u16string(1000, 'x') + u'\n' +
+                                                     std::u16string(500, 'x'));
+}
+
+TEST(BehindRows, CountsWhatTheViewShowsAsRows)
+{
+    const std::string log = "one\r\ntwo\rthree\r\r\nfour";
+    EXPECT_EQ(BehindRows(log, 0, 0), 0U);
+    EXPECT_EQ(BehindRows(log, 0, 1), 5U);
+    EXPECT_EQ(BehindRows(log, 0, 2), 9U);
+    EXPECT_EQ(BehindRows(log, 5, 2), 17U);
+    EXPECT_EQ(BehindRows(log, 0, 100), log.size());
+    EXPECT_EQ(BehindRows("", 0, 1), 0U);
+    for (int rows = 0; rows < 6; ++rows) {
+        const std::size_t cut = BehindRows(log, 0, rows);
+        EXPECT_EQ(ShownText(log.substr(0, cut)) + ShownText(log.substr(cut)), ShownText(log)) << rows;
+    }
 }
 
 TEST(ShownText, HidesNothing)
@@ -36,16 +58,20 @@ TEST(BytesOfTyped, AreTheCharactersOfTheLine)
     EXPECT_EQ(BytesOfTyped(u"\u4E2D"), "?");
 }
 
-TEST(OldestLines, AreWholeLinesWhereThereAreAny)
+TEST(OldestRows, AreWholeRowsWhereThereAreAny)
 {
-    const std::string log = "one\r\ntwo\r\nthree";
-    EXPECT_EQ(OldestLines(log, 0), 0U);
-    EXPECT_EQ(OldestLines(log, 1), 5U);
-    EXPECT_EQ(OldestLines(log, 5), 5U) << "the first line is just enough";
-    EXPECT_EQ(OldestLines(log, 6), 10U);
-    EXPECT_EQ(OldestLines(log, 11), 11U) << "the last line has no end";
-    EXPECT_EQ(OldestLines(log, 100), log.size());
-    EXPECT_EQ(OldestLines("", 1), 0U);
+    const std::string log = "one\r\ntwo\r\r\nthr\ree";
+    EXPECT_EQ(OldestRows(log, 0), 0U);
+    EXPECT_EQ(OldestRows(log, 1), 5U);
+    EXPECT_EQ(OldestRows(log, 4), 5U) << "never between the characters of a line end";
+    EXPECT_EQ(OldestRows(log, 5), 5U) << "the first row is just enough";
+    EXPECT_EQ(OldestRows(log, 6), 11U);
+    EXPECT_EQ(OldestRows(log, 10), 11U);
+    EXPECT_EQ(OldestRows(log, 11), 11U);
+    EXPECT_EQ(OldestRows(log, 12), 15U) << "a carriage return inside an entry";
+    EXPECT_EQ(OldestRows(log, 16), 16U) << "the last row has no end";
+    EXPECT_EQ(OldestRows(log, 100), log.size());
+    EXPECT_EQ(OldestRows("", 1), 0U);
 }
 
 } // namespace
