@@ -80,9 +80,12 @@ void ProgramOnScreen::Search(const std::string &startAddress)
 {
     ASSERT_NO_FATAL_FAILURE(OpenSearch());
     desktop.Type(startAddress);
+    const int before = Commands("$FFM"); // a search may have ended before the key press is told to be done
     desktop.Press({"Return"});
     // The last address is asked twice when nobody answers, with a checksum at last.
-    ASSERT_TRUE(AwaitCommands("$FFM", 1)) << "the search doesn't come to its end";
+    ASSERT_TRUE(Desktop::WaitFor([&] { return Commands("$FFM") > before; }))
+        << "the search doesn't come to its end; on the wire:\n"
+        << Traffic();
     ASSERT_TRUE(desktop.AwaitNoWindow(Title::Search)) << "the progress window stays";
     ASSERT_TRUE(Desktop::WaitFor([&] { return desktop.ActiveWindow() == mainWindow; }));
 }
@@ -112,6 +115,13 @@ std::string ProgramOnScreen::BoxText(const std::string &window) const
     const Desktop::Size size = desktop.SizeOf(window);
     desktop.ClickIn(window, size.width / 2, size.height / 4, 3);
     return Child({CLIPBOARD_FILE, "marked"}, Variables(), Child::Output::Read).ReadAll(Desktop::Patience);
+}
+
+std::string ProgramOnScreen::Traffic() const
+{
+    std::ostringstream bytes;
+    bytes << std::ifstream(Record()).rdbuf();
+    return bytes.str();
 }
 
 int ProgramOnScreen::Commands(const std::string &begin) const
