@@ -203,8 +203,8 @@ void MSComm::SetRThreshold(int count)
     Watch();
 }
 
-/// Takes over what the line has for us, so much at once that a device which never stops talking can't hold the
-/// caller. A hang-up is noted once; from then on the line is simply silent.
+/// Takes over what the line has for us, so much at once that a device which never stops talking can't hold
+/// the caller. A hang-up is noted once; from then on the line is simply silent.
 void MSComm::Receive()
 {
     std::array<char, 4096> piece;

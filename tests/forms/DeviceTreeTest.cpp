@@ -389,7 +389,10 @@ TEST_F(DeviceTreeTest, UnfoldingInTheMiddleOfATransactionWaitsForItsEnd)
             &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
         op.WaitFor([&] { return !peer_.Lines().empty(); }, "the command");
         op.Gui([&] {
-            main().TreeView1->findItems(QStringLiteral("COM3"), Qt::MatchRecursive).first()->setExpanded(true);
+            main()
+                .TreeView1->findItems(QStringLiteral("COM3"), Qt::MatchRecursive)
+                .first()
+                ->setExpanded(true);
         });
         op.Settle();
         EXPECT_FALSE(op.Gui([&] { return Shown("ListView1"); }));
