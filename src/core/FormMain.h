@@ -80,10 +80,12 @@ public:
     /// `Timer1` would start in one of the handler's yields. The reload at the handler's end lets it go on.
     void HoldRefresh();
 
+    /// Whether `trans` is on the stack. `TransBusy` also stays on when an error has silenced the bus.
+    bool InTransaction() const { return transactions_ > 0; }
+
     /// Runs a handler that uses the bus: at once, or from the event loop as soon as the transaction that is
     /// on its way has ended. Begun inside that one's wait it would have each of its own calls dropped. A
     /// handler that waits goes with its `context`.
-    bool InTransaction() const { return transactions_ > 0; }
     void WhenIdle(QObject *context, const std::function<void()> &handler);
 
     /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number

@@ -83,8 +83,8 @@ private:
     QLineEdit *field_;
     std::function<FieldRule()> rule_;
     std::function<std::string()> judged_;
-    QString
-        before_; ///< text before the change that is being judged, at which the field has the new one already
+    /// Text before the change that is being judged, at which the field has the new one already.
+    QString before_;
 };
 
 } // namespace
