@@ -22,12 +22,14 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace vorn
@@ -147,14 +149,15 @@ void FormFull_Screen::Wire()
             Queue(this, [this, handler] { Run([this, handler] { (this->*handler)(); }); });
         };
     };
-    // A second request while the first waits for its turn is dropped, so that a held key piles up nothing.
+    // A second request while the first waits for its turn is dropped, so that a held key piles up nothing. A
+    // stop takes back what still waits, unless it was asked for again after it.
     const auto onBus = [this](Handler handler) {
-        return [this, handler, waits = std::make_shared<bool>(false)] {
-            if (std::exchange(*waits, true))
+        return [this, handler, waitsSince = std::make_shared<std::optional<int>>()] {
+            if (std::exchange(*waitsSince, stops_))
                 return;
-            OnBus([this, handler, waits] {
-                *waits = false;
-                (this->*handler)();
+            OnBus([this, handler, waitsSince] {
+                if (std::exchange(*waitsSince, std::nullopt) == stops_)
+                    (this->*handler)();
             });
         };
     };
@@ -162,6 +165,7 @@ void FormFull_Screen::Wire()
     connect(CmdContinueSend, &QPushButton::clicked, this, onBus(&FormFull_Screen::CmdContinueSend_Click));
     connect(TextCommand, &QLineEdit::returnPressed, this, onBus(&FormFull_Screen::TRANS_RESPONSE));
     connect(Text1, &LogView::ReturnPressed, this, onBus(&FormFull_Screen::Text1_Return));
+    connect(CmdStop, &QPushButton::clicked, this, [this] { ++stops_; });
     connect(CmdStop, &QPushButton::clicked, this, atOnce(&FormFull_Screen::CmdStop_Click));
     connect(CmdSave, &QPushButton::clicked, this, atOnce(&FormFull_Screen::CmdSave_Click));
     connect(Comincludtxt, &QPushButton::clicked, this, atOnce(&FormFull_Screen::Comincludtxt_Click));
@@ -270,11 +274,10 @@ void FormFull_Screen::CmdStop_Click()
 
 void FormFull_Screen::TRANS_RESPONSE()
 {
-    main_.TerminalOwnsPort = true;
     main_.CommPortNo = static_cast<int>(Val(Mid(FromQString(windowTitle()), 4, 1)));
     LabResponse->clear();
     const std::string command = FromQString(TextCommand->text());
-    Log([&] { Transmit(command, OptionSChecksum->isChecked(), ContinueMode, LabResponse); });
+    Exchange([&] { Transmit(command, OptionSChecksum->isChecked(), ContinueMode, LabResponse); });
 }
 
 void FormFull_Screen::Trans_File()
@@ -283,11 +286,10 @@ void FormFull_Screen::Trans_File()
         Tell("File Not Open !");
         return;
     }
-    main_.TerminalOwnsPort = true;
     if (!file_.AtEnd() && !main_.TerminalStop) {
         const std::string line = file_.ReadLine();
         ++RoundCount;
-        Log([&] { Transmit(line, OptionCChecksum->isChecked(), true); });
+        Exchange([&] { Transmit(line, OptionCChecksum->isChecked(), true); });
     }
     if (file_.AtEnd() || main_.TerminalStop)
         file_.Close();
@@ -314,9 +316,8 @@ void FormFull_Screen::Transmit(std::string command, bool checksum, bool numbered
 
 void FormFull_Screen::Text1_Return()
 {
-    main_.TerminalOwnsPort = true;
     const std::string cmd = Text1->TextFrom(LogMark);
-    Log([&] {
+    Exchange([&] {
         AddToLog(LogRecord({}, TimeOfDay(), TypedColumn));
         main_.trans(std::string(cmd), false);
         if (main_.ReplyText.empty())
@@ -326,12 +327,14 @@ void FormFull_Screen::Text1_Return()
     });
 }
 
-/// Does what writes to the log. When that has run full and isn't a ring, the sending ends and the log can be
-/// saved.
-void FormFull_Screen::Log(const std::function<void()> &write)
+/// Sends and logs on the caption's port. When the log has run full and isn't a ring, the sending ends and
+/// the log can be saved.
+void FormFull_Screen::Exchange(const std::function<void()> &exchange)
 {
+    main_.TerminalOwnsPort = true;
+    const auto release = qScopeGuard([this] { main_.TerminalOwnsPort = false; });
     try {
-        write();
+        exchange();
     } catch (const RuntimeError &error) {
         if (error.number() != RuntimeErrorNumber::OutOfMemory)
             throw;
@@ -415,7 +418,6 @@ void FormFull_Screen::Run(const std::function<void()> &handler)
         main_.TerminalStop = true;
         Tell("Checksum overflow !");
     }
-    main_.TerminalOwnsPort = false;
     --running_;
     if (unloaded_ && running_ == 0)
         deleteLater();

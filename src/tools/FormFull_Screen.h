@@ -69,7 +69,7 @@ private:
     bool SendRound();
 
     void Transmit(std::string command, bool checksum, bool numbered, QLabel *response = nullptr);
-    void Log(const std::function<void()> &write);
+    void Exchange(const std::function<void()> &exchange);
     void AddToLog(std::string line);
     void ClearLog();
     std::string TimeOfDay() const;
@@ -86,6 +86,7 @@ private:
     float RoundCount = 0;      ///< rounds or lines sent
     bool ClearOnSend = false;  ///< the log ran full and is to be cleared at the next send
     bool sendLoop_ = false;    ///< the send loop runs
+    int stops_ = 0;            ///< clicks on `CmdStop`
     QString saveFolder_;       ///< where the save dialog was last
     int running_ = 0;          ///< handlers of this window on the stack
     bool unloaded_ = false;

@@ -256,15 +256,56 @@ TEST_F(TerminalTest, AStopAndAStartInOneGoRunOneLoop)
         op.Click(terminal()->CmdContinueSend);
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
         op.Gui([&] {
+            terminal()->Text1->Append("the first loop\r\n");
             terminal()->CmdStop->click();
             terminal()->CmdContinueSend->setEnabled(true);
             terminal()->CmdContinueSend->click();
         });
-        op.WaitFor([&] { return Numbers(terminal()->Text1->Text(), '>').size() > 20; }, "more rounds");
+        op.WaitFor(
+            [&] {
+                const std::string log = terminal()->Text1->Text();
+                return log.find("the first loop") == std::string::npos && Numbers(log, '>').size() > 20;
+            },
+            "rounds of the second loop");
         Stop(op);
         const Lines numbers = Numbers(Log(op), '>');
         for (std::size_t i = 0; i < numbers.size(); ++i)
             EXPECT_EQ(std::stoi(numbers[i]), static_cast<int>(i) + 1);
+    });
+}
+
+TEST_F(TerminalTest, AStopTakesBackAStartThatWaitsForItsTurn)
+{
+    Operate([&](Operator &op) {
+        Command(op, "$012");
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
+        op.Gui([&] {
+            terminal()->CmdStop->click();
+            terminal()->CmdContinueSend->setEnabled(true);
+            terminal()->CmdContinueSend->click();
+            terminal()->CmdStop->click();
+        });
+        op.WaitFor([&] { return main().TerminalStop && !main().InTransaction(); }, "the end of the round");
+        const std::string log = Log(op);
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, log + ExchangeOf("$012", "!01400600"));
+    });
+}
+
+TEST_F(TerminalTest, AStopLeavesThePortToTheTransactionThatRuns)
+{
+    Operate([&](Operator &op) {
+        Command(op, "$099");
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("60000")); });
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "a command that waits for its reply");
+        op.Click(terminal()->CmdStop);
+        op.WaitFor([&] { return terminal()->CmdSend->isEnabled(); }, "the stop");
+        EXPECT_TRUE(op.Gui([&] { return main().TerminalOwnsPort; }));
+        peer_.Send("!09\r");
+        op.WaitFor([&] { return !main().TerminalOwnsPort; }, "the end of the round");
+        EXPECT_EQ(Log(op), ExchangeOf("$099", "!09", "   1> ", "   1< "));
     });
 }
 
