@@ -11,6 +11,7 @@ void MeasureSearch(Stand &stand, Figures &figures);
 void MeasureResponsiveness(Stand &stand, Figures &figures);
 void MeasureTree(Stand &stand, Figures &figures);
 void MeasureTerminal(Stand &stand, Figures &figures);
+void MeasureTerminalAtLength(Stand &stand, Figures &figures);
 void MeasureScope(Stand &stand, Figures &figures);
 void MeasureScopeForTenMinutes(Stand &stand, Figures &figures);
 void MeasureStart(Figures &figures);

@@ -1,8 +1,7 @@
 #include "platform/Clock.h"
 
-#include <QTime>
-
 #include <chrono>
+#include <ctime>
 
 namespace vorn
 {
@@ -16,7 +15,12 @@ std::uint32_t Clock::GetTickCount() const
 
 double Clock::Timer() const
 {
-    return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+    std::timespec now{};
+    std::tm local{};
+    std::timespec_get(&now, TIME_UTC);
+    localtime_r(&now.tv_sec, &local);
+    const int seconds = (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
+    return seconds + static_cast<double>(now.tv_nsec) / 1e9;
 }
 
 std::int64_t ElapsedTicks(const Clock &clock, std::uint32_t start)

@@ -1,7 +1,6 @@
 #include "tools/LogRecord.h"
 
 #include "core/CommandFrame.h"
-#include "core/Number.h"
 #include "core/Text.h"
 
 #include <cmath>
@@ -18,7 +17,7 @@ constexpr std::size_t RecordLength = 80;
 std::string RoundText(double round)
 {
     constexpr std::size_t Width = 4;
-    return PadLeft(TextOf(std::floor(round)), Width, ' ');
+    return PadLeft(std::to_string(static_cast<std::int64_t>(std::floor(round))), Width, ' ');
 }
 
 } // namespace

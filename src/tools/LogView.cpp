@@ -13,6 +13,7 @@
 #include <QTextBlock>
 
 #include <algorithm>
+#include <chrono>
 
 namespace vorn
 {
@@ -20,8 +21,12 @@ namespace vorn
 namespace
 {
 
-/// The log grows faster than anyone reads; painting it more often only holds up the bus.
-constexpr std::chrono::milliseconds BetweenRepaints(100);
+/// Bringing the screen up to date takes one part of the time in so many at most: a lone line is there at
+/// once, a torrent isn't held up by a picture that nobody can read so fast.
+constexpr int ShowingShare = 200;
+
+/// Shortest and longest time that the screen stays behind the log.
+constexpr std::chrono::milliseconds SoonestShow(20), LatestShow(250);
 
 /// Rows that are put on the screen in one go: a few milliseconds of work.
 constexpr int RowsAtOnce = 3000;
@@ -40,6 +45,7 @@ QString ToScreen(std::string_view bytes)
 LogView::LogView(WhenFull whenFull, bool typing, QWidget *parent)
     : QPlainTextEdit(parent), whenFull_(whenFull)
 {
+    pause_ = SoonestShow;
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setTabStopDistance(8 * fontMetrics().horizontalAdvance(QLatin1Char(' ')));
     setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -58,7 +64,7 @@ LogView::LogView(WhenFull whenFull, bool typing, QWidget *parent)
 void LogView::Append(std::string_view bytes)
 {
     const std::string typed = Typed();
-    if (Length() + bytes.size() > Capacity) {
+    if (log_.size() + typed.size() + bytes.size() > Capacity) {
         if (whenFull_ == WhenFull::RaiseError)
             throw RuntimeError(RuntimeErrorNumber::OutOfMemory);
         MakeRoom(bytes.size());
@@ -71,7 +77,7 @@ void LogView::Append(std::string_view bytes)
     }
     log_ += bytes.substr(bytes.size() - std::min(bytes.size(), Capacity));
     if (!flush_.isActive())
-        flush_.start(BetweenRepaints);
+        flush_.start(pause_);
 }
 
 void LogView::Clear()
@@ -107,7 +113,11 @@ void LogView::Flush()
 /// Goes on with the next lines behind whatever else waits to be served.
 void LogView::ShowMore()
 {
+    const auto start = std::chrono::steady_clock::now();
     Show(BehindRows(log_, shown_, RowsAtOnce));
+    const auto took = std::chrono::ceil<std::chrono::milliseconds>(
+        ShowingShare * (std::chrono::steady_clock::now() - start));
+    pause_ = std::clamp(took, SoonestShow, LatestShow);
     if (shown_ < log_.size())
         flush_.start(std::chrono::milliseconds(0));
 }

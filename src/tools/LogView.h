@@ -3,6 +3,7 @@
 #include <QPlainTextEdit>
 #include <QTimer>
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -11,8 +12,8 @@ namespace vorn
 {
 
 /// A log that takes text at the pace of the bus for as long as the window is open, and shows it. Its text is
-/// bytes and kept exactly; the screen follows at most 10 times a second, and moves only while its end is in
-/// view.
+/// bytes and kept exactly; the screen follows within a quarter of a second, and moves only while its end is
+/// in view.
 ///
 /// Where typing is on, the operator types behind the text. What is already in the log can be read, chosen and
 /// copied, but not changed.
@@ -70,6 +71,7 @@ private:
     int typingStart_ = 0;    ///< place in the document where the typing begins
     bool ownChange_ = false; ///< the document is changed by this class, not by the operator
     QTimer flush_;
+    std::chrono::milliseconds pause_; ///< from the next text to its show
 };
 
 } // namespace vorn
