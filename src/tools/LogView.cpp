@@ -29,7 +29,7 @@ constexpr int ShowingShare = 200;
 constexpr std::chrono::milliseconds SoonestShow(20), LatestShow(250);
 
 /// Rows that are put on the screen in one go: a few milliseconds of work.
-constexpr int RowsAtOnce = 3000;
+constexpr int RowsAtOnce = 1000;
 
 /// Part of the log that goes at once when the oldest lines make room, so that a full log isn't moved for
 /// every line.
