@@ -37,6 +37,16 @@ protected:
         Open(op, std::string(state) + "002!!" + address + model);
     }
 
+    /// Does the steps on the page of a module, whose line in the rack begins with its model.
+    void OnPage(const std::string &module, const std::function<void(Operator &)> &steps)
+    {
+        Rack(module);
+        Operate([&](Operator &op) {
+            OpenModel(op, module.substr(0, module.find(' ')));
+            steps(op);
+        });
+    }
+
     /// The commands that the module heard and that write something: all but the reads of load and refresh.
     Lines Writes(std::initializer_list<const char *> prefixes)
     {
@@ -83,9 +93,7 @@ protected:
 
 TEST_F(SettingsTest, AnUpdateWritesTheRecordOfThePage)
 {
-    Rack("7206 address=0A range=08 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A range=08 restart=20", [&](Operator &op) {
         SelectEntry(op, "CmbRange", 4);
         SelectEntry(op, "CmbDataFormat", 1);
         rack().ClearTrace();
@@ -101,9 +109,7 @@ TEST_F(SettingsTest, AnUpdateWritesTheRecordOfThePage)
 
 TEST_F(SettingsTest, ARefusedUpdateIsToldAndThePageLoadedAgain)
 {
-    Rack("7209 address=0A range=23 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7209");
+    OnPage("7209 address=0A range=23 restart=20", [&](Operator &op) {
         SelectEntry(op, "CmbRange", 12);
         rack().ClearTrace();
         Press(op, "CmdMUpdate");
@@ -142,9 +148,7 @@ TEST_F(SettingsTest, ANewAddressMovesTheNodeToItsPlace)
 
 TEST_F(SettingsTest, ANodeThatStaysInOrderChangesItsTextOnly)
 {
-    Rack("7206 address=0A restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A restart=20", [&](Operator &op) {
         SetText(op, "TextAddress", "16");
         Press(op, "CmdMUpdate");
         op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
@@ -156,9 +160,7 @@ TEST_F(SettingsTest, ANodeThatStaysInOrderChangesItsTextOnly)
 
 TEST_F(SettingsTest, TheSameAddressKeepsNodeAndKey)
 {
-    Rack("7206 address=0A restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A restart=20", [&](Operator &op) {
         Press(op, "CmdMUpdate");
         op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
         EXPECT_EQ(op.Gui([&] { return main().Nodes.Children("KeyCOM002"); }), Lines{"_0002!!0A7206"});
@@ -198,9 +200,7 @@ TEST_F(SettingsTest, InInitStateBaudRateAndChecksumAreWrittenAndTheKeyKeepsItsSt
 
 TEST_F(SettingsTest, ACounterModuleGetsItsGateBehindTheRecord)
 {
-    Rack("7282 address=0A range=50 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 restart=20", [&](Operator &op) {
         SelectEntry(op, "CmbDataFormat", 1);
         rack().ClearTrace();
         Press(op, "CmdMUpdate");
@@ -211,9 +211,7 @@ TEST_F(SettingsTest, ACounterModuleGetsItsGateBehindTheRecord)
 
 TEST_F(SettingsTest, ASecondClickOnARunningUpdateIsIgnored)
 {
-    Rack("7206 address=0A restart=200");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A restart=200", [&](Operator &op) {
         rack().ClearTrace();
         op.Gui([&] {
             Find<QPushButton>("CmdMUpdate")->click();
@@ -287,9 +285,7 @@ TEST_F(SettingsTest, ABaseUnitsRecordIsWrittenWithoutAType)
 
 TEST_F(SettingsTest, TheAddressFieldTakesDecimalsUpTo255)
 {
-    Rack("7206 address=0A");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A", [&](Operator &op) {
         auto *field = Find<QLineEdit>("TextAddress");
         op.Gui([&] {
             field->setFocus();
@@ -311,9 +307,7 @@ TEST_F(SettingsTest, TheAddressFieldTakesDecimalsUpTo255)
 
 TEST_F(SettingsTest, ATickOfAChannelWritesTheMask)
 {
-    Rack("7221 address=0A mask=03 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7221");
+    OnPage("7221 address=0A mask=03 restart=20", [&](Operator &op) {
         rack().ClearTrace();
         op.Gui([&] { Find<QCheckBox>("CheckAI_7")->click(); });
         AwaitWrite(op, "$0A583");
@@ -324,9 +318,7 @@ TEST_F(SettingsTest, ATickOfAChannelWritesTheMask)
 
 TEST_F(SettingsTest, TheFilterBoxWritesAndCaptionsItself)
 {
-    Rack("7282 address=0A range=50 filter=0 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 filter=0 restart=20", [&](Operator &op) {
         op.Gui([&] { Find<QCheckBox>("CheckFilter")->click(); });
         AwaitWrite(op, "$0A41");
         op.WaitFor([&] { return Text("CheckFilter") == "Enable"; }, "the caption");
@@ -337,9 +329,7 @@ TEST_F(SettingsTest, TheFilterBoxWritesAndCaptionsItself)
 
 TEST_F(SettingsTest, AClickOnAnOutputSwitchesItAndTheRefreshConfirms)
 {
-    Rack("7252 address=0A outputs=00");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7252");
+    OnPage("7252 address=0A outputs=00", [&](Operator &op) {
         ClickLamp(op, "DIOH_3");
         AwaitWrite(op, "#0A1301");
         op.WaitFor([&] { return Text("LabDHv") == "08" && Point("DIOH_3")->value(); }, "the read-back");
@@ -355,9 +345,7 @@ TEST_F(SettingsTest, AClickOnAnOutputSwitchesItAndTheRefreshConfirms)
 
 TEST_F(SettingsTest, RelaysCountFromTheFifthIndicator)
 {
-    Rack("7272 address=0A outputs=00");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7272");
+    OnPage("7272 address=0A outputs=00", [&](Operator &op) {
         ClickLamp(op, "DIOL_6");
         AwaitWrite(op, "#0A1201");
         op.WaitFor([&] { return Text("LabDLv") == "04"; }, "the read-back");
@@ -366,9 +354,7 @@ TEST_F(SettingsTest, RelaysCountFromTheFifthIndicator)
 
 TEST_F(SettingsTest, AnalogModulesWriteAllTheirOutputsInOneByte)
 {
-    Rack("7206 address=0A alarm=0 outputs=00");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A alarm=0 outputs=00", [&](Operator &op) {
         ClickLamp(op, "ADIO_1");
         AwaitWrite(op, "@0ADO02");
         op.WaitFor([&] { return Point("ADIO_1")->value(); }, "the read-back");
@@ -379,9 +365,7 @@ TEST_F(SettingsTest, AnalogModulesWriteAllTheirOutputsInOneByte)
 
 TEST_F(SettingsTest, AClickOnTheInputOfAnAnalogModuleSendsNothing)
 {
-    Rack("7206 address=0A alarm=0 outputs=00");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A alarm=0 outputs=00", [&](Operator &op) {
         ASSERT_EQ(op.Gui([&] { return Text("ADIO_3").substr(0, 2); }), "DI");
         ASSERT_TRUE(op.Gui([&] { return Find("ADIO_3")->isEnabled(); }));
         rack().ClearTrace();
@@ -393,9 +377,7 @@ TEST_F(SettingsTest, AClickOnTheInputOfAnAnalogModuleSendsNothing)
 
 TEST_F(SettingsTest, ACounterModuleWritesBothItsOutputsInOneByte)
 {
-    Rack("7282 address=0A range=50 outputs=00");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 outputs=00", [&](Operator &op) {
         ClickLamp(op, "CounterDO_0");
         AwaitWrite(op, "@0ADO01");
         op.WaitFor([&] { return Point("CounterDO_0")->value(); }, "the read-back");
@@ -406,9 +388,7 @@ TEST_F(SettingsTest, ACounterModuleWritesBothItsOutputsInOneByte)
 
 TEST_F(SettingsTest, ACounterOutputThatAnAlarmOwnsSendsNothing)
 {
-    Rack("7282D address=0A range=50 alarm=1");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282D");
+    OnPage("7282D address=0A range=50 alarm=1", [&](Operator &op) {
         op.WaitFor([&] { return Text("CounterDO_0") == "HIGH"; }, "the alarm's captions");
         for (const char *caption : {"HIGH", "CH 0"}) {
             EXPECT_FALSE(op.Gui([&] { return Find("CounterDO_0")->isEnabled(); })) << caption;
@@ -429,9 +409,7 @@ TEST_F(SettingsTest, ACounterOutputThatAnAlarmOwnsSendsNothing)
 
 TEST_F(SettingsTest, TheStrainGaugeHasFourOutputs)
 {
-    Rack("7218 address=0A alarm=0 outputs=00");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7218");
+    OnPage("7218 address=0A alarm=0 outputs=00", [&](Operator &op) {
         ClickLamp(op, "ADIO_3");
         AwaitWrite(op, "@0ADO08");
         op.WaitFor([&] { return Point("ADIO_3")->value(); }, "the read-back");
@@ -440,9 +418,7 @@ TEST_F(SettingsTest, TheStrainGaugeHasFourOutputs)
 
 TEST_F(SettingsTest, TheExcitationGoesOutInItsWireFormAndOnEnter)
 {
-    Rack("7218 address=0A excitation=01.000");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7218");
+    OnPage("7218 address=0A excitation=01.000", [&](Operator &op) {
         auto *entry = Find<QLineEdit>("TextAAOv");
         op.WaitFor([&] { return !entry->text().isEmpty(); }, "the value of the module");
         op.Gui([&] {
@@ -467,9 +443,7 @@ TEST_F(SettingsTest, TheExcitationGoesOutInItsWireFormAndOnEnter)
 
 TEST_F(SettingsTest, TheAnalogOutputIsTypedAndRead)
 {
-    Rack("7231 address=0A range=32 output=01.000");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7231");
+    OnPage("7231 address=0A range=32 output=01.000", [&](Operator &op) {
         op.WaitFor([&] { return Text("TextAnalogOut") == "01.000"; }, "the value of the module");
         auto *entry = Find<QLineEdit>("TextAnalogOut");
         op.Gui([&] {
@@ -487,9 +461,7 @@ TEST_F(SettingsTest, TheAnalogOutputIsTypedAndRead)
 
 TEST_F(SettingsTest, TheSliderSendsItsValueAndFourMilliampereAtItsFoot)
 {
-    Rack("7231 address=0A range=31 output=10.000");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7231");
+    OnPage("7231 address=0A range=31 output=10.000", [&](Operator &op) {
         op.WaitFor([&] { return Find<QSlider>("Slider1")->value() == 1200; }, "the value of the module");
         op.Gui([&] { Find<QSlider>("Slider1")->setValue(0); });
         AwaitWrite(op, "#0A04.000");
@@ -504,9 +476,7 @@ TEST_F(SettingsTest, TheSliderSendsItsValueAndFourMilliampereAtItsFoot)
 
 TEST_F(SettingsTest, AScrolledSliderSendsItsOwnValueWhateverThePollBrings)
 {
-    Rack("7231 address=0A range=32 output=01.000");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7231");
+    OnPage("7231 address=0A range=32 output=01.000", [&](Operator &op) {
         auto *slider = Find<QSlider>("Slider1");
         op.WaitFor([&] { return slider->value() == 500; }, "the value of the module");
         op.Gui([&] {
@@ -529,9 +499,7 @@ TEST_F(SettingsTest, AScrolledSliderSendsItsOwnValueWhateverThePollBrings)
 
 TEST_F(SettingsTest, TheMouseHoldsTheSliderUntilItsButtonIsUpAndTheValueSent)
 {
-    Rack("7231 address=0A range=32 output=01.000");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7231");
+    OnPage("7231 address=0A range=32 output=01.000", [&](Operator &op) {
         auto *slider = Find<QSlider>("Slider1");
         op.WaitFor([&] { return slider->value() == 500; }, "the value of the module");
         op.Gui([&] { QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, slider->rect().center()); });
@@ -550,9 +518,7 @@ TEST_F(SettingsTest, TheMouseHoldsTheSliderUntilItsButtonIsUpAndTheValueSent)
 
 TEST_F(SettingsTest, KeysThatOnlyMoveLeaveAnOutputEntryToTheRefresh)
 {
-    Rack("7218 address=0A excitation=01.000");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7218");
+    OnPage("7218 address=0A excitation=01.000", [&](Operator &op) {
         auto *entry = Find<QLineEdit>("TextAAOv");
         op.WaitFor([&] { return !entry->text().isEmpty(); }, "the value of the module");
         const auto editing = [&] { return op.Gui([&] { return main().OutputEditing; }); };
@@ -573,9 +539,7 @@ TEST_F(SettingsTest, KeysThatOnlyMoveLeaveAnOutputEntryToTheRefresh)
 
 TEST_F(SettingsTest, APastedOutputIsTheOperators)
 {
-    Rack("7231 address=0A range=32 output=01.000");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7231");
+    OnPage("7231 address=0A range=32 output=01.000", [&](Operator &op) {
         op.WaitFor([&] { return Text("TextAnalogOut") == "01.000"; }, "the value of the module");
         auto *entry = Find<QLineEdit>("TextAnalogOut");
         op.Gui([&] {
@@ -595,9 +559,7 @@ TEST_F(SettingsTest, APastedOutputIsTheOperators)
 
 TEST_F(SettingsTest, HexadecimalOutputsTakeThreeDigits)
 {
-    Rack("7231 address=0A range=30 format=02");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7231");
+    OnPage("7231 address=0A range=30 format=02", [&](Operator &op) {
         auto *entry = Find<QLineEdit>("TextAnalogOut");
         op.Gui([&] {
             entry->setFocus();
@@ -615,9 +577,7 @@ TEST_F(SettingsTest, HexadecimalOutputsTakeThreeDigits)
 
 TEST_F(SettingsTest, AnAlarmIsWrittenModeAndLimits)
 {
-    Rack("7206 address=0A range=08 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A range=08 restart=20", [&](Operator &op) {
         SelectEntry(op, "CmdAlarmsetting", 2);
         SetText(op, "TextHighValue", "7.5");
         SetText(op, "TextLowValue", "-2");
@@ -634,9 +594,7 @@ TEST_F(SettingsTest, AnAlarmIsWrittenModeAndLimits)
 
 TEST_F(SettingsTest, EqualLimitsAreRefusedAndTheClosingBoxStillComes)
 {
-    Rack("7206 address=0A range=08 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A range=08 restart=20", [&](Operator &op) {
         SelectEntry(op, "CmdAlarmsetting", 0);
         SetText(op, "TextHighValue", "5");
         SetText(op, "TextLowValue", "5.0");
@@ -650,9 +608,7 @@ TEST_F(SettingsTest, EqualLimitsAreRefusedAndTheClosingBoxStillComes)
 
 TEST_F(SettingsTest, EachRefusedAlarmWriteIsToldAndTheNextOneStillSent)
 {
-    Rack("7206 address=0A range=08\n    fault refuse begins=@0AEA");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A range=08\n    fault refuse begins=@0AEA", [&](Operator &op) {
         SelectEntry(op, "CmdAlarmsetting", 1);
         SetText(op, "TextHighValue", "500");
         SetText(op, "TextLowValue", "-500");
@@ -669,9 +625,7 @@ TEST_F(SettingsTest, EachRefusedAlarmWriteIsToldAndTheNextOneStillSent)
 
 TEST_F(SettingsTest, ASilentModuleGivesABoxForEachWrite)
 {
-    Rack("7206 address=0A range=08");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A range=08", [&](Operator &op) {
         SelectEntry(op, "CmdAlarmsetting", 1);
         SetText(op, "TextHighValue", "5");
         SetText(op, "TextLowValue", "1");
@@ -688,9 +642,7 @@ TEST_F(SettingsTest, ASilentModuleGivesABoxForEachWrite)
 
 TEST_F(SettingsTest, ClearButtonsSendTheirCommandsAndNothingElse)
 {
-    Rack("7206 address=0A events=7");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A events=7", [&](Operator &op) {
         Press(op, "CmdClearLatch");
         AwaitWrite(op, "@0ACA");
         Press(op, "CmdClearCount");
@@ -700,9 +652,7 @@ TEST_F(SettingsTest, ClearButtonsSendTheirCommandsAndNothingElse)
 
 TEST_F(SettingsTest, TheClearButtonsOfACounterModuleSendTheirCommands)
 {
-    Rack("7282D address=0A range=50 alarm=2");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282D");
+    OnPage("7282D address=0A range=50 alarm=2", [&](Operator &op) {
         op.WaitFor([&] { return Shown("CmdCClearLatch"); }, "the latching alarm");
         Press(op, "CmdClear_0");
         AwaitWrite(op, "$0A60");
@@ -747,9 +697,7 @@ TEST_F(SettingsTest, WithoutAnAlarmModeNothingIsSentAndTheReplyThatStandsIsJudge
 
 TEST_F(SettingsTest, LimitFieldsTakeNumbersOnly)
 {
-    Rack("7206 address=0A");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7206");
+    OnPage("7206 address=0A", [&](Operator &op) {
         auto *field = Find<QLineEdit>("TextHighValue");
         op.Gui([&] {
             field->setFocus();
@@ -764,36 +712,34 @@ TEST_F(SettingsTest, LimitFieldsTakeNumbersOnly)
 
 TEST_F(SettingsTest, ChoosingACounterReadsItAndAnUpdateWritesIt)
 {
-    Rack("7282 address=0A range=50 restart=20 max0=000003E8 preset0=000001F4 initial0=00000007");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
-        rack().ClearTrace();
-        Press(op, "CmdCounterSet_0");
-        op.WaitFor([&] { return Shown("FrameFC") && Text("TextCMax") == "1000"; }, "the counter");
-        EXPECT_EQ(Writes({"$0A5", "$0A3", "@0AG", "@0ARP"}), (Lines{"$0A50", "$0A30", "@0AG0", "@0ARP"}));
-        op.Gui([&] {
-            EXPECT_EQ(Text("FrameFC"), "Counter 0");
-            EXPECT_EQ(Text("TextCPV"), "500");
-            EXPECT_EQ(Text("TextCIV"), "7");
-            EXPECT_EQ(Text("LabHvalue"), "Preset &value :");
-            EXPECT_FALSE(vorn::IsShown(Find("CmbFC0Amode")));
+    OnPage(
+        "7282 address=0A range=50 restart=20 max0=000003E8 preset0=000001F4 initial0=00000007",
+        [&](Operator &op) {
+            rack().ClearTrace();
+            Press(op, "CmdCounterSet_0");
+            op.WaitFor([&] { return Shown("FrameFC") && Text("TextCMax") == "1000"; }, "the counter");
+            EXPECT_EQ(Writes({"$0A5", "$0A3", "@0AG", "@0ARP"}), (Lines{"$0A50", "$0A30", "@0AG0", "@0ARP"}));
+            op.Gui([&] {
+                EXPECT_EQ(Text("FrameFC"), "Counter 0");
+                EXPECT_EQ(Text("TextCPV"), "500");
+                EXPECT_EQ(Text("TextCIV"), "7");
+                EXPECT_EQ(Text("LabHvalue"), "Preset &value :");
+                EXPECT_FALSE(vorn::IsShown(Find("CmbFC0Amode")));
+            });
+            SetText(op, "TextCMax", "4294967295");
+            SetText(op, "TextCPV", "255");
+            SetText(op, "TextCIV", "0");
+            rack().ClearTrace();
+            Press(op, "ComCUpdata");
+            op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
+            EXPECT_EQ(Writes({"$0A30F", "@0APA", "@0AP0", "@0ADA0", "@0AEA0"}),
+                      (Lines{"$0A30FFFFFFFF", "@0APA000000FF", "@0AP000000000", "@0ADA0"}));
         });
-        SetText(op, "TextCMax", "4294967295");
-        SetText(op, "TextCPV", "255");
-        SetText(op, "TextCIV", "0");
-        rack().ClearTrace();
-        Press(op, "ComCUpdata");
-        op.AnswerBox("Counter setting is complete !", 64, "Counter setting is complete !");
-        EXPECT_EQ(Writes({"$0A30F", "@0APA", "@0AP0", "@0ADA0", "@0AEA0"}),
-                  (Lines{"$0A30FFFFFFFF", "@0APA000000FF", "@0AP000000000", "@0ADA0"}));
-    });
 }
 
 TEST_F(SettingsTest, CounterOneOfADisplayModelHasItsMaximumOnly)
 {
-    Rack("7282D address=0A range=50 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282D");
+    OnPage("7282D address=0A range=50 restart=20", [&](Operator &op) {
         Press(op, "CmdCounterSet_1");
         op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
         op.Gui([&] {
@@ -868,9 +814,7 @@ TEST_F(SettingsTest, EachRefusedCounterWriteIsToldAndTheNextOneStillSent)
 
 TEST_F(SettingsTest, AnEntryThatIsNoNumberIsToldAsTheWritesFailure)
 {
-    Rack("7282 address=0A range=50 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 restart=20", [&](Operator &op) {
         Press(op, "CmdCounterSet_1");
         op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
         SetText(op, "TextCMax", "many");
@@ -882,9 +826,7 @@ TEST_F(SettingsTest, AnEntryThatIsNoNumberIsToldAsTheWritesFailure)
 
 TEST_F(SettingsTest, ACaptionWithoutACounterSendsNothing)
 {
-    Rack("7282 address=0A range=50 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 restart=20", [&](Operator &op) {
         Press(op, "CmdCounterSet_0");
         op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
         op.Gui([&] { vorn::SetCaption(Find("FrameFC"), "Counter X"); });
@@ -897,9 +839,7 @@ TEST_F(SettingsTest, ACaptionWithoutACounterSendsNothing)
 
 TEST_F(SettingsTest, StartAndStopAreReadBack)
 {
-    Rack("7282 address=0A range=50 running1=1 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 running1=1 restart=20", [&](Operator &op) {
         Press(op, "CmdCounterSet_1");
         op.WaitFor([&] { return Shown("FrameFC"); }, "the counter");
         op.Gui([&] { Find<QRadioButton>("OptionCch0S_0")->click(); });
@@ -913,9 +853,7 @@ TEST_F(SettingsTest, StartAndStopAreReadBack)
 
 TEST_F(SettingsTest, TheInputStageShowsItsFields)
 {
-    Rack("7282 address=0A range=50 stage=0 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 stage=0 restart=20", [&](Operator &op) {
         op.Gui([&] { Find<QRadioButton>("OptionFSel_1")->click(); });
         AwaitWrite(op, "$0AB1");
         op.WaitFor([&] { return !vorn::IsShown(Find("TextHV")); }, "the photo input");
@@ -928,9 +866,7 @@ TEST_F(SettingsTest, TheInputStageShowsItsFields)
 
 TEST_F(SettingsTest, TheFilterWritesLevelsThenWidths)
 {
-    Rack("7282 address=0A range=50 stage=0 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 stage=0 restart=20", [&](Operator &op) {
         SetText(op, "TextHV", "2.4");
         SetText(op, "TextLV", ".8");
         SetText(op, "TextHW", "50");
@@ -946,9 +882,7 @@ TEST_F(SettingsTest, TheFilterWritesLevelsThenWidths)
 
 TEST_F(SettingsTest, TheFilterOfThePhotoInputHasNoLevelsToWrite)
 {
-    Rack("7282 address=0A range=50 stage=1 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 stage=1 restart=20", [&](Operator &op) {
         op.WaitFor([&] { return Shown("ComFUpdata") && !vorn::IsShown(Find("TextHV")); }, "the photo input");
         SetText(op, "TextHW", "50");
         SetText(op, "TextLW", "60");
@@ -962,9 +896,7 @@ TEST_F(SettingsTest, TheFilterOfThePhotoInputHasNoLevelsToWrite)
 
 TEST_F(SettingsTest, EachRefusedFilterWriteIsToldAndTheNextOneStillSent)
 {
-    Rack("7282 address=0A range=50 stage=0 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282");
+    OnPage("7282 address=0A range=50 stage=0 restart=20", [&](Operator &op) {
         op.WaitFor([&] { return Shown("ComFUpdata"); }, "the filter");
         vornsim::Fault fault;
         fault.kind = vornsim::Fault::Kind::Refuse;
@@ -983,9 +915,7 @@ TEST_F(SettingsTest, EachRefusedFilterWriteIsToldAndTheNextOneStillSent)
 
 TEST_F(SettingsTest, AMappingIsWrittenSwitchInputOutput)
 {
-    Rack("7212D address=0A range=08 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7212D");
+    OnPage("7212D address=0A range=08 restart=20", [&](Operator &op) {
         op.Gui([&] { Find<QCheckBox>("CheckLinearScaling")->setChecked(true); });
         SetText(op, "TextMLowLimit", "-5");
         SetText(op, "TextMHighLimit", "5");
@@ -1002,9 +932,7 @@ TEST_F(SettingsTest, AMappingIsWrittenSwitchInputOutput)
 
 TEST_F(SettingsTest, AMappingThatIsOffHasItsRangesWrittenAllTheSame)
 {
-    Rack("7212D address=0A range=08 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7212D");
+    OnPage("7212D address=0A range=08 restart=20", [&](Operator &op) {
         op.Gui([&] { Find<QCheckBox>("CheckLinearScaling")->setChecked(false); });
         SetText(op, "TextMLowLimit", "-5");
         SetText(op, "TextMHighLimit", "5");
@@ -1020,9 +948,7 @@ TEST_F(SettingsTest, AMappingThatIsOffHasItsRangesWrittenAllTheSame)
 
 TEST_F(SettingsTest, EqualInputLimitsOfAMappingAreRefused)
 {
-    Rack("7212D address=0A range=08 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7212D");
+    OnPage("7212D address=0A range=08 restart=20", [&](Operator &op) {
         SetText(op, "TextMLowLimit", "5");
         SetText(op, "TextMHighLimit", "5");
         rack().ClearTrace();
@@ -1035,9 +961,7 @@ TEST_F(SettingsTest, EqualInputLimitsOfAMappingAreRefused)
 
 TEST_F(SettingsTest, ARefusedMappingStopsThere)
 {
-    Rack("7212D address=0A range=08 restart=20");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7212D");
+    OnPage("7212D address=0A range=08 restart=20", [&](Operator &op) {
         SetText(op, "TextMLowLimit", "-50");
         SetText(op, "TextMHighLimit", "5");
         rack().ClearTrace();
@@ -1051,9 +975,7 @@ TEST_F(SettingsTest, ARefusedMappingStopsThere)
 
 TEST_F(SettingsTest, TheDisplayOfTheMappingModelIsTakenWrittenAndGivenBack)
 {
-    Rack("7212D address=0A");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7212D");
+    OnPage("7212D address=0A", [&](Operator &op) {
         Press(op, "CmdLED");
         op.WaitFor([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); },
                    "the display");
@@ -1074,9 +996,7 @@ TEST_F(SettingsTest, TheDisplayOfTheMappingModelIsTakenWrittenAndGivenBack)
 
 TEST_F(SettingsTest, TheDisplaysEntryTakesOnePointAndDropsTheSecond)
 {
-    Rack("7212D address=0A");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7212D");
+    OnPage("7212D address=0A", [&](Operator &op) {
         Press(op, "CmdLED");
         op.WaitFor([] { return qobject_cast<vorn::FormLED *>(QApplication::activeModalWidget()); },
                    "the display");
@@ -1089,9 +1009,7 @@ TEST_F(SettingsTest, TheDisplaysEntryTakesOnePointAndDropsTheSecond)
 
 TEST_F(SettingsTest, TheExternalDisplayOfACounterModelOpensTheWindow)
 {
-    Rack("7282D address=0A range=50");
-    Operate([&](Operator &op) {
-        OpenModel(op, "7282D");
+    OnPage("7282D address=0A range=50", [&](Operator &op) {
         op.Gui([&] { Find<QRadioButton>("OptionLED_0")->click(); });
         AwaitWrite(op, "$0A80");
         op.Gui([&] { Find<QRadioButton>("OptionLED_2")->click(); });
