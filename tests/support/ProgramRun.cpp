@@ -28,14 +28,17 @@ void ProgramRun::Operate(const std::function<void(Operator &)> &steps)
         if (loaded)
             steps(op);
         // Let every loop end, so that the handlers return.
-        op.Gui([&] {
+        const auto ended = [&] {
             main().Timer1.stop();
             main().StopScan = true;
             main().PauseRefresh = true;
             main().TerminalStop = true;
-        });
-        op.WaitFor([&] { return !main().NoYield; }, "end of the refresh");
-        op.Gui([&] { main().Timer1.stop(); });
+            return !main().NoYield;
+        };
+        op.WaitFor(ended, "end of the refresh");
+        // A tick that waited for its turn may have begun another.
+        op.Settle();
+        op.WaitFor(ended, "end of the last refresh");
     });
     QCoreApplication::sendPostedEvents();
     program_.reset();
