@@ -43,9 +43,8 @@ QString ToScreen(std::string_view bytes)
 } // namespace
 
 LogView::LogView(WhenFull whenFull, bool typing, QWidget *parent)
-    : QPlainTextEdit(parent), whenFull_(whenFull)
+    : QPlainTextEdit(parent), whenFull_(whenFull), pause_(SoonestShow)
 {
-    pause_ = SoonestShow;
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setTabStopDistance(8 * fontMetrics().horizontalAdvance(QLatin1Char(' ')));
     setLineWrapMode(QPlainTextEdit::NoWrap);

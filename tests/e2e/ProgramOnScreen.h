@@ -42,9 +42,9 @@ protected:
     std::string PresentNode() const;
     std::string BoxText(const std::string &window) const;
 
-    /// Commands so far that begin so, from the rack's record of the line.
     /// All that has passed on the bus, as the rack writes it down.
     std::string Traffic() const;
+    /// Commands so far that begin so, from the rack's record of the line.
     int Commands(const std::string &begin) const;
     /// Whether so many more of them come.
     bool AwaitCommands(const std::string &begin, int more) const;
