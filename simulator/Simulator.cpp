@@ -120,17 +120,28 @@ Port &Simulator::Find(int port) const
     return **found;
 }
 
+/// The port with what its line still holds taken in: whoever asks for what was received must not depend on
+/// whether our thread had its turn. It is woken for the replies that have come due by that.
+Port &Simulator::CaughtUp(int port) const
+{
+    Port &found = Find(port);
+    found.NoticeHosts();
+    found.Receive(clock_(), Clock::now());
+    Wake();
+    return found;
+}
+
 std::vector<std::string> Simulator::Commands(int port) const
 {
     const std::lock_guard lock(mutex_);
-    const auto &commands = Find(port).Commands();
+    const auto &commands = CaughtUp(port).Commands();
     return {commands.begin(), commands.end()};
 }
 
 std::vector<TraceRecord> Simulator::Trace(int port) const
 {
     const std::lock_guard lock(mutex_);
-    const auto &trace = Find(port).Trace();
+    const auto &trace = CaughtUp(port).Trace();
     return {trace.begin(), trace.end()};
 }
 
@@ -138,7 +149,7 @@ void Simulator::ClearTrace()
 {
     const std::lock_guard lock(mutex_);
     for (const auto &port : ports_)
-        port->ClearTrace();
+        CaughtUp(port->Number()).ClearTrace();
 }
 
 void Simulator::SetTraceListener(Port::Listener listener)

@@ -39,7 +39,8 @@ public:
     Commands(int port) const; ///< complete lines from the host, without the carriage return
     std::vector<TraceRecord> Trace(int port) const;
     void ClearTrace();
-    /// Called for every record, from the simulator's thread, which must not call back. Set it before `Start`.
+    /// Called for every record, from the thread that takes it in, which must not call back. Set it before
+    /// `Start`.
     void SetTraceListener(Port::Listener listener);
     /// @}
 
@@ -72,6 +73,7 @@ public:
 
 private:
     Port &Find(int port) const;
+    Port &CaughtUp(int port) const;
     void Run();
     void Turn();
     void Wake() const;

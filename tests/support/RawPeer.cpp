@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -20,6 +21,7 @@ RawPeer::RawPeer(std::filesystem::path link) : link_(std::move(link))
     ::tcgetattr(keeper_, &line);
     ::cfmakeraw(&line);
     ::tcsetattr(keeper_, TCSANOW, &line);
+    wake_ = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     std::filesystem::create_symlink(device, link_);
     thread_ = std::thread([this] { Run(); });
 }
@@ -27,8 +29,10 @@ RawPeer::RawPeer(std::filesystem::path link) : link_(std::move(link))
 RawPeer::~RawPeer()
 {
     stop_ = true;
+    Wake();
     thread_.join();
     Vanish();
+    ::close(wake_);
     std::error_code ignored;
     std::filesystem::remove(link_, ignored);
 }
@@ -65,32 +69,37 @@ void RawPeer::Send(const std::string &bytes)
     }
 }
 
-std::vector<std::string> RawPeer::Lines() const
+std::vector<std::string> RawPeer::Lines()
 {
     const std::lock_guard lock(mutex_);
+    CatchUp();
     return lines_;
 }
 
-std::string RawPeer::Bytes() const
+std::string RawPeer::Bytes()
 {
     const std::lock_guard lock(mutex_);
+    CatchUp();
     return bytes_;
 }
 
 void RawPeer::Forget()
 {
     const std::lock_guard lock(mutex_);
+    CatchUp();
     lines_.clear();
     bytes_.clear();
 }
 
 void RawPeer::Vanish()
 {
+    const std::lock_guard lock(mutex_);
     if (keeper_ >= 0)
         ::close(keeper_);
-    if (master_ >= 0)
-        ::close(master_);
-    keeper_ = master_ = -1;
+    if (const int master = master_.exchange(-1); master >= 0)
+        ::close(master);
+    keeper_ = -1;
+    Wake(); // a thread that waits for the device holds it
 }
 
 int RawPeer::Speed() const
@@ -109,28 +118,62 @@ int RawPeer::Speed() const
     }
 }
 
+void RawPeer::Wake() const
+{
+    const std::uint64_t one = 1;
+    (void)!::write(wake_, &one, sizeof one);
+}
+
 void RawPeer::Run()
 {
-    std::string pending;
     while (!stop_) {
-        const int fd = master_;
-        pollfd line{fd, POLLIN, 0};
-        if (fd < 0 || ::poll(&line, 1, 20) <= 0)
-            continue;
-        char piece[4096];
-        const ssize_t count = ::read(fd, piece, sizeof piece);
-        if (count <= 0)
-            continue;
-        pending.append(piece, static_cast<std::size_t>(count));
+        pollfd waits[] = {{wake_, POLLIN, 0}, {master_, POLLIN, 0}}; // a negative one is passed over
+        (void)::poll(waits, std::size(waits), -1);
+        std::uint64_t count = 0;
+        (void)!::read(wake_, &count, sizeof count);
         {
             const std::lock_guard lock(mutex_);
-            bytes_.append(piece, static_cast<std::size_t>(count));
+            Receive();
         }
-        for (std::size_t end = pending.find('\r'); end != std::string::npos; end = pending.find('\r')) {
-            const std::string text = pending.substr(0, end);
-            pending.erase(0, end + 1);
-            Serve(text);
+        ServeAll();
+    }
+}
+
+/// Takes in what the line holds. Called with the mutex held.
+void RawPeer::Receive()
+{
+    char piece[4096];
+    for (ssize_t count = 0; (count = ::read(master_, piece, sizeof piece)) > 0;) {
+        bytes_.append(piece, static_cast<std::size_t>(count));
+        pending_.append(piece, static_cast<std::size_t>(count));
+    }
+    for (std::size_t end = pending_.find('\r'); end != std::string::npos; end = pending_.find('\r')) {
+        lines_.push_back(pending_.substr(0, end));
+        unserved_.push_back(lines_.back());
+        pending_.erase(0, end + 1);
+    }
+}
+
+/// Takes in what the line holds before somebody is told what was received: the thread may not have had its
+/// turn, and has the lines still to answer. Called with the mutex held.
+void RawPeer::CatchUp()
+{
+    Receive();
+    Wake();
+}
+
+void RawPeer::ServeAll()
+{
+    while (!stop_) {
+        std::string line;
+        {
+            const std::lock_guard lock(mutex_);
+            if (unserved_.empty())
+                return;
+            line = std::move(unserved_.front());
+            unserved_.pop_front();
         }
+        Serve(line);
     }
 }
 
@@ -140,7 +183,6 @@ void RawPeer::Serve(const std::string &line)
     std::string reply;
     {
         const std::lock_guard lock(mutex_);
-        lines_.push_back(line);
         answer = answer_;
         if (const auto found = replies_.find(line); found != replies_.end()) {
             reply = found->second.front();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -33,10 +34,10 @@ public:
     /// Sends bytes that nobody asked for.
     void Send(const std::string &bytes);
 
-    /// Lines received so far, without their carriage return.
-    std::vector<std::string> Lines() const;
+    /// Lines received so far, without their carriage return. What the line still holds counts as received.
+    std::vector<std::string> Lines();
     /// Everything received so far, carriage returns included.
-    std::string Bytes() const;
+    std::string Bytes();
     void Forget();
 
     /// Pulls the plug: the device vanishes while the program holds it.
@@ -45,12 +46,19 @@ public:
 
 private:
     void Run();
+    void Receive();
+    void CatchUp();
+    void ServeAll();
     void Serve(const std::string &line);
+    void Wake() const;
 
     std::filesystem::path link_;
-    int master_ = -1;
+    std::atomic<int> master_ = -1;
     int keeper_ = -1; ///< keeps the line up between the program's openings
-    mutable std::mutex mutex_;
+    int wake_ = -1;   ///< tells the thread that there is something to do besides the line
+    std::mutex mutex_;
+    std::string pending_;              ///< a line without its end so far
+    std::deque<std::string> unserved_; ///< lines that are still to be answered
     std::map<std::string, std::vector<std::string>> replies_;
     Answer answer_;
     std::string bytes_;
