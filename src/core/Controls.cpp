@@ -44,6 +44,16 @@ std::string CaptionOf(const QWidget *control)
     return FromQString(control->property(CaptionProperty).toString());
 }
 
+void ShowInEntry(QLineEdit &entry, const QString &text)
+{
+    if (entry.text() == text)
+        return;
+    const bool whole = entry.hasSelectedText() && entry.selectedText() == entry.text();
+    entry.setText(text);
+    if (whole)
+        entry.selectAll();
+}
+
 void SetCaption(QWidget *control, std::string_view caption)
 {
     const QString text = ToQString(caption);

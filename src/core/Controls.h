@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
@@ -48,6 +49,10 @@ void SetTag(QWidget *control, std::string_view tag);
 /// Caption of a label, a button, a check box, a frame or an indicator.
 std::string CaptionOf(const QWidget *control);
 void SetCaption(QWidget *control, std::string_view caption);
+
+/// Shows a live value in an entry that the operator may be about to type over: the same text leaves cursor
+/// and selection alone, and an entry that is selected whole stays so, for the next key to replace it.
+void ShowInEntry(QLineEdit &entry, const QString &text);
 
 /// Whether a control is to be seen on its page, whether or not the page itself is on show.
 inline bool IsShown(const QWidget *control)

@@ -169,7 +169,7 @@ void LiveData::Show(const PollStep &step, const NodeKey &node, int channel)
         pages_.FrameGen->LabRdv->setText(text);
         break;
     case PollEffect::ExcitationEntry:
-        pages_.FrameGen->TextAAOv->setText(text);
+        ShowInEntry(*pages_.FrameGen->TextAAOv, text);
         break;
     case PollEffect::ChannelMask:
         mask_ = HexToBin(Mid(reply, 4, 2));
@@ -220,14 +220,14 @@ std::string LiveData::CountText(const std::string &hex)
 
 void LiveData::ShowOutput(const std::string &payload)
 {
-    pages_.FrameAOut->TextAnalogOut->setText(ToQString(payload));
+    ShowInEntry(*pages_.FrameAOut->TextAnalogOut, ToQString(payload));
     load_.SetSlider(payload);
 }
 
 /// The outputs of a slot know engineering units only; the slider takes no part in any other form.
 void LiveData::ShowChannelOutput(const std::string &payload)
 {
-    pages_.FrameAOut->TextAnalogOut->setText(ToQString(payload));
+    ShowInEntry(*pages_.FrameAOut->TextAnalogOut, ToQString(payload));
     if (IsOneOf(main_.OutputFormatCode, {"00", "01", "02"}))
         load_.SetSlider(payload);
 }
@@ -290,10 +290,10 @@ void LiveData::ShowSlot(PollEffect effect, const NodeKey &node, int channel, con
         slot->ChLA[At(channel)]->SetValue(IsSet(reply, 5));
         break;
     case PollEffect::SlotOutput:
-        slot->TextCH[At(channel)]->setText(ToQString(payload));
+        ShowInEntry(*slot->TextCH[At(channel)], ToQString(payload));
         break;
     case PollEffect::SlotCount:
-        slot->TextCH[At(channel)]->setText(ToQString(CounterChannelText(payload)));
+        ShowInEntry(*slot->TextCH[At(channel)], ToQString(CounterChannelText(payload)));
         break;
     case PollEffect::ChannelCount:
         page->LabChannelValue->setText(ToQString(CounterChannelText(payload)));
@@ -323,7 +323,7 @@ void LiveData::ShowSlotReadings(const NodeKey &node)
                              settings->LabSDataFormatLab->text() == settings->CmbSFormat->itemText(1);
     const auto texts = SlotTexts(node.model(), main_.ReplyText, hexadecimal);
     for (std::size_t i = 0; i < texts.size(); ++i)
-        pages_.FrameSlotIO->TextCH[i]->setText(ToQString(texts[i]));
+        ShowInEntry(*pages_.FrameSlotIO->TextCH[i], ToQString(texts[i]));
 }
 
 std::string LiveData::CounterChannelText(const std::string &payload) const

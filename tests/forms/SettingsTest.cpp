@@ -537,6 +537,43 @@ TEST_F(SettingsTest, KeysThatOnlyMoveLeaveAnOutputEntryToTheRefresh)
     });
 }
 
+TEST_F(SettingsTest, AnEntryThatIsSelectedWholeStaysSoUnderTheRefresh)
+{
+    OnPage("7218 address=0A excitation=01.000", [&](Operator &op) {
+        auto *entry = Find<QLineEdit>("TextAAOv");
+        const auto selected = [&] { return entry->selectedText().toStdString(); };
+        op.WaitFor([&] { return Text("TextAAOv") == "01.000"; }, "the value of the module");
+        op.Gui([&] { entry->setFocus(); });
+        rack().ClearTrace();
+        AwaitCommands(op, 8);
+        EXPECT_EQ(op.Gui(selected), "01.000") << "the same value again";
+        rack().SetValue(2, "0A", "excitation", "02.000");
+        op.WaitFor([&] { return Text("TextAAOv") == "02.000"; }, "the new value");
+        EXPECT_EQ(op.Gui(selected), "02.000");
+        op.Type(entry, QStringLiteral("5.5"));
+        EXPECT_EQ(op.Gui([&] { return Text("TextAAOv"); }), "5.5");
+        op.Press(entry, Qt::Key_Return);
+        AwaitWrite(op, "$0A705.500");
+    });
+}
+
+TEST_F(SettingsTest, TheRefreshLeavesTheCursorOfAnEntryInItsPlace)
+{
+    OnPage("7231 address=0A range=32 output=01.000", [&](Operator &op) {
+        auto *entry = Find<QLineEdit>("TextAnalogOut");
+        op.WaitFor([&] { return Text("TextAnalogOut") == "01.000"; }, "the value of the module");
+        op.Gui([&] {
+            entry->setFocus();
+            entry->setSelection(0, 2);
+        });
+        rack().ClearTrace();
+        AwaitCommands(op, 8);
+        EXPECT_EQ(op.Gui([&] { return entry->selectedText().toStdString(); }), "01");
+        op.Type(entry, QStringLiteral("7"));
+        EXPECT_EQ(op.Gui([&] { return Text("TextAnalogOut"); }), "7.000");
+    });
+}
+
 TEST_F(SettingsTest, APastedOutputIsTheOperators)
 {
     OnPage("7231 address=0A range=32 output=01.000", [&](Operator &op) {
