@@ -33,9 +33,13 @@ TEST_F(DemoRackTest, HasTrafficOfAnotherMasterToWatch)
 {
     RawPeer listener(simulator_.Link(6));
     std::string before;
-    for (std::string line = listener.ReadLine(); line != "!0AVORN7221"; line = listener.ReadLine()) {
+    // What passed while the port was being opened may be a part: the second reply has all in front of it.
+    for (int replies = 0; replies < 2;) {
+        const std::string line = listener.ReadLine();
         ASSERT_FALSE(line.empty()) << "silence after " << before;
-        before = line;
+        replies += line == "!0AVORN7221" ? 1 : 0;
+        if (replies < 2)
+            before = line;
     }
     EXPECT_EQ(before, "$0AM");
 }

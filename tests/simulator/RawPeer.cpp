@@ -89,13 +89,15 @@ bool RawPeer::Wait(std::chrono::steady_clock::time_point until) const
 
 bool RawPeer::Fill(std::chrono::steady_clock::time_point until)
 {
-    if (!Wait(until))
-        return false;
     std::array<char, 4096> bytes;
-    const ssize_t count = ::read(fd_, bytes.data(), bytes.size());
-    if (count > 0)
-        received_.append(bytes.data(), static_cast<std::size_t>(count));
-    return count > 0;
+    while (Wait(until)) {
+        const ssize_t count = ::read(fd_, bytes.data(), bytes.size());
+        if (count > 0)
+            received_.append(bytes.data(), static_cast<std::size_t>(count));
+        if (count >= 0 || errno != EAGAIN) // the line was purged behind our back
+            return count > 0;
+    }
+    return false;
 }
 
 std::string RawPeer::ReadLine()
