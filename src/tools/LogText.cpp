@@ -88,7 +88,9 @@ std::size_t OldestRows(std::string_view log, std::size_t room)
     std::size_t at = room - 1;
     while (at > 0 && (log[at] == '\n' || log[at] == '\r') && log[at - 1] == '\r')
         --at;
-    const std::size_t cut = BehindRows(log, at, 1);
+    std::size_t cut = at;
+    while (cut < room)
+        cut = BehindRows(log, cut, 1);
     return cut == log.size() && log.back() != '\n' && log.back() != '\r' ? room : cut;
 }
 

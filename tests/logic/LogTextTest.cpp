@@ -70,6 +70,7 @@ TEST(OldestRows, AreWholeRowsWhereThereAreAny)
     EXPECT_EQ(OldestRows(log, 11), 11U);
     EXPECT_EQ(OldestRows(log, 12), 15U) << "a carriage return inside an entry";
     EXPECT_EQ(OldestRows(log, 16), 16U) << "the last row has no end";
+    EXPECT_EQ(OldestRows("one\r\rtwo\r\n", 5), 5U) << "behind two of them";
     EXPECT_EQ(OldestRows(log, 100), log.size());
     EXPECT_EQ(OldestRows("", 1), 0U);
 }
