@@ -13,3 +13,9 @@ if(VORN_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(vornstrict INTERFACE -fsanitize=address,undefined)
 endif()
+
+if(VORN_FUZZ)
+    target_compile_options(vornstrict INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(vornstrict INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,92 @@
+// What the operator types or pastes into the fields, and what is written of it.
+
+#include "Fuzz.h"
+
+#include "core/Conversions.h"
+#include "core/Number.h"
+#include "core/RuntimeError.h"
+#include "settings/AlarmLimits.h"
+#include "settings/CounterSettings.h"
+#include "settings/FieldFilter.h"
+#include "settings/LinearMapping.h"
+#include "tools/LedText.h"
+#include "tools/LogText.h"
+#include "workspace/ModuleUpdate.h"
+#include "workspace/OutputCommands.h"
+
+namespace
+{
+
+using namespace vorn;
+
+constexpr int Rules = static_cast<int>(FieldRule::UnsignedDisplay) + 1;
+
+template <class Code>
+void MayThrowARuntimeError(Code code)
+{
+    try {
+        code();
+    } catch (const RuntimeError &error) {
+        PROMISE(error.number() == RuntimeErrorNumber::Overflow ||
+                error.number() == RuntimeErrorNumber::TypeMismatch);
+    }
+}
+
+/// Pasting brings in what typing brings in: key by key the same text and cursor.
+void PasteIsTyping(FieldRule rule, const std::string &text, std::size_t start, std::size_t length,
+                   const std::string &pasted)
+{
+    const FieldContent whole = TypeText(rule, text, start, length, pasted, text);
+    FieldContent byKey{text, std::min(start, text.size()), true};
+    bool selected = length > 0;
+    for (const char key : pasted) {
+        const FieldContent next =
+            TypeText(rule, byKey.text, byKey.cursor, selected ? length : 0, std::string(1, key), text);
+        // The selection is gone with the first key that changed anything.
+        selected = selected && next.text == byKey.text && next.cursor == byKey.cursor;
+        byKey = next;
+    }
+    PROMISE(byKey.text == whole.text);
+    PROMISE(byKey.cursor == whole.cursor && whole.cursor <= whole.text.size());
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    fuzz::Input input(data, size);
+    const auto rule = static_cast<FieldRule>(input.Number(Rules));
+    const std::size_t start = input.Number(12);
+    const std::size_t length = input.Number(12);
+    const std::string text = input.Line();
+    const std::string pasted = input.Rest();
+
+    PasteIsTyping(rule, text, start, length, pasted);
+    const FieldContent fresh = TypeText(rule, {}, 0, 0, pasted, text);
+    if (rule != FieldRule::FilterScale)
+        PROMISE(AcceptText(rule, fresh.text));
+    for (const char key : pasted)
+        (void)AcceptKey(rule, text, start, length, key);
+
+    const NodeKey module("_0003!!0A7231");
+    const NodeKey slot("_0003210A3931");
+    const LimitPair limits{text, pasted};
+    (void)AreLimitsInOrder(limits);
+    PROMISE(WireOutputLimits(limits).low.size() == 7);
+    for (int range = -1; range < 12; ++range) {
+        (void)WireInputLimits(range, limits);
+        (void)WireAlarmLimits("7212", range, limits);
+    }
+    MayThrowARuntimeError([&] { PROMISE(DecToHex8(pasted).size() % 8 == 0); });
+    MayThrowARuntimeError([&] { (void)CLng(pasted); });
+    MayThrowARuntimeError([&] { (void)CInt(pasted); });
+    (void)FilterWireText(FilterField::HighLevel, pasted);
+    (void)FilterWireText(FilterField::LowWidth, pasted);
+    (void)ExcitationCommand(module, pasted);
+    (void)SlotOutputCommand(slot, 1, pasted);
+    PROMISE(LedValue("7212D", pasted).size() == 7 || pasted.size() > 5);
+    (void)AddressLabel(pasted);
+    const std::u16string wide(pasted.begin(), pasted.end());
+    PROMISE(BytesOfTyped(wide).size() == pasted.size());
+    return 0;
+}
