@@ -1,6 +1,7 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
+#include "core/Controls.h"
 #include "core/Module1.h"
 
 #include <gtest/gtest.h>
@@ -16,6 +17,7 @@ class SetClock final : public vorn::Clock
 public:
     double Timer() const override
     {
+        ++looks_;
         const double now = seconds_;
         seconds_ = now + step_;
         if (seconds_ >= 86400)
@@ -24,7 +26,10 @@ public:
     }
     SetClock(double start, double step) : seconds_(start), step_(step) {}
 
+    int Looks() const { return looks_; }
+
 private:
+    mutable int looks_ = 0;
     mutable double seconds_;
     double step_; ///< how far each look moves it on
 };
@@ -37,17 +42,20 @@ protected:
     RawPeer peer_{ports_.Link(3)};
     const vorn::SerialPorts machine_;
 
-    int PollsOfWaitModuleReady(const SetClock &clock)
+    using Wait = void (*)(vorn::FormMain &main, const std::string &addr, bool checksum);
+
+    /// How often a wait asks a module that keeps silent.
+    int PollsOf(Wait wait, const std::string &command, const SetClock &clock)
     {
         vorn::Program program({.ports = machine_, .clock = clock});
         EXPECT_TRUE(program.Load());
         program.Main.Timer1.stop();
         program.Main.TextTimeOut->setText(QStringLiteral("1"));
         peer_.Forget();
-        WaitModuleReady(program.Main, "05", false);
+        wait(program.Main, "05", false);
         EXPECT_EQ(program.Main.ReplyText, "");
         for (const std::string &line : peer_.Lines())
-            EXPECT_EQ(line, "$052");
+            EXPECT_EQ(line, command);
         return static_cast<int>(peer_.Lines().size());
     }
 };
@@ -57,12 +65,12 @@ protected:
 TEST_F(WaitTest, WaitModuleReadyGivesUpAfterThirtySeconds)
 {
     // One look at the start and one a round: at 5 s a round the seventh round is the first beyond 30 s.
-    EXPECT_EQ(PollsOfWaitModuleReady(SetClock(1000, 5)), 6);
+    EXPECT_EQ(PollsOf(vorn::WaitModuleReady, "$052", SetClock(1000, 5)), 6);
 }
 
 TEST_F(WaitTest, WaitModuleReadyKeepsItsThirtySecondsAcrossMidnight)
 {
-    EXPECT_EQ(PollsOfWaitModuleReady(SetClock(86395, 5)), 6);
+    EXPECT_EQ(PollsOf(vorn::WaitModuleReady, "$052", SetClock(86395, 5)), 6);
 }
 
 TEST_F(WaitTest, WaitModuleReadyEndsWithTheFirstReplyOfAnyKind)
@@ -99,16 +107,39 @@ TEST_F(WaitTest, WaitCalibrationDoneAsksForTheStep)
     EXPECT_EQ(peer_.Lines(), std::vector<std::string>{"$053"});
 }
 
+TEST_F(WaitTest, WaitCalibrationDoneGivesUpAfterThirtySeconds)
+{
+    EXPECT_EQ(PollsOf(vorn::WaitCalibrationDone, "$053", SetClock(86395, 5)), 6);
+}
+
+TEST_F(WaitTest, WaitCalibrationDoneAsksACardByItsBaseUnitsAddressAlone)
+{
+    peer_.Reply("$053", "!05\r");
+    const vorn::Clock clock;
+    vorn::Program program({.ports = machine_, .clock = clock});
+    ASSERT_TRUE(program.Load());
+    program.Main.Timer1.stop();
+    vorn::SetTag(program.Main.Frame1, "_00032!053925");
+    peer_.Forget();
+    WaitCalibrationDone(program.Main, "05", false);
+    EXPECT_EQ(peer_.Lines(), std::vector<std::string>{"$053"});
+}
+
 TEST_F(WaitTest, WaitTransIdleEndsWhenABusyBusStaysBusy)
 {
-    const SetClock clock(86399.9, 0.1);
+    const SetClock clock(86399.9375, 0.125);
     vorn::Program program({.ports = machine_, .clock = clock});
     ASSERT_TRUE(program.Load());
     program.Main.Timer1.stop();
     program.Main.TransBusy = true;
+    const int before = clock.Looks();
     WaitTransIdle(program.Main);
+    // The start, and five looks: the fifth is the first beyond half a second.
+    EXPECT_EQ(clock.Looks() - before, 6);
     EXPECT_TRUE(program.Main.TransBusy);
     program.Main.TransBusy = false;
+    WaitTransIdle(program.Main);
+    EXPECT_LE(clock.Looks() - before, 7) << "an idle bus is not waited for";
 }
 
 TEST_F(WaitTest, DelaySecondsEndsAcrossMidnight)

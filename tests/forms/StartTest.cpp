@@ -10,10 +10,12 @@
 #include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QToolBar>
+#include <QTreeWidget>
 
 #include <cstdlib>
 #include <fstream>
@@ -171,17 +173,54 @@ TEST_F(WindowTest, ToolbarButtonsStandInTheirPlaces)
     });
 }
 
-TEST_F(WindowTest, TheModuleListHasItsColumns)
+TEST_F(WindowTest, TheListsHaveTheirColumns)
+{
+    struct Column {
+        const char *caption;
+        int twips;
+    };
+    const auto expectColumns = [](const QTreeWidget &list, const std::vector<Column> &columns) {
+        ASSERT_EQ(list.columnCount(), static_cast<int>(columns.size()));
+        for (int i = 0; i < list.columnCount(); ++i) {
+            const Column &column = columns[static_cast<std::size_t>(i)];
+            EXPECT_EQ(vorn::FromQString(list.headerItem()->text(i)), column.caption);
+            EXPECT_GE(list.columnWidth(i), column.twips / 15) << column.caption;
+        }
+    };
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            expectColumns(
+                *main().ListView1,
+                {{"Init State", 560}, {"Address (Hex)", 900}, {"Model", 600}, {"Description", 4600}});
+            expectColumns(*Find<QTreeWidget>("ListView3900"),
+                          {{"Slot", 450}, {"Module", 1500}, {"Description", 4600}});
+        });
+    });
+}
+
+TEST_F(WindowTest, ThePortPageHasItsTexts)
 {
     Operate([&](Operator &op) {
         op.Gui([&] {
-            const Lines captions{"Init State", "Address (Hex)", "Model", "Description"};
-            const int twips[] = {560, 900, 600, 4600};
-            for (int i = 0; i < 4; ++i) {
-                EXPECT_EQ(vorn::FromQString(main().ListView1->headerItem()->text(i)),
-                          captions[static_cast<std::size_t>(i)]);
-                EXPECT_GE(main().ListView1->columnWidth(i), twips[i] / 15);
-            }
+            EXPECT_EQ(Find<QGroupBox>("FramePort")->title(), QStringLiteral("Host COM Setting"));
+            const std::pair<const char *, const char *> texts[] = {
+                {"LabPort_0", "Serial Port"},  {"LabPort_1", "&Baudrate"}, {"LabPort_2", "Data Bits"},
+                {"LabPort_3", "Stop Bits"},    {"LabPort_4", "Parity"},    {"LabPort_5", "&Time Out"},
+                {"LabPort_7", "&Pretix Char"}, {"LabCOM_2", " 8"},         {"LabCOM_3", " 1"},
+                {"LabCOM_4", " None"},         {"LabPort_6", "ms"}};
+            for (const auto &[name, text] : texts)
+                EXPECT_EQ(Text(name), text) << name;
+            EXPECT_EQ(Find<QLabel>("LabPort_1")->buddy(), Find("CmbPBaudrate"));
+            EXPECT_EQ(Find<QLabel>("LabPort_5")->buddy(), Find("TextTimeOut"));
+            EXPECT_EQ(Find<QLabel>("LabPort_7")->buddy(), Find("TextPretix"));
+            EXPECT_EQ(Text("TextPretix"), "");
+            const auto *speeds = Find<QComboBox>("CmbPBaudrate");
+            Lines captions;
+            for (int i = 0; i < speeds->count(); ++i)
+                captions.push_back(vorn::FromQString(speeds->itemText(i)));
+            EXPECT_EQ(captions, (Lines{"1200  bps", "2400  bps", "4800  bps", "9600  bps", " 19.2  kbps",
+                                       " 38.4  kbps", " 57.6  kbps", "115.2 kbps"}));
+            EXPECT_EQ(speeds->currentIndex(), 3);
         });
     });
 }
