@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -44,6 +48,38 @@ TEST_F(FieldGuardTest, AnInsertionThatTypingWouldRefuseIsUndone)
     field_.selectAll();
     field_.insert(QStringLiteral("11"));
     EXPECT_EQ(field_.text(), QStringLiteral("9.5")) << "fewer characters, but new ones";
+}
+
+TEST_F(FieldGuardTest, ADropBringsInNothingThatTypingWouldRefuse)
+{
+    Guard(FieldRule::OutputChannel);
+    const auto drop = [&](const char *text) {
+        QMimeData mime;
+        mime.setText(QString::fromLatin1(text));
+        QDragEnterEvent enter({1, 1}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&field_, &enter);
+        QDropEvent event({1.0, 1.0}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&field_, &event);
+        return field_.text();
+    };
+    EXPECT_EQ(drop("16"), QString());
+    EXPECT_EQ(drop("x"), QString());
+    EXPECT_EQ(drop("12"), QStringLiteral("12"));
+}
+
+TEST_F(FieldGuardTest, AnInputMethodBringsInNothingThatTypingWouldRefuse)
+{
+    Guard(FieldRule::OutputChannel);
+    const auto compose = [&](const QString &text) {
+        QInputMethodEvent event;
+        event.setCommitString(text);
+        QApplication::sendEvent(&field_, &event);
+        return field_.text();
+    };
+    EXPECT_EQ(compose(QStringLiteral(u"\u4E2D")), QString());
+    EXPECT_EQ(compose(QStringLiteral("1")), QStringLiteral("1"));
+    EXPECT_EQ(compose(QStringLiteral("6")), QStringLiteral("1")) << "16 is beyond the last channel";
+    EXPECT_EQ(compose(QStringLiteral("5")), QStringLiteral("15"));
 }
 
 TEST_F(FieldGuardTest, ATextOfTheProgramMayBeCutDownToo)
