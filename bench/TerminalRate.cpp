@@ -50,7 +50,8 @@ constexpr Line LongLine[] = {
 /// Number of the round that was logged last; 0 if there is none.
 int LastRound(const vorn::LogView &log)
 {
-    const std::string text = log.TextFrom(log.Length() - std::min<std::size_t>(log.Length(), 200));
+    const std::string_view all = log.Log();
+    const std::string text(all.substr(all.size() - std::min<std::size_t>(all.size(), 200)));
     const std::size_t end = text.rfind('<');
     return end == std::string::npos ? 0 : std::atoi(text.substr(text.rfind('\n', end) + 1, end).c_str());
 }

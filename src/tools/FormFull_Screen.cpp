@@ -16,6 +16,7 @@
 #include "tools/LogView.h"
 
 #include <QButtonGroup>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -57,6 +58,13 @@ QRadioButton *MakeToggle(QWidget *parent, const char *name, const char *caption,
     QObject::connect(toggle, &QAbstractButton::pressed, toggle,
                      [toggle] { SetTag(toggle, toggle->isChecked() ? "1" : "0"); });
     return toggle;
+}
+
+/// Where the command files are that come with the program.
+QString CommandFilesFolder()
+{
+    const QString example = ProgramFile(QStringLiteral("Terminal-Example.txt"));
+    return example.isEmpty() ? ProgramDirectory() : QFileInfo(example).absolutePath();
 }
 
 } // namespace
@@ -144,14 +152,21 @@ QLayout *FormFull_Screen::BuildButtons()
 void FormFull_Screen::Wire()
 {
     using Handler = void (FormFull_Screen::*)();
-    const auto atOnce = [this](Handler handler) {
-        return [this, handler] {
-            Queue(this, [this, handler] { Run([this, handler] { (this->*handler)(); }); });
+    // Between transactions, since a dialog on top of one would hold the port. A second request while the
+    // first waits or runs is dropped.
+    const auto inTurn = [this](Handler handler) {
+        return [this, handler, busy = std::make_shared<bool>(false)] {
+            if (std::exchange(*busy, true))
+                return;
+            OnBus([this, handler, busy] {
+                const auto done = qScopeGuard([busy] { *busy = false; });
+                (this->*handler)();
+            });
         };
     };
     // A second request while the first waits for its turn is dropped, so that a held key piles up nothing. A
     // stop takes back what still waits, unless it was asked for again after it.
-    const auto onBus = [this](Handler handler) {
+    const auto sending = [this](Handler handler) {
         return [this, handler, waitsSince = std::make_shared<std::optional<int>>()] {
             if (std::exchange(*waitsSince, stops_))
                 return;
@@ -161,22 +176,17 @@ void FormFull_Screen::Wire()
             });
         };
     };
-    connect(CmdSend, &QPushButton::clicked, this, onBus(&FormFull_Screen::CmdSend_Click));
-    connect(CmdContinueSend, &QPushButton::clicked, this, onBus(&FormFull_Screen::CmdContinueSend_Click));
-    connect(TextCommand, &QLineEdit::returnPressed, this, onBus(&FormFull_Screen::TRANS_RESPONSE));
-    connect(Text1, &LogView::ReturnPressed, this, onBus(&FormFull_Screen::Text1_Return));
-    connect(CmdStop, &QPushButton::clicked, this, [this] { ++stops_; });
-    connect(CmdStop, &QPushButton::clicked, this, atOnce(&FormFull_Screen::CmdStop_Click));
-    connect(CmdSave, &QPushButton::clicked, this, atOnce(&FormFull_Screen::CmdSave_Click));
-    connect(Comincludtxt, &QPushButton::clicked, this, atOnce(&FormFull_Screen::Comincludtxt_Click));
-    connect(TextFileName, &QLineEdit::returnPressed, this, atOnce(&FormFull_Screen::OpenFile));
+    connect(CmdSend, &QPushButton::clicked, this, sending(&FormFull_Screen::CmdSend_Click));
+    connect(CmdContinueSend, &QPushButton::clicked, this, sending(&FormFull_Screen::CmdContinueSend_Click));
+    connect(TextCommand, &QLineEdit::returnPressed, this, sending(&FormFull_Screen::TRANS_RESPONSE));
+    connect(Text1, &LogView::ReturnPressed, this, &FormFull_Screen::Text1_Return);
+    connect(CmdStop, &QPushButton::clicked, this, &FormFull_Screen::CmdStop_Click);
+    connect(CmdSave, &QPushButton::clicked, this, inTurn(&FormFull_Screen::CmdSave_Click));
+    connect(Comincludtxt, &QPushButton::clicked, this, inTurn(&FormFull_Screen::Comincludtxt_Click));
+    connect(TextFileName, &QLineEdit::returnPressed, this, inTurn(&FormFull_Screen::OpenFile));
     // The file that is open is the one whose name stands in the field.
-    connect(TextFileName, &QLineEdit::textEdited, this, [this] { file_.Close(); });
-    connect(cmdExit, &QPushButton::clicked, this, [this] {
-        main_.TerminalStop = true;
-        ContinueMode = false;
-        close();
-    });
+    connect(TextFileName, &QLineEdit::textChanged, this, [this] { file_.Close(); });
+    connect(cmdExit, &QPushButton::clicked, this, &QWidget::close);
     for (QRadioButton *option : OptionSel)
         connect(option, &QRadioButton::clicked, this, &FormFull_Screen::OptionSel_Click);
 }
@@ -203,7 +213,7 @@ void FormFull_Screen::CmdSend_Click()
 {
     ContinueMode = false;
     if (std::exchange(ClearOnSend, false))
-        ClearLog();
+        Text1->Clear();
     if (OptionSel[0]->isChecked()) {
         TRANS_RESPONSE();
         return;
@@ -217,32 +227,33 @@ void FormFull_Screen::CmdSend_Click()
 
 void FormFull_Screen::CmdContinueSend_Click()
 {
-    ClearLog();
+    Text1->Clear();
     RoundCount = 0;
     ContinueMode = true;
     ClearOnSend = false;
     CmdSend->setEnabled(false);
     CmdContinueSend->setEnabled(false);
     main_.TerminalStop = false;
-    if (!std::exchange(sendLoop_, true))
-        OnBus([this] { SendLoop(); });
+    OnBus([this, stops = stops_] { SendLoop(stops); });
 }
 
 /// Goes on from the event loop, round by round, so that a refresh that is called up meanwhile gets its turn
-/// as well.
-void FormFull_Screen::SendLoop()
+/// as well. `stops` is how often the sending had been stopped when the loop began.
+void FormFull_Screen::SendLoop(int stops)
 {
+    const auto goesOn = [&] { return stops == stops_ && !main_.TerminalStop; };
     const std::uint32_t start = main_.Time.GetTickCount();
     bool sent = true;
-    do {
-        if (main_.TerminalStop) {
-            ContinueMode = sendLoop_ = false;
-            return;
-        }
+    while (goesOn() && sent) {
         sent = SendRound();
-    } while (sent && !main_.NoYield && ElapsedTicks(main_.Time, start) < RoundsAtOnce);
-    QTimer::singleShot(sent ? std::chrono::milliseconds(0) : IdleRound, this,
-                       [this] { OnBus([this] { SendLoop(); }); });
+        if (main_.NoYield || ElapsedTicks(main_.Time, start) >= RoundsAtOnce)
+            break;
+    }
+    if (goesOn())
+        QTimer::singleShot(sent ? std::chrono::milliseconds(0) : IdleRound, this,
+                           [this, stops] { OnBus([this, stops] { SendLoop(stops); }); });
+    else if (stops == stops_)
+        StopSending();
 }
 
 /// One round of the send loop; false if nothing could go out.
@@ -265,9 +276,19 @@ bool FormFull_Screen::SendRound()
     return !silenced && RoundCount > 0;
 }
 
+/// Ends the send loop, takes back what waits to be sent, and closes the file: the next send plays it from its
+/// first line.
+void FormFull_Screen::StopSending()
+{
+    ++stops_;
+    main_.TerminalStop = true;
+    ContinueMode = false;
+    file_.Close();
+}
+
 void FormFull_Screen::CmdStop_Click()
 {
-    main_.TerminalStop = true;
+    StopSending();
     CmdSend->setEnabled(true);
     CmdContinueSend->setEnabled(true);
 }
@@ -304,26 +325,38 @@ void FormFull_Screen::Transmit(std::string command, bool checksum, bool numbered
     };
     AddToLog(prefixed(SentPrefix, LogRecord(SentText(command, checksum), TimeOfDay())));
     const std::uint32_t start = main_.Time.GetTickCount();
+    const std::string reply = Ask(std::move(command), checksum);
+    const std::string elapsed = ElapsedText(ElapsedTicks(main_.Time, start));
+    if (response)
+        response->setText(ToQString(reply));
+    AddToLog(prefixed(ReplyPrefix, LogRecord(reply, TimeOfDay())) + elapsed);
+}
+
+/// Sends a command and returns its reply, or the text that stands in for one, whatever kept the bus from
+/// answering.
+std::string FormFull_Screen::Ask(std::string command, bool checksum)
+{
+    main_.ReplyText.clear();
     main_.trans(command, checksum);
     if (main_.ReplyText.empty())
         main_.ReplyText = TimeOut;
-    const std::string elapsed = ElapsedText(ElapsedTicks(main_.Time, start));
-    if (response)
-        response->setText(ToQString(main_.ReplyText));
-    AddToLog(prefixed(ReplyPrefix, LogRecord(main_.ReplyText, TimeOfDay())) + elapsed);
-    LogMark = Text1->Length();
+    return main_.ReplyText;
 }
 
+/// Return in the log. What was typed is taken at once and waits its turn, so that nothing that comes
+/// meanwhile gets into it; a held key piles up nothing.
 void FormFull_Screen::Text1_Return()
 {
-    const std::string cmd = Text1->TextFrom(LogMark);
-    Exchange([&] {
-        AddToLog(LogRecord({}, TimeOfDay(), TypedColumn));
-        main_.trans(std::string(cmd), false);
-        if (main_.ReplyText.empty())
-            main_.ReplyText = TimeOut;
-        AddToLog(LogRecord(main_.ReplyText, TimeOfDay(), TypedColumn));
-        LogMark = Text1->Length();
+    const std::string cmd = Text1->TakeTyped();
+    if (cmd.empty() && typedLines_ > 0)
+        return;
+    ++typedLines_;
+    OnBus([this, cmd] {
+        const auto done = qScopeGuard([this] { --typedLines_; });
+        Exchange([&] {
+            AddToLog(cmd + LogRecord({}, TimeOfDay(), TypedColumn));
+            AddToLog(LogRecord(Ask(cmd, false), TimeOfDay(), TypedColumn));
+        });
     });
 }
 
@@ -339,7 +372,7 @@ void FormFull_Screen::Exchange(const std::function<void()> &exchange)
         if (error.number() != RuntimeErrorNumber::OutOfMemory)
             throw;
         ClearOnSend = true;
-        main_.TerminalStop = true;
+        StopSending();
         CmdSend->setEnabled(true);
         main_.TerminalOwnsPort = false;
         CmdSave_Click();
@@ -355,15 +388,9 @@ void FormFull_Screen::AddToLog(std::string line)
     } catch (const RuntimeError &) {
         if (!OptRingBuffer->isChecked())
             throw;
-        ClearLog();
+        Text1->Clear();
         Text1->Append(line);
     }
-}
-
-void FormFull_Screen::ClearLog()
-{
-    Text1->Clear();
-    LogMark = 0;
 }
 
 std::string FormFull_Screen::TimeOfDay() const
@@ -385,7 +412,7 @@ void FormFull_Screen::Comincludtxt_Click()
     main_.TerminalStop = false;
     const TopmostPause pause(*this);
     const auto name = ShowOpen(this, {.title = QStringLiteral("Open"),
-                                      .folder = ProgramDirectory(),
+                                      .folder = CommandFilesFolder(),
                                       .fileName = QStringLiteral("*.txt"),
                                       .extension = QStringLiteral("txt"),
                                       .filter = QStringLiteral("Terminal Patch File(*.txt)")});
@@ -415,7 +442,7 @@ void FormFull_Screen::Run(const std::function<void()> &handler)
         handler();
     } catch (const RuntimeError &) {
         // The one that is left: a command whose characters add up to more than the checksum can hold.
-        main_.TerminalStop = true;
+        StopSending();
         Tell("Checksum overflow !");
     }
     --running_;
@@ -430,8 +457,7 @@ void FormFull_Screen::Tell(const char *text)
 
 void FormFull_Screen::closeEvent(QCloseEvent *)
 {
-    main_.TerminalStop = true;
-    file_.Close();
+    StopSending();
     unloaded_ = true;
     if (main_.FormFull_Screen == this)
         main_.FormFull_Screen = nullptr;

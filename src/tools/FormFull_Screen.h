@@ -5,11 +5,9 @@
 #include <QWidget>
 
 #include <array>
-#include <cstddef>
 #include <functional>
 #include <string>
 
-class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -65,13 +63,14 @@ private:
     void TRANS_RESPONSE();
     void Trans_File();
     void OpenFile();
-    void SendLoop();
+    void SendLoop(int stops);
     bool SendRound();
+    void StopSending();
 
     void Transmit(std::string command, bool checksum, bool numbered, QLabel *response = nullptr);
+    std::string Ask(std::string command, bool checksum);
     void Exchange(const std::function<void()> &exchange);
     void AddToLog(std::string line);
-    void ClearLog();
     std::string TimeOfDay() const;
 
     void OnBus(const std::function<void()> &handler);
@@ -79,14 +78,12 @@ private:
     void Tell(const char *text);
 
     FormMain &main_;
-    std::size_t LogMark =
-        0; ///< length of the log at the end of the last output; behind it stands what was typed
     bool ContinueMode = false; ///< `CmdContinueSend` is running; log lines get numbers
     CommandFile file_;         ///< the command file; `CmdFileOpen` is that it is open
     float RoundCount = 0;      ///< rounds or lines sent
     bool ClearOnSend = false;  ///< the log ran full and is to be cleared at the next send
-    bool sendLoop_ = false;    ///< the send loop runs
-    int stops_ = 0;            ///< clicks on `CmdStop`
+    int stops_ = 0;            ///< how often the sending was stopped
+    int typedLines_ = 0;       ///< lines typed into the log that wait to be sent
     QString saveFolder_;       ///< where the save dialog was last
     int running_ = 0;          ///< handlers of this window on the stack
     bool unloaded_ = false;

@@ -15,8 +15,7 @@ namespace vorn
 void SaveLog(QWidget &form, const LogView &log, const QString &filter, const QString &fileName,
              QString &folder)
 {
-    const std::string text = log.Text();
-    if (text.empty())
+    if (log.Length() == 0)
         return;
     const QString title = QStringLiteral("Save As ---");
     const TopmostPause pause(form);
@@ -28,7 +27,7 @@ void SaveLog(QWidget &form, const LogView &log, const QString &filter, const QSt
     if (!path)
         return;
     folder = QFileInfo(*path).absolutePath();
-    if (const auto reason = WriteWholeFile(*path, text))
+    if (const auto reason = WriteWholeFile(*path, log.Text()))
         MsgBox(FromQString(*path + QStringLiteral(" could not be written !\r\r") + *reason),
                MsgBoxStyle::Critical, FromQString(title));
 }

@@ -2,6 +2,7 @@
 
 #include "core/RuntimeError.h"
 #include "platform/Dialogs.h"
+#include "platform/Events.h"
 #include "platform/WidgetText.h"
 #include "tools/LogText.h"
 
@@ -56,23 +57,15 @@ LogView::LogView(WhenFull whenFull, bool typing, QWidget *parent)
         setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     flush_.setSingleShot(true);
     connect(&flush_, &QTimer::timeout, this, &LogView::ShowMore);
-    connect(document(), &QTextDocument::contentsChange, this,
-            [this](int position, int removed) { OnContentsChange(position, removed); });
+    connect(document(), &QTextDocument::contentsChange, this, &LogView::OnContentsChange);
 }
 
 void LogView::Append(std::string_view bytes)
 {
-    const std::string typed = Typed();
-    if (log_.size() + typed.size() + bytes.size() > Capacity) {
+    if (Length() + bytes.size() > Capacity) {
         if (whenFull_ == WhenFull::RaiseError)
             throw RuntimeError(RuntimeErrorNumber::OutOfMemory);
         MakeRoom(bytes.size());
-    }
-    if (!typed.empty()) {
-        // What was typed stands on the screen already.
-        log_ += typed;
-        shown_ = log_.size();
-        typingStart_ = EndPosition();
     }
     log_ += bytes.substr(bytes.size() - std::min(bytes.size(), Capacity));
     if (!flush_.isActive())
@@ -92,15 +85,18 @@ std::string LogView::Text() const
 
 std::size_t LogView::Length() const
 {
-    return log_.size() + Typed().size();
+    return LogMark() + Typed().size();
 }
 
-std::string LogView::TextFrom(std::size_t mark) const
+std::string LogView::TakeTyped()
 {
-    if (mark < log_.size())
-        return log_.substr(mark) + Typed();
     const std::string typed = Typed();
-    return typed.substr(std::min(mark - log_.size(), typed.size()));
+    const QScopedValueRollback own(ownChange_, true);
+    QTextCursor typing(document());
+    typing.setPosition(typingStart_);
+    typing.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    typing.removeSelectedText();
+    return typed;
 }
 
 void LogView::Flush()
@@ -121,8 +117,8 @@ void LogView::ShowMore()
         flush_.start(std::chrono::milliseconds(0));
 }
 
-/// Brings the screen up to a place in the log. The operator's choice and the place in view stay, unless the
-/// end is in view: then it stays in view.
+/// Brings the screen up to a place in the log. The operator's choice, the typing and the place in view stay,
+/// unless the end is in view: then it stays in view.
 void LogView::Show(std::size_t end)
 {
     if (shown_ == end)
@@ -130,22 +126,27 @@ void LogView::Show(std::size_t end)
     QScrollBar *bar = verticalScrollBar();
     const bool follow = bar->value() == bar->maximum();
     const int place = bar->value();
-    const QTextCursor before = textCursor();
-    const bool caretAtEnd = before.atEnd() && !before.hasSelection();
-    const int anchor = before.anchor();
-    const int position = before.position();
+    const int anchor = textCursor().anchor();
+    const int position = textCursor().position();
+    const int typingStart = typingStart_;
     {
         const QScopedValueRollback own(ownChange_, true);
-        QTextCursor behind(document());
-        behind.movePosition(QTextCursor::End);
-        behind.insertText(ToScreen(std::string_view(log_).substr(shown_, end - shown_)));
+        QTextCursor news(document());
+        news.setPosition(typingStart);
+        news.insertText(ToScreen(std::string_view(log_).substr(shown_, end - shown_)));
+        typingStart_ = news.position();
     }
     shown_ = end;
-    typingStart_ = EndPosition();
 
+    // A choice that began in front of the typing keeps its place in the log; the caret goes on with the
+    // typing.
+    const bool ofTyping = std::min(anchor, position) >= typingStart;
+    const auto moved = [&](int at) {
+        return at > typingStart || ofTyping ? at + typingStart_ - typingStart : at;
+    };
     QTextCursor caret = textCursor();
-    caret.setPosition(caretAtEnd ? typingStart_ : anchor);
-    caret.setPosition(caretAtEnd ? typingStart_ : position, QTextCursor::KeepAnchor);
+    caret.setPosition(moved(anchor));
+    caret.setPosition(moved(position), QTextCursor::KeepAnchor);
     setTextCursor(caret);
     bar->setValue(follow ? bar->maximum() : place);
 }
@@ -187,7 +188,7 @@ void LogView::MakeRoom(std::size_t size)
     bar->setValue(follow ? bar->maximum() : place - (linesBefore - blockCount()));
 }
 
-void LogView::ShowAnew()
+void LogView::ShowAnew(const QString &typing)
 {
     flush_.stop();
     const QScopedValueRollback own(ownChange_, true);
@@ -195,13 +196,16 @@ void LogView::ShowAnew()
     shown_ = log_.size();
     typingStart_ = EndPosition();
     moveCursor(QTextCursor::End);
+    textCursor().insertText(typing);
 }
 
-/// Whatever way a change of the log's own text comes in, it is taken back.
-void LogView::OnContentsChange(int position, int removed)
+/// Whatever way a change of the log's own text comes in, it is taken back; the typing stays as it is then.
+void LogView::OnContentsChange(int position, int removed, int added)
 {
-    if (!ownChange_ && removed > 0 && position < typingStart_)
-        QMetaObject::invokeMethod(this, &LogView::ShowAnew, Qt::QueuedConnection);
+    if (ownChange_ || removed == 0 || position >= typingStart_)
+        return;
+    typingStart_ = std::max(typingStart_ - removed, position) + added;
+    Queue(this, [this] { ShowAnew(ToQString(Typed())); });
 }
 
 bool LogView::ChangesOnlyTheTyping() const

@@ -15,8 +15,8 @@ namespace vorn
 /// bytes and kept exactly; the screen follows within a quarter of a second, and moves only while its end is
 /// in view.
 ///
-/// Where typing is on, the operator types behind the text. What is already in the log can be read, chosen and
-/// copied, but not changed.
+/// Where typing is on, the operator types behind the text: what comes meanwhile goes in front of the typing.
+/// What is in the log can be read, chosen and copied, but not changed.
 class LogView final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -31,15 +31,19 @@ public:
 
     LogView(WhenFull whenFull, bool typing, QWidget *parent = nullptr);
 
-    /// Adds bytes behind what stands, the operator's typing included.
+    /// Adds bytes at the end of the log, in front of what is being typed.
     void Append(std::string_view bytes);
+    /// Empties all, the typing too.
     void Clear();
 
     /// All of the log, the operator's typing at its end included.
     std::string Text() const;
     std::size_t Length() const;
-    /// What stands behind the first `mark` bytes.
-    std::string TextFrom(std::size_t mark) const;
+    /// The log without the typing, until the next change, and its length: behind it stands what was typed.
+    std::string_view Log() const { return log_; }
+    std::size_t LogMark() const { return log_.size(); }
+    /// Takes what was typed off the end, for the caller to make something of it.
+    std::string TakeTyped();
 
     /// Brings the screen up to the log at once.
     void Flush();
@@ -62,8 +66,8 @@ private:
     void MakeRoom(std::size_t size);
     void ShowMore();
     void Show(std::size_t end);
-    void OnContentsChange(int position, int removed);
-    void ShowAnew();
+    void OnContentsChange(int position, int removed, int added);
+    void ShowAnew(const QString &typing = {});
 
     const WhenFull whenFull_;
     std::string log_;        ///< all but the typing

@@ -101,19 +101,41 @@ TEST_F(LogViewTest, AChoiceStaysWhileLinesArriveAndCanBeCopied)
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "$012<0D>\n!01\n$022\n");
 }
 
-TEST_F(LogViewTest, WhatIsTypedStandsBehindTheLogAndIsTakenInByTheNextLine)
+TEST_F(LogViewTest, WhatIsTypedStandsBehindTheLogWhateverComesMeanwhile)
 {
     terminal_.Append("first\r\n");
     terminal_.Flush();
     QTest::keyClicks(&terminal_, QStringLiteral("$012"));
     EXPECT_EQ(terminal_.Text(), "first\r\n$012");
-    EXPECT_EQ(terminal_.TextFrom(7), "$012");
-    EXPECT_EQ(terminal_.TextFrom(9), "12");
-    EXPECT_EQ(terminal_.TextFrom(2), "rst\r\n$012");
-    EXPECT_EQ(terminal_.TextFrom(99), "");
-    terminal_.Append(" second\r\n");
-    EXPECT_EQ(terminal_.Text(), "first\r\n$012 second\r\n");
-    EXPECT_EQ(Shown(terminal_), "first\n$012 second\n");
+    EXPECT_EQ(terminal_.LogMark(), 7U);
+    QTest::keyClick(&terminal_, Qt::Key_Left);
+    terminal_.Append("second\r\n");
+    EXPECT_EQ(terminal_.Text(), "first\r\nsecond\r\n$012");
+    EXPECT_EQ(Shown(terminal_), "first\nsecond\n$012");
+    QTest::keyClicks(&terminal_, QStringLiteral("3"));
+    EXPECT_EQ(terminal_.Text(), "first\r\nsecond\r\n$0132") << "the caret stays in its place";
+}
+
+TEST_F(LogViewTest, AChoiceInTheTypingGoesOnWithIt)
+{
+    QTest::keyClicks(&terminal_, QStringLiteral("$012"));
+    QTest::keyClick(&terminal_, Qt::Key_Home, Qt::ShiftModifier);
+    Lines(terminal_, 3);
+    EXPECT_EQ(terminal_.textCursor().selectedText(), QStringLiteral("$012"));
+    QTest::keyClicks(&terminal_, QStringLiteral("5"));
+    EXPECT_TRUE(terminal_.Text().ends_with("line 2\r\n5"));
+}
+
+TEST_F(LogViewTest, WhatWasTypedCanBeTaken)
+{
+    terminal_.Append("first\r\n");
+    QTest::keyClicks(&terminal_, QStringLiteral("$012"));
+    EXPECT_EQ(terminal_.TakeTyped(), "$012");
+    EXPECT_EQ(terminal_.Text(), "first\r\n");
+    EXPECT_EQ(Shown(terminal_), "first\n");
+    EXPECT_EQ(terminal_.TakeTyped(), "");
+    QTest::keyClicks(&terminal_, QStringLiteral("$"));
+    EXPECT_EQ(terminal_.Text(), "first\r\n$");
 }
 
 TEST_F(LogViewTest, TypingComesBehindWhatIsNotOnTheScreenYet)
@@ -166,6 +188,26 @@ TEST_F(LogViewTest, AChangeOfTheLogByAnyOtherWayIsTakenBack)
     EXPECT_EQ(terminal_.Text(), "first\r\n$");
 }
 
+TEST_F(LogViewTest, TheTypingStaysWhenAChangeOfTheLogIsTakenBack)
+{
+    terminal_.Append("first\r\nsecond\r\n");
+    terminal_.Flush();
+    QTest::keyClicks(&terminal_, QStringLiteral("$012"));
+    const auto cut = [&](int from, int to) {
+        QTextCursor choice = terminal_.textCursor();
+        choice.setPosition(from);
+        choice.setPosition(to, QTextCursor::KeepAnchor);
+        terminal_.setTextCursor(choice);
+        terminal_.cut();
+        QCoreApplication::processEvents();
+        return terminal_.Text();
+    };
+    EXPECT_EQ(cut(2, 4), "first\r\nsecond\r\n$012");
+    EXPECT_EQ(cut(0, 6), "first\r\nsecond\r\n$012");
+    EXPECT_EQ(cut(10, 15), "first\r\nsecond\r\n12") << "what was typed may be cut";
+    EXPECT_EQ(Shown(terminal_), "first\nsecond\n12");
+}
+
 TEST_F(LogViewTest, ReturnIsToldAndSwallowed)
 {
     QSignalSpy returns(&terminal_, &LogView::ReturnPressed);
@@ -212,9 +254,8 @@ TEST_F(LogViewTest, TypingCountsToTheCapacity)
     terminal_.Flush();
     QTest::keyClicks(&terminal_, QStringLiteral("abcd"));
     EXPECT_EQ(terminal_.Length(), LogView::Capacity);
-    EXPECT_EQ(terminal_.TextFrom(LogView::Capacity - 3), "abc");
     EXPECT_THROW(terminal_.Append("y"), vorn::RuntimeError);
-    EXPECT_EQ(terminal_.TextFrom(LogView::Capacity - 3), "abc");
+    EXPECT_EQ(terminal_.TakeTyped(), "abc");
 }
 
 TEST_F(LogViewTest, WhereTheOldestGoTheNewestStay)

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -121,14 +122,15 @@ protected:
     }
 
     /// Fills the log up so that the next record doesn't fit.
-    std::string FillLog(Operator &op)
+    void FillLog(Operator &op)
     {
-        const std::string full(LogView::Capacity - 10, 'x');
-        op.Gui([&] { terminal()->Text1->Append(full); });
-        return full;
+        op.Gui([&] {
+            LogView &log = *terminal()->Text1;
+            log.Append(std::string(LogView::Capacity - log.Length() - 10, 'x'));
+        });
     }
 
-    /// Lines of the log that begin a command, without their number and record.
+    /// Numbers of the log's records whose number ends with `mark`.
     static Lines Numbers(const std::string &log, char mark)
     {
         Lines numbers;
@@ -157,6 +159,34 @@ TEST_F(TerminalTest, ASingleCommandIsSentAndLoggedToTheColumn)
         EXPECT_EQ(log.substr(0, 82),
                   "$012" + std::string(47, ' ') + "\t12:34:56" + std::string(20, ' ') + "\r\n");
         EXPECT_FALSE(op.Gui([&] { return main().TerminalOwnsPort; }));
+    });
+}
+
+TEST_F(TerminalTest, HasItsCaptionsAndStandsAboveOtherWindows)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            const Terminal &form = *terminal();
+            const std::pair<const QAbstractButton *, const char *> captions[] = {
+                {form.OptionSel[0], "Single Command"},
+                {form.OptionSel[1], "Command File"},
+                {form.OptionSChecksum, "CheckSum"},
+                {form.OptionCChecksum, "CheckSum"},
+                {form.Comincludtxt, "Browse ..."},
+                {form.CmdSend, "&Send"},
+                {form.CmdContinueSend, "&Continue Send"},
+                {form.CmdStop, "S&top"},
+                {form.OptRingBuffer, "Ring Buffer"},
+                {form.CmdSave, "Save to &File"},
+                {form.cmdExit, "E&xit"}};
+            for (const auto &[button, caption] : captions)
+                EXPECT_EQ(button->text(), QLatin1String(caption));
+            EXPECT_EQ(form.findChild<QLabel *>(QStringLiteral("LabFile"))->text(), QStringLiteral("File  :"));
+            EXPECT_EQ(form.findChild<QLabel *>(QStringLiteral("Label1"))->text(),
+                      QStringLiteral("Response:"));
+            EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+            EXPECT_EQ(form.focusWidget(), form.TextCommand);
+        });
     });
 }
 
@@ -309,6 +339,47 @@ TEST_F(TerminalTest, AStopLeavesThePortToTheTransactionThatRuns)
     });
 }
 
+TEST_F(TerminalTest, ASendBehindAStopDoesNotBringTheLoopBack)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "$052\n$062\n");
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "a command that waits for its reply");
+        op.Click(terminal()->CmdStop);
+        op.Click(terminal()->CmdSend);
+        peer_.Send("!05\r");
+        op.WaitFor([&] { return peer_.Lines().size() == 2; }, "the command of the send");
+        peer_.Send("!05\r");
+        op.WaitFor([&] { return !main().TerminalOwnsPort; }, "the end of the send");
+        op.Settle();
+        EXPECT_EQ(peer_.Lines(), (Lines{"$052", "$052"})) << "the first line again, and no more";
+        EXPECT_EQ(Log(op), ExchangeOf("$052", "!05", "   1> ", "   1< ") +
+                               ExchangeOf("$052", "!05", "   1> ", "   1< "));
+        EXPECT_TRUE(Enabled(op, terminal()->CmdContinueSend));
+    });
+}
+
+TEST_F(TerminalTest, AFileThatWasStoppedBeginsAnew)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "$012\n$022\n$012\n$022\n");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the first line");
+        Stop(op);
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 2; }, "the next send");
+        EXPECT_EQ(peer_.Lines().back(), "$012");
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 6; }, "some lines");
+        Stop(op);
+        op.Settle();
+        peer_.Forget();
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return !peer_.Lines().empty(); }, "a line");
+        EXPECT_EQ(peer_.Lines(), Lines{"$012"});
+    });
+}
+
 TEST_F(TerminalTest, EachSendPlaysOneLineOfTheFile)
 {
     Operate([&](Operator &op) {
@@ -390,6 +461,21 @@ TEST_F(TerminalTest, AnotherNameMeansAnotherFile)
     });
 }
 
+TEST_F(TerminalTest, TurningToASingleCommandLetsTheFileGo)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "$012\n$022\n");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the first line");
+        op.Click(terminal()->OptionSel[0]);
+        op.Click(terminal()->OptionSel[1]);
+        op.Click(terminal()->CmdSend);
+        op.AnswerBox("File Not Found !", 16, "File Not Found !");
+        op.AnswerBox("File Not Open !", 16, "File Not Open !");
+        EXPECT_EQ(peer_.Lines(), Lines{"$012"});
+    });
+}
+
 TEST_F(TerminalTest, AnEmptyFilePlaysNothing)
 {
     Operate([&](Operator &op) {
@@ -455,6 +541,92 @@ TEST_F(TerminalTest, TooLongForAChecksumIsToldAndTheBusStaysAlive)
     });
 }
 
+TEST_F(TerminalTest, AnOverflowInTheLoopEndsItForGood)
+{
+    peer_.Reply("$012B7", "!01400600A1\r");
+    Operate([&](Operator &op) {
+        op.Gui([&] { terminal()->TextCommand->setText(QString(200, QChar(0xFF))); });
+        op.Click(terminal()->OptionSChecksum);
+        op.Click(terminal()->CmdContinueSend);
+        op.AnswerBox("Checksum overflow !", 16, "Checksum overflow !");
+        Command(op, "$012");
+        op.Press(terminal()->TextCommand, Qt::Key_Return);
+        AwaitLog(op, ExchangeOf("$012B7", "!01400600A1"));
+        op.Click(terminal()->CmdStop);
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 4; }, "rounds of another loop");
+        Stop(op);
+    });
+}
+
+TEST_F(TerminalTest, AnOverflowAtTheEndOfAFileClosesIt)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "$012\n" + std::string(200, '\xFF'));
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, ExchangeOf("$012", "!01400600", "   1> ", "   1< "));
+        op.Click(terminal()->OptionCChecksum);
+        op.Click(terminal()->CmdSend);
+        op.AnswerBox("Checksum overflow !", 16, "Checksum overflow !");
+        op.Click(terminal()->OptionCChecksum);
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 2; }, "the first line again");
+        EXPECT_EQ(peer_.Lines(), (Lines{"$012", "$012"}));
+    });
+}
+
+TEST_F(TerminalTest, TheDialogsShowTextFilesAndBeginInTheProgramsFolder)
+{
+    const std::filesystem::path elsewhere = ports.Root() / "elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    const auto expect = [](const QFileDialog &dialog, const QString &folder) {
+        EXPECT_EQ(dialog.nameFilters(), QStringList{QStringLiteral("Terminal Patch File(*.txt)")});
+        EXPECT_EQ(dialog.defaultSuffix(), QStringLiteral("txt"));
+        EXPECT_EQ(dialog.directory().canonicalPath(), QDir(folder).canonicalPath());
+    };
+    const auto programs = [&](QFileDialog &dialog) {
+        expect(dialog, QCoreApplication::applicationDirPath());
+        EXPECT_TRUE(dialog.directory().exists(QStringLiteral("Terminal-Example.txt")));
+    };
+    Operate([&](Operator &op) {
+        op.Click(terminal()->OptionSel[1]);
+        op.Click(terminal()->Comincludtxt);
+        op.AnswerFile("Open", "*.txt", "", programs);
+        op.Gui([&] { terminal()->Text1->Append("line\r\n"); });
+        op.Click(terminal()->CmdSave);
+        op.AnswerFile("Save As ---", "Terminal.txt", (elsewhere / "log").string(), programs);
+        op.WaitFor([&] { return std::filesystem::exists(elsewhere / "log.txt"); }, "the file");
+        op.Click(terminal()->CmdSave);
+        op.AnswerFile("Save As ---", "Terminal.txt", "", [&](QFileDialog &dialog) {
+            expect(dialog, QString::fromStdString(elsewhere.string()));
+        });
+    });
+}
+
+TEST_F(TerminalTest, SaveAndBrowseWaitForTheTransaction)
+{
+    const std::filesystem::path path = ports.Root() / "log.txt";
+    Operate([&](Operator &op) {
+        Command(op, "$052");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the command");
+        op.Click(terminal()->CmdSave);
+        op.Click(terminal()->CmdSave);
+        op.Settle();
+        EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }));
+        peer_.Send("!05\r");
+        op.AwaitBox("the dialog");
+        EXPECT_FALSE(op.Gui([&] { return main().InTransaction(); })) << "the port is free under the dialog";
+        op.Gui([&] { terminal()->Text1->Append("came while the dialog was open\r\n"); });
+        op.AnswerFile("Save As ---", "Terminal.txt", path.string());
+        op.WaitFor([&] { return std::filesystem::exists(path); }, "the file");
+        EXPECT_EQ(ReadFile(path), ExchangeOf("$052", "!05") + "came while the dialog was open\r\n");
+        op.Settle();
+        EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }))
+            << "the second click came while the first was waiting";
+    });
+}
+
 TEST_F(TerminalTest, BrowseTakesTheChosenName)
 {
     const std::filesystem::path path = WriteFile("$012\n");
@@ -465,8 +637,10 @@ TEST_F(TerminalTest, BrowseTakesTheChosenName)
         op.AnswerFile("Open", "*.txt", path.string());
         EXPECT_TRUE(op.Gui([&] { return vorn::SomeWindowIsTopmost(); }));
         EXPECT_EQ(op.Gui([&] { return terminal()->TextFileName->text().toStdString(); }), path.string());
+        op.Gui([&] { main().TerminalStop = true; });
         op.Click(terminal()->Comincludtxt);
         op.AnswerFile("Open", "*.txt", "");
+        EXPECT_FALSE(op.Gui([&] { return main().TerminalStop; }));
         EXPECT_EQ(op.Gui([&] { return terminal()->TextFileName->text().toStdString(); }), path.string());
     });
 }
@@ -501,6 +675,14 @@ TEST_F(TerminalTest, TheSourceDecidesWhichFieldsAreOpen)
 TEST_F(TerminalTest, TogglesGoOffAtTheSecondClickAndNoteWhatTheyWere)
 {
     Operate([&](Operator &op) {
+        op.Click(terminal()->OptionSel[1]);
+        const auto clickOff = [&] {
+            op.Click(terminal()->OptionCChecksum);
+            op.Click(terminal()->OptionCChecksum);
+            return op.Gui([&] { return terminal()->OptionCChecksum->isChecked(); });
+        };
+        EXPECT_FALSE(clickOff());
+        op.Click(terminal()->OptionSel[0]);
         for (QRadioButton *toggle : {terminal()->OptionSChecksum, terminal()->OptRingBuffer}) {
             const auto state = [&] {
                 return op.Gui([&] { return vorn::TagOf(toggle) + (toggle->isChecked() ? " on" : " off"); });
@@ -565,8 +747,47 @@ TEST_F(TerminalTest, AFullLogEndsTheSendingAndIsSaved)
         EXPECT_TRUE(op.Gui([&] { return main().TerminalStop; }));
         EXPECT_FALSE(op.Gui([&] { return main().TerminalOwnsPort; }));
         EXPECT_TRUE(Enabled(op, terminal()->CmdSend));
+        EXPECT_FALSE(Enabled(op, terminal()->CmdContinueSend));
         op.Click(terminal()->CmdSend);
         AwaitLog(op, ExchangeOf("$012", "!01400600")); // the next send begins with an empty log
+    });
+}
+
+TEST_F(TerminalTest, AFileThatFillsTheLogIsClosed)
+{
+    Operate([&](Operator &op) {
+        PlayFile(op, "$012\n$022\n$012\n$022\n");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the first line");
+        FillLog(op);
+        op.Click(terminal()->CmdSend);
+        op.AnswerFile("Save As ---", "Terminal.txt", "");
+        op.WaitFor([&] { return main().TerminalStop; }, "the stop");
+        EXPECT_EQ(peer_.Lines(), Lines{"$012"}) << "a line that can't be logged isn't sent";
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 4; }, "some lines");
+        Stop(op);
+        EXPECT_TRUE(Log(op).starts_with(ExchangeOf("$012", "!01400600", "   1> ", "   1< ") +
+                                        ExchangeOf("$022", "!02400600", "   2> ", "   2< ")));
+        op.Settle();
+        const std::string log = Log(op);
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, log + ExchangeOf("$012", "!01400600", "   1> ", "   1< ")); // cleared once is enough
+    });
+}
+
+TEST_F(TerminalTest, AFileGoesOnInARingBuffer)
+{
+    Operate([&](Operator &op) {
+        op.Click(terminal()->OptRingBuffer);
+        PlayFile(op, "$012\n$022\n");
+        FillLog(op);
+        op.Click(terminal()->CmdSend);
+        const std::string first = ExchangeOf("$012", "!01400600", "   1> ", "   1< ");
+        op.WaitFor([&] { return terminal()->Text1->Length() == first.size(); }, "a log begun anew");
+        EXPECT_EQ(Log(op), first);
+        op.Click(terminal()->CmdSend);
+        AwaitLog(op, first + ExchangeOf("$022", "!02400600", "   1> ", "   1< "));
     });
 }
 
@@ -610,6 +831,33 @@ TEST_F(TerminalTest, ALineTypedIntoTheLogIsSent)
         AwaitLog(op, log);
         EXPECT_EQ(peer_.Bytes(), "$012\r$022\r");
         EXPECT_EQ(log.substr(4 + 45, 9), "\t12:34:56");
+    });
+}
+
+TEST_F(TerminalTest, LinesTypedWhileACommandRunsAreSentInTheirTurn)
+{
+    Operate([&](Operator &op) {
+        LogView *text = terminal()->Text1;
+        const auto typed = [](const std::string &command, const std::string &reply) {
+            return command + Record("", vorn::TypedColumn) + "\r\n" + Record(reply, vorn::TypedColumn) +
+                   "\r\n";
+        };
+        Command(op, "$052");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the command");
+        for (const char *line : {"$022", "$012", "", ""}) {
+            op.Type(text, QString::fromLatin1(line));
+            op.Press(text, Qt::Key_Return);
+        }
+        op.Type(text, QStringLiteral("$0"));
+        peer_.Send("!05\r");
+        const std::string log =
+            ExchangeOf("$052", "!05") + typed("$022", "!02400600") + typed("$012", "!01400600");
+        AwaitLog(op, log + "$0");
+        EXPECT_EQ(peer_.Lines(), (Lines{"$052", "$022", "$012"})) << "a Return on nothing piles up nothing";
+        op.Type(text, QStringLiteral("22"));
+        op.Press(text, Qt::Key_Return);
+        AwaitLog(op, log + typed("$022", "!02400600"));
     });
 }
 
@@ -658,6 +906,32 @@ TEST_F(TerminalTest, APortThatHasGoneEndsTheSending)
     });
 }
 
+TEST_F(TerminalTest, WhereNothingCameTheReplyBeforeDoesNotStandIn)
+{
+    Operate([&](Operator &op) {
+        Command(op, "$012");
+        op.Click(terminal()->CmdSend);
+        std::string log = ExchangeOf("$012", "!01400600");
+        AwaitLog(op, log);
+        const std::filesystem::path device = std::filesystem::read_symlink(ports.Link(3));
+        std::filesystem::remove(ports.Link(3));
+        op.Click(terminal()->CmdSend);
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        log += ExchangeOf("$012", "Time out !");
+        AwaitLog(op, log);
+        std::filesystem::create_symlink(device, ports.Link(3));
+        op.Gui([&] { main().ReplyText = "!01400600"; });
+        op.Gui([&] { main().TransBusy = true; }); // a silenced bus
+        op.Press(terminal()->TextCommand, Qt::Key_Return);
+        log += ExchangeOf("$012", "Time out !");
+        AwaitLog(op, log);
+        op.Gui([&] { main().TransBusy = false; });
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 4; }, "rounds on the port that is back");
+        Stop(op);
+    });
+}
+
 TEST_F(TerminalTest, TheTerminalEntryOpensItAfresh)
 {
     Operate([&](Operator &op) {
@@ -675,7 +949,7 @@ TEST_F(TerminalTest, ExitEndsALoopAndTheWindow)
         Command(op, "$012");
         op.Click(terminal()->CmdContinueSend);
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some rounds");
-        op.Gui([&] { terminal()->cmdExit->click(); });
+        op.Press(terminal(), Qt::Key_X, Qt::AltModifier);
         op.WaitFor([&] { return !terminal() && !main().TransBusy; }, "the end of the loop");
         op.Settle();
         op.Gui([&] { main().trans("$022", false); });

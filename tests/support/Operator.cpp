@@ -161,7 +161,8 @@ void Operator::AnswerInput(const std::string &prompt, const std::string &title, 
     WaitFor([&] { return modal.isNull() || !modal->isVisible(); }, "end of the input box");
 }
 
-void Operator::AnswerFile(const std::string &title, const std::string &offered, const std::string &name)
+void Operator::AnswerFile(const std::string &title, const std::string &offered, const std::string &name,
+                          const std::function<void(QFileDialog &)> &look)
 {
     const QPointer<QWidget> modal = AwaitModal(title.c_str());
     if (!modal)
@@ -175,6 +176,8 @@ void Operator::AnswerFile(const std::string &title, const std::string &offered, 
         EXPECT_EQ(dialog->windowTitle().toStdString(), title);
         auto *entry = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
         EXPECT_EQ(entry->text().toStdString(), offered);
+        if (look)
+            look(*dialog);
         if (name.empty()) {
             dialog->reject();
             return;

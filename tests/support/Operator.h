@@ -13,6 +13,7 @@
 #include <type_traits>
 
 class QAction;
+class QFileDialog;
 
 /// The person before the screen. Its steps run on a thread of their own, since the program's handlers loop
 /// inside the event loop; each look and each move is done on the window's thread, in whatever loop that is in
@@ -53,7 +54,8 @@ public:
     void AnswerInput(const std::string &prompt, const std::string &title, const std::string &present,
                      const char *answer);
     /// Waits for a file dialog, checks the name that it offers, and enters one; an empty name is Cancel.
-    void AnswerFile(const std::string &title, const std::string &offered, const std::string &name);
+    void AnswerFile(const std::string &title, const std::string &offered, const std::string &name,
+                    const std::function<void(QFileDialog &)> &look = {});
     /// Waits for another modal window of that object name and closes it after having looked at it.
     void CloseForm(const char *name, const std::function<void(QWidget &)> &look = {});
 
