@@ -71,6 +71,8 @@ BusSearch::BusSearch(FormMain &main, DeviceTree &tree) : main_(main), tree_(tree
 
 void BusSearch::Search_Click()
 {
+    if (main_.Nodes.ParentKey(main_.Nodes.Selected()) != KeyPC)
+        return; // only a port can be searched
     main_.NowStatus("Searching module, Please wait moment....");
     main_.HoldRefresh();
     const bool noYield = std::exchange(main_.NoYield, false);

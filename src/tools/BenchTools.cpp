@@ -1,6 +1,7 @@
 #include "tools/BenchTools.h"
 
 #include "core/FormMain.h"
+#include "discovery/Toolbar.h"
 #include "tools/FormFull_Screen.h"
 #include "tools/FormScope.h"
 
@@ -43,9 +44,11 @@ void BenchTools::Data_Scope_Click()
     main_.ScopeForm[port]->show();
     main_.ScopeForm[port]->activateWindow();
     main_.ScopeOnPort[port] = true;
+    RefreshToolbar(main_);
 }
 
-/// Search and terminal are off while the scope is open; the node click handler turns them on again.
+/// Search and terminal are off while the scope is open; its unload turns them on again, or the next choice of
+/// a node.
 void BenchTools::TScope_Click()
 {
     main_.ToolButton(FormMain::SearchButton)->setEnabled(false);

@@ -6,6 +6,7 @@
 #include "core/PageCommand.h"
 #include "core/RuntimeError.h"
 #include "core/Text.h"
+#include "discovery/Toolbar.h"
 #include "platform/Dialogs.h"
 #include "platform/TopmostWindow.h"
 #include "platform/WidgetText.h"
@@ -109,6 +110,14 @@ void FormScope::CmdStart_Click()
     const auto portDigit = [](const QWidget &form) { return Mid(FromQString(form.windowTitle()), 4, 1); };
     if (main_.FormFull_Screen && portDigit(*main_.FormFull_Screen) == portDigit(*this))
         main_.FormFull_Screen->close();
+    // Behind the transaction that runs, which may be the terminal's last one.
+    main_.WhenIdle(this, [this] { OpenPort(); });
+}
+
+void FormScope::OpenPort()
+{
+    if (MSComm1.PortOpen())
+        return;
     try {
         MSComm1.SetPortOpen(true);
         CmdStart->setEnabled(false);
@@ -170,8 +179,7 @@ void FormScope::closeEvent(QCloseEvent *)
     main_.ScopeOnPort[static_cast<std::size_t>(port_)] = false;
     if (MSComm1.PortOpen())
         MSComm1.SetPortOpen(false);
-    main_.ToolButton(FormMain::SearchButton)->setEnabled(true);
-    main_.ToolButton(FormMain::TerminalButton)->setEnabled(true);
+    RefreshToolbar(main_);
     deleteLater();
 }
 

@@ -42,6 +42,7 @@ private:
     QLayout *BuildButtons();
 
     void CmdStart_Click();
+    void OpenPort();
     void CmdStop_Click();
     void CmdUpdate_Click();
     void CmdSave_Click();

@@ -19,7 +19,7 @@ class ScopeFilter final
 public:
     /// Addresses that the filter holds at most.
     static constexpr std::size_t Capacity = 21;
-    /// Bytes that the buffer holds at most; of more, the newest stay.
+    /// Bytes that the buffer holds at most; of more, the newest half of them stays.
     static constexpr std::size_t BufferCapacity = std::size_t{4} * 1024 * 1024;
 
     /// Writes the chosen addresses over the list, from its first entry on; entries behind them keep what they

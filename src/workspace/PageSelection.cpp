@@ -11,6 +11,7 @@
 #include "discovery/FramePort.h"
 #include "discovery/ModelCatalogue.h"
 #include "discovery/ToolStates.h"
+#include "discovery/Toolbar.h"
 #include "platform/Events.h"
 #include "platform/WidgetText.h"
 #include "workspace/FrameSlotIO.h"
@@ -92,20 +93,21 @@ void PageSelection::Classify(const std::string &key)
         NodeClass = ClassPC;
         return;
     }
-    if (main_.Nodes.ParentKey(key) == KeyPC) {
-        NodeClass = ClassCOM;
-        main_.CommPortNo = PortOfPortKey(key);
-    } else {
-        const NodeKey node(key);
-        NodeClass = node.model();
-        main_.CommPortNo = node.port();
-    }
-    main_.SelectedPort = main_.CommPortNo;
+    NodeClass = main_.Nodes.ParentKey(key) == KeyPC ? ClassCOM : NodeKey(key).model();
+    NotePort(key);
+    main_.CommPortNo = main_.SelectedPort;
+}
+
+/// Keeps the port of the selection, which terminal and scope are opened on; the PC has none.
+void PageSelection::NotePort(const std::string &key)
+{
+    if (key != KeyPC)
+        main_.SelectedPort = main_.Nodes.ParentKey(key) == KeyPC ? PortOfPortKey(key) : NodeKey(key).port();
 }
 
 void PageSelection::LeftClick(const std::string &key)
 {
-    SetToolbar(key);
+    ShowToolbarOf(main_, key);
     const bool ofModule = NodeClass != ClassPC && NodeClass != ClassCOM;
     SetCaption(main_.Frame1, ofModule ? PageCaption(NodeKey(key)) : std::string{});
     main_.LastNodeIndex = main_.Nodes.IndexOf(key);
@@ -130,23 +132,6 @@ void PageSelection::LeftClick(const std::string &key)
 bool PageSelection::ScopeIsOpen(int port) const
 {
     return main_.ScopeOnPort[static_cast<std::size_t>(port)];
-}
-
-void PageSelection::SetToolbar(const std::string &key)
-{
-    const bool port = NodeClass == ClassCOM;
-    const bool module = Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 3) == "COM";
-    const NodeKind kind = NodeClass == ClassPC ? NodeKind::PC
-                          : port               ? NodeKind::Port
-                          : module             ? NodeKind::Module
-                                               : NodeKind::SlotOrChannel;
-    const ToolStates states =
-        ToolbarFor(kind, port && ScopeIsOpen(PortOfPortKey(key)), main_.Nodes.IsExpanded(key));
-    main_.ToolButton(FormMain::SearchButton)->setEnabled(states.search);
-    main_.ToolButton(FormMain::TerminalButton)->setEnabled(states.terminal);
-    main_.ToolButton(FormMain::ScopeButton)->setEnabled(states.dataScope);
-    main_.ToolButton(FormMain::SaveSetButton)->setEnabled(states.saveSet);
-    main_.ToolButton(FormMain::LoadSetButton)->setEnabled(states.loadSet);
 }
 
 /// Hides what the last page showed and shows what belongs to the node, without painting in between.
@@ -268,6 +253,7 @@ void PageSelection::RightClick(const std::string &key)
         PopupVORNModule(key);
     if (main_.Nodes.Count() > 0)
         main_.Nodes.Select(main_.Nodes.KeyAt(main_.LastNodeIndex));
+    NotePort(main_.Nodes.Selected());
     ClickGuard = false;
     // An action that put up another page leaves the old page's refresh to end.
     if (TagOf(main_.Frame1) == page)

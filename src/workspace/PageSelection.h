@@ -34,7 +34,7 @@ private:
     void Timer1_Tick();
 
     void Classify(const std::string &key);
-    void SetToolbar(const std::string &key);
+    void NotePort(const std::string &key);
     void ShowPage(const std::string &key);
     void ShowPort(const std::string &key);
     void ShowModule(const std::string &key);

@@ -286,6 +286,33 @@ TEST_F(DeviceTreeTest, TheContextMenuSearchesTheClickedPort)
     });
 }
 
+TEST_F(DeviceTreeTest, TheContextMenuOpensTheBusToolsOfTheClickedPort)
+{
+    Operate([&](Operator &op) {
+        Choose(op, Port3);
+        const auto choose = [&](QAction *entry) {
+            RightClick(op, "KeyCOM010", [entry](QMenu &menu) {
+                menu.setActiveAction(entry);
+                QTest::keyClick(&menu, Qt::Key_Return);
+            });
+        };
+        const auto caption = [&](const QPointer<QWidget> &window) {
+            return op.Gui([&] { return window ? window->windowTitle().toStdString() : std::string(); });
+        };
+        choose(main().CTerminal);
+        EXPECT_EQ(caption(main().FormFull_Screen), "COM10 Terminal");
+        choose(main().CData_Scope);
+        EXPECT_EQ(caption(main().ScopeForm[10]), "COM10 Data Scope");
+        // Behind the menu the tools are those of the selected port again.
+        EXPECT_EQ(op.Gui([&] { return main().Nodes.Selected(); }), Port3);
+        op.Trigger(main().ToolButton(vorn::FormMain::TerminalButton));
+        EXPECT_EQ(caption(main().FormFull_Screen), "COM3 Terminal");
+        RightClick(op, "KeyCOM010", [](QMenu &) {});
+        op.Trigger(main().ToolButton(vorn::FormMain::ScopeButton));
+        EXPECT_EQ(caption(main().ScopeForm[3]), "COM3 Data Scope");
+    });
+}
+
 TEST_F(DeviceTreeTest, ASearchThatIsCancelledInTheMenuLetsTheRefreshGoOn)
 {
     Operate([&](Operator &op) {

@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QFileDialog>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -106,6 +107,27 @@ TEST_F(ScopeTest, ShowsEveryLineThatPasses)
         op.Gui([&] { scope()->Text1->Flush(); });
         EXPECT_EQ(op.Gui([&] { return scope()->Text1->toPlainText(); }), QStringLiteral("$012\n!01400600\n"));
         EXPECT_EQ(peer_.Bytes(), "") << "a scope sends nothing";
+    });
+}
+
+TEST_F(ScopeTest, HasItsCaptionsAndStandsAboveOtherWindows)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            const std::pair<const QAbstractButton *, const char *> captions[] = {
+                {scope()->CheckFilter, "&Filter"},  {scope()->CmdUpdate, "&UpDate"},
+                {scope()->CmdClear, "&Clear Text"}, {scope()->CmdStart, "S&tart"},
+                {scope()->CmdStop, "Sto&p"},        {scope()->CmdSave, "&Save to File"}};
+            for (const auto &[button, caption] : captions)
+                EXPECT_EQ(button->text(), QLatin1String(caption));
+            EXPECT_TRUE(scope()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+            for (int i = 0; i < 256; ++i)
+                EXPECT_EQ(scope()->ListFilter->item(i)->text(),
+                          QStringLiteral("%1").arg(i, 2, 16, QLatin1Char('0')).toUpper());
+            EXPECT_FALSE(scope()->CmdUpdate->isEnabled());
+            scope()->ListFilter->item(7)->setSelected(true);
+            EXPECT_TRUE(scope()->CmdUpdate->isEnabled());
+        });
     });
 }
 
@@ -219,6 +241,18 @@ TEST_F(ScopeTest, APortThatIsHeldOrMissingIsTold)
     });
 }
 
+TEST_F(ScopeTest, ADeviceThatIsNoSerialLineIsTold)
+{
+    Operate([&](Operator &op) {
+        std::filesystem::remove(ports.Link(3));
+        std::filesystem::create_symlink("/dev/null", ports.Link(3));
+        op.Click(scope()->CmdStart);
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        EXPECT_TRUE(op.Gui([&] { return scope()->CmdStart->isEnabled(); }));
+        EXPECT_FALSE(op.Gui([&] { return scope()->findChild<vorn::MSComm *>()->PortOpen(); }));
+    });
+}
+
 TEST_F(ScopeTest, ADeviceThatVanishesIsSilence)
 {
     Operate([&](Operator &op) {
@@ -265,12 +299,18 @@ TEST_F(ScopeTest, TheWholeLogIsSaved)
         Start(op);
         Pass(op, "$012\r", "$012\r\r\n");
         op.Click(scope()->CmdSave);
+        op.AwaitBox("the dialog");
         EXPECT_FALSE(op.Gui([] { return vorn::SomeWindowIsTopmost(); }));
-        op.AnswerFile("Save As ---", "DataScope.txt", path.string());
+        Pass(op, "$022\r", "$012\r\r\n$022\r\r\n");
+        op.AnswerFile("Save As ---", "DataScope.txt", path.string(), [](QFileDialog &dialog) {
+            EXPECT_EQ(dialog.nameFilters(), QStringList{QStringLiteral("Data scope File(*.txt)")});
+            EXPECT_EQ(dialog.defaultSuffix(), QStringLiteral("txt"));
+            EXPECT_EQ(dialog.directory().canonicalPath(), QCoreApplication::applicationDirPath());
+        });
         op.WaitFor([&] { return std::filesystem::exists(path); }, "the file");
         std::ostringstream bytes;
         bytes << std::ifstream(path, std::ios::binary).rdbuf();
-        EXPECT_EQ(bytes.str(), "$012\r\r\n");
+        EXPECT_EQ(bytes.str(), "$012\r\r\n$022\r\r\n") << "what passed under the dialog, too";
         EXPECT_TRUE(op.Gui([] { return vorn::SomeWindowIsTopmost(); }));
     });
 }
@@ -299,6 +339,70 @@ TEST_F(ScopeTest, WhileItIsOpenThePortOffersNeitherSearchNorTerminal)
         });
         EXPECT_TRUE(PortIsFree(3));
         op.WaitFor([&] { return main().ScopeForm[3].isNull(); }, "the end of the window");
+    });
+}
+
+TEST_F(ScopeTest, TheMenuTurnsTheToolbarOffForThePortAsWell)
+{
+    RawPeer four(ports.Link(4));
+    Operate([&](Operator &op) {
+        using vorn::FormMain;
+        const auto states = [&] {
+            return op.Gui([&] {
+                std::string on;
+                for (const auto button :
+                     {FormMain::SearchButton, FormMain::TerminalButton, FormMain::ScopeButton})
+                    on += main().ToolButton(button)->isEnabled() ? '1' : '0';
+                return on;
+            });
+        };
+        Choose(op, "KeyCOM004");
+        EXPECT_EQ(states(), "111");
+        op.Trigger(main().Data_Scope);
+        op.WaitFor([&] { return scope(4) != nullptr; }, "the second scope");
+        EXPECT_EQ(states(), "000");
+        op.Gui([&] { scope(3)->close(); });
+        EXPECT_EQ(states(), "000") << "the port on show has a scope still";
+        op.Gui([&] { scope(4)->close(); });
+        EXPECT_EQ(states(), "111");
+    });
+}
+
+TEST_F(ScopeTest, ClosedOverAModulesPageItLeavesTheBusToolsOff)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("20")); });
+        op.Gui([&] { main().Nodes.Add("KeyCOM003", "_0003!!0A7252", "(0A) 7252", "vorn4ico", "vorn4icoS"); });
+        Choose(op, "_0003!!0A7252");
+        op.Gui([&] { scope()->close(); });
+        EXPECT_FALSE(op.Gui([&] { return main().ToolButton(vorn::FormMain::SearchButton)->isEnabled(); }));
+        EXPECT_FALSE(op.Gui([&] { return main().ToolButton(vorn::FormMain::TerminalButton)->isEnabled(); }));
+        op.Gui([&] { main().Search->setEnabled(true); });
+        op.Trigger(main().Search);
+        op.Settle();
+        EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }))
+            << "a module can't be searched";
+        EXPECT_TRUE(op.Gui([&] { return main().Nodes.Contains("_0003!!0A7252"); }));
+    });
+}
+
+TEST_F(ScopeTest, StartWaitsForTheLastTransactionOfTheTerminalThatItCloses)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("60000")); });
+        op.Gui([&] { main().Terminal->setEnabled(true); });
+        op.Trigger(main().Terminal);
+        auto *terminal =
+            op.Gui([&] { return qobject_cast<vorn::FormFull_Screen *>(main().FormFull_Screen.data()); });
+        op.Gui([&] { terminal->TextCommand->setText(QStringLiteral("$052")); });
+        op.Click(terminal->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "a command that waits for its reply");
+        op.Click(scope()->CmdStart);
+        op.WaitFor([&] { return main().FormFull_Screen == nullptr; }, "the end of the terminal");
+        EXPECT_TRUE(op.Gui([&] { return scope()->CmdStart->isEnabled(); }));
+        peer_.Send("!05\r");
+        op.WaitFor([&] { return !scope()->CmdStart->isEnabled(); }, "the start");
+        Pass(op, "$012\r", "$012\r\r\n");
     });
 }
 

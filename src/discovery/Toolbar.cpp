@@ -1,0 +1,49 @@
+#include "discovery/Toolbar.h"
+
+#include "core/Controls.h"
+#include "core/FormMain.h"
+#include "discovery/NodeKey.h"
+#include "discovery/ToolStates.h"
+
+#include <QAction>
+#include <QGroupBox>
+
+namespace vorn
+{
+
+namespace
+{
+
+NodeKind KindOf(const TreeNodes &nodes, const std::string &key)
+{
+    if (key == KeyPC)
+        return NodeKind::PC;
+    const std::string parent = nodes.ParentKey(key);
+    if (parent == KeyPC)
+        return NodeKind::Port;
+    return nodes.ParentKey(parent) == KeyPC ? NodeKind::Module : NodeKind::SlotOrChannel;
+}
+
+} // namespace
+
+void ShowToolbarOf(FormMain &main, const std::string &key)
+{
+    if (!main.Nodes.Contains(key))
+        return;
+    const NodeKind kind = KindOf(main.Nodes, key);
+    const bool scope =
+        kind == NodeKind::Port && main.ScopeOnPort[static_cast<std::size_t>(PortOfPortKey(key))];
+    const ToolStates states = ToolbarFor(kind, scope, main.Nodes.IsExpanded(key));
+    main.ToolButton(FormMain::SearchButton)->setEnabled(states.search);
+    main.ToolButton(FormMain::TerminalButton)->setEnabled(states.terminal);
+    main.ToolButton(FormMain::ScopeButton)->setEnabled(states.dataScope);
+    main.ToolButton(FormMain::SaveSetButton)->setEnabled(states.saveSet);
+    main.ToolButton(FormMain::LoadSetButton)->setEnabled(states.loadSet);
+}
+
+void RefreshToolbar(FormMain &main)
+{
+    ShowToolbarOf(main, TagOf(main.Frame1));
+}
+
+} // namespace vorn
