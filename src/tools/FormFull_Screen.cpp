@@ -435,8 +435,11 @@ void FormFull_Screen::OnBus(const std::function<void()> &handler)
 }
 
 /// Runs a handler to its end, whatever error ends it and even if the window is unloaded in one of its yields.
+/// What waited when it was unloaded isn't begun any more.
 void FormFull_Screen::Run(const std::function<void()> &handler)
 {
+    if (unloaded_)
+        return;
     ++running_;
     try {
         handler();

@@ -21,6 +21,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace vorn
 {
 
@@ -111,13 +113,14 @@ void FormScope::CmdStart_Click()
     if (main_.FormFull_Screen && portDigit(*main_.FormFull_Screen) == portDigit(*this))
         main_.FormFull_Screen->close();
     // Behind the transaction that runs, which may be the terminal's last one.
-    main_.WhenIdle(this, [this] { OpenPort(); });
+    if (!std::exchange(starting_, true))
+        main_.WhenIdle(this, [this] { OpenPort(); });
 }
 
 void FormScope::OpenPort()
 {
-    if (MSComm1.PortOpen())
-        return;
+    if (!std::exchange(starting_, false))
+        return; // stopped or closed meanwhile
     try {
         MSComm1.SetPortOpen(true);
         CmdStart->setEnabled(false);
@@ -131,6 +134,7 @@ void FormScope::OpenPort()
 
 void FormScope::CmdStop_Click()
 {
+    starting_ = false;
     if (MSComm1.PortOpen())
         MSComm1.SetPortOpen(false);
     CmdStart->setEnabled(true);
@@ -176,6 +180,7 @@ void FormScope::CmdSave_Click()
 
 void FormScope::closeEvent(QCloseEvent *)
 {
+    starting_ = false;
     main_.ScopeOnPort[static_cast<std::size_t>(port_)] = false;
     if (MSComm1.PortOpen())
         MSComm1.SetPortOpen(false);

@@ -53,7 +53,8 @@ private:
     const int port_;
     MSComm MSComm1;
     ScopeFilter filter_;
-    QString saveFolder_; ///< where the save dialog was last
+    QString saveFolder_;    ///< where the save dialog was last
+    bool starting_ = false; ///< the start waits for the end of a transaction
 };
 
 } // namespace vorn

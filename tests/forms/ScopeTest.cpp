@@ -406,6 +406,36 @@ TEST_F(ScopeTest, StartWaitsForTheLastTransactionOfTheTerminalThatItCloses)
     });
 }
 
+TEST_F(ScopeTest, AStartThatWaitsIsTakenBackByStopAndByClosing)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("60000")); });
+        const auto inTransaction = [&](const std::function<void()> &steps) {
+            peer_.Forget();
+            QMetaObject::invokeMethod(
+                &main(), [&] { main().trans("$052", false); }, Qt::QueuedConnection);
+            op.WaitFor([&] { return !peer_.Lines().empty(); }, "the command");
+            steps();
+            peer_.Send("!05\r");
+            op.WaitFor([&] { return !main().InTransaction(); }, "the reply");
+            op.Settle();
+        };
+        inTransaction([&] {
+            op.Click(scope()->CmdStart);
+            op.Settle();
+            op.Click(scope()->CmdStop);
+            op.Settle();
+        });
+        EXPECT_TRUE(PortIsFree(3));
+        inTransaction([&] {
+            op.Click(scope()->CmdStart);
+            op.Settle();
+            op.Gui([&] { scope()->close(); });
+        });
+        EXPECT_TRUE(PortIsFree(3));
+    });
+}
+
 TEST_F(ScopeTest, TheMenuOpensOneWindowForAPort)
 {
     Operate([&](Operator &op) {

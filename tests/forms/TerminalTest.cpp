@@ -975,6 +975,25 @@ TEST_F(TerminalTest, ClosingInTheMiddleOfATransactionWaitsForItsEnd)
     });
 }
 
+TEST_F(TerminalTest, WhatWaitsWhenItIsClosedIsNotBegun)
+{
+    Operate([&](Operator &op) {
+        Command(op, "$052");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the command");
+        op.Type(terminal()->Text1, QStringLiteral("$022"));
+        op.Press(terminal()->Text1, Qt::Key_Return);
+        op.Click(terminal()->CmdSend);
+        op.Click(terminal()->CmdSave);
+        op.Gui([&] { terminal()->close(); });
+        peer_.Send("!05\r");
+        op.WaitFor([&] { return !main().InTransaction(); }, "the end of the transaction");
+        op.Settle();
+        EXPECT_EQ(peer_.Lines(), Lines{"$052"});
+        EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }));
+    });
+}
+
 TEST_F(TerminalTest, ASearchClosesTheTerminalAndFindsWhatIsThere)
 {
     clock.ticks.reset();
