@@ -122,26 +122,25 @@ Port &Simulator::Find(int port) const
 
 /// The port with what its line still holds taken in: whoever asks for what was received must not depend on
 /// whether our thread had its turn. It is woken for the replies that have come due by that.
-Port &Simulator::CaughtUp(int port) const
+Port &Simulator::CaughtUp(Port &port) const
 {
-    Port &found = Find(port);
-    found.NoticeHosts();
-    found.Receive(clock_(), Clock::now());
+    port.NoticeHosts();
+    port.Receive(clock_(), Clock::now());
     Wake();
-    return found;
+    return port;
 }
 
 std::vector<std::string> Simulator::Commands(int port) const
 {
     const std::lock_guard lock(mutex_);
-    const auto &commands = CaughtUp(port).Commands();
+    const auto &commands = CaughtUp(Find(port)).Commands();
     return {commands.begin(), commands.end()};
 }
 
 std::vector<TraceRecord> Simulator::Trace(int port) const
 {
     const std::lock_guard lock(mutex_);
-    const auto &trace = CaughtUp(port).Trace();
+    const auto &trace = CaughtUp(Find(port)).Trace();
     return {trace.begin(), trace.end()};
 }
 
@@ -149,7 +148,7 @@ void Simulator::ClearTrace()
 {
     const std::lock_guard lock(mutex_);
     for (const auto &port : ports_)
-        CaughtUp(port->Number()).ClearTrace();
+        CaughtUp(*port).ClearTrace();
 }
 
 void Simulator::SetTraceListener(Port::Listener listener)

@@ -33,7 +33,7 @@ public:
     void Stop();
     /// @}
 
-    /// @name What went over a port; the latest 100000 of each are kept
+    /// @name What went over a port, with what its line still holds; the latest 100000 of each are kept
     /// @{
     std::vector<std::string>
     Commands(int port) const; ///< complete lines from the host, without the carriage return
@@ -73,7 +73,7 @@ public:
 
 private:
     Port &Find(int port) const;
-    Port &CaughtUp(int port) const;
+    Port &CaughtUp(Port &port) const;
     void Run();
     void Turn();
     void Wake() const;

@@ -79,4 +79,24 @@ void OnClick(QAbstractButton *button, QObject *context, const std::function<void
     });
 }
 
+void OnIdleClick(FormMain &main, QAbstractButton *button, QObject *context,
+                 const std::function<void()> &handler)
+{
+    const auto running = std::make_shared<bool>(false);
+    QObject::connect(button, &QAbstractButton::clicked, context, [&main, context, handler, running] {
+        if (std::exchange(*running, true))
+            return;
+        Queue(context, [&main, context, handler, running] {
+            main.WhenIdle(context, [handler, running] {
+                try {
+                    handler();
+                } catch (const RuntimeError &) {
+                    // What the handler had done by then stands.
+                }
+                *running = false;
+            });
+        });
+    });
+}
+
 } // namespace vorn

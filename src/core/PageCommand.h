@@ -45,4 +45,9 @@ void Reload(FormMain &main);
 /// gets what the screen shows. A run-time error ends the handler silently.
 void OnClick(QAbstractButton *button, QObject *context, const std::function<void()> &handler);
 
+/// The same for a handler that shows a dialog or takes a port: it begins between two transactions, since one
+/// that ran underneath would stand still and hold its port. A click while it waits or runs is ignored.
+void OnIdleClick(FormMain &main, QAbstractButton *button, QObject *context,
+                 const std::function<void()> &handler);
+
 } // namespace vorn

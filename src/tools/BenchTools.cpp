@@ -14,8 +14,8 @@ BenchTools::BenchTools(FormMain &main, const SerialPorts &ports) : main_(main), 
 {
     main.OnAction({main.Terminal, main.CTerminal, main.ToolButton(FormMain::TerminalButton)},
                   [this] { Terminal_Click(); });
-    main.OnAction({main.Data_Scope, main.CData_Scope}, [this] { Data_Scope_Click(); });
-    main.OnAction({main.ToolButton(FormMain::ScopeButton)}, [this] { TScope_Click(); });
+    main.OnAction({main.Data_Scope, main.CData_Scope, main.ToolButton(FormMain::ScopeButton)},
+                  [this] { Data_Scope_Click(); });
 }
 
 BenchTools::~BenchTools()
@@ -35,6 +35,7 @@ void BenchTools::Terminal_Click()
     main_.FormFull_Screen->activateWindow();
 }
 
+/// Search and terminal are off for the port while its scope is open.
 void BenchTools::Data_Scope_Click()
 {
     const auto port = static_cast<std::size_t>(main_.SelectedPort);
@@ -45,15 +46,6 @@ void BenchTools::Data_Scope_Click()
     main_.ScopeForm[port]->activateWindow();
     main_.ScopeOnPort[port] = true;
     RefreshToolbar(main_);
-}
-
-/// Search and terminal are off while the scope is open; its unload turns them on again, or the next choice of
-/// a node.
-void BenchTools::TScope_Click()
-{
-    main_.ToolButton(FormMain::SearchButton)->setEnabled(false);
-    main_.ToolButton(FormMain::TerminalButton)->setEnabled(false);
-    Data_Scope_Click();
 }
 
 } // namespace vorn

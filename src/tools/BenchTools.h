@@ -19,7 +19,6 @@ public:
 private:
     void Terminal_Click();
     void Data_Scope_Click();
-    void TScope_Click();
 
     FormMain &main_;
     const SerialPorts &ports_;

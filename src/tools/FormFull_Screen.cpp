@@ -69,6 +69,26 @@ QString CommandFilesFolder()
 
 } // namespace
 
+/// A dialog of the window is open for as long as this lives: nothing else of the window begins underneath it,
+/// another dialog, say, or a send that empties the log which is being saved. A send loop pauses.
+class FormFull_Screen::HandlersWait final
+{
+public:
+    explicit HandlersWait(FormFull_Screen &form) : form_(form) { ++form_.dialogs_; }
+    ~HandlersWait()
+    {
+        if (--form_.dialogs_ > 0)
+            return;
+        for (const auto &handler : std::exchange(form_.behindDialog_, {}))
+            form_.OnBus(handler);
+    }
+    HandlersWait(const HandlersWait &) = delete;
+    HandlersWait &operator=(const HandlersWait &) = delete;
+
+private:
+    FormFull_Screen &form_;
+};
+
 FormFull_Screen::FormFull_Screen(FormMain &main) : QWidget(nullptr, Qt::Window), main_(main)
 {
     setObjectName(QStringLiteral("FormFull_Screen"));
@@ -167,11 +187,11 @@ void FormFull_Screen::Wire()
     // A second request while the first waits for its turn is dropped, so that a held key piles up nothing. A
     // stop takes back what still waits, unless it was asked for again after it.
     const auto sending = [this](Handler handler) {
-        return [this, handler, waitsSince = std::make_shared<std::optional<int>>()] {
-            if (std::exchange(*waitsSince, stops_))
+        return [this, handler, stopsWhenAsked = std::make_shared<std::optional<int>>()] {
+            if (std::exchange(*stopsWhenAsked, stops_))
                 return;
-            OnBus([this, handler, waitsSince] {
-                if (std::exchange(*waitsSince, std::nullopt) == stops_)
+            OnBus([this, handler, stopsWhenAsked] {
+                if (std::exchange(*stopsWhenAsked, std::nullopt) == stops_)
                     (this->*handler)();
             });
         };
@@ -211,6 +231,8 @@ void FormFull_Screen::OptionSel_Click()
 
 void FormFull_Screen::CmdSend_Click()
 {
+    if (!CmdSend->isEnabled())
+        return; // the loop was started before its turn came
     ContinueMode = false;
     if (std::exchange(ClearOnSend, false))
         Text1->Clear();
@@ -276,8 +298,8 @@ bool FormFull_Screen::SendRound()
     return !silenced && RoundCount > 0;
 }
 
-/// Ends the send loop, takes back what waits to be sent, and closes the file: the next send plays it from its
-/// first line.
+/// Ends the send loop, takes back the sends that wait, and closes the file: the next send plays it from its
+/// first line. Lines typed into the log go out all the same.
 void FormFull_Screen::StopSending()
 {
     ++stops_;
@@ -354,7 +376,9 @@ void FormFull_Screen::Text1_Return()
     OnBus([this, cmd] {
         const auto done = qScopeGuard([this] { --typedLines_; });
         Exchange([&] {
+            auto back = qScopeGuard([&] { Text1->PutTyped(cmd); });
             AddToLog(cmd + LogRecord({}, TimeOfDay(), TypedColumn));
+            back.dismiss();
             AddToLog(LogRecord(Ask(cmd, false), TimeOfDay(), TypedColumn));
         });
     });
@@ -388,7 +412,7 @@ void FormFull_Screen::AddToLog(std::string line)
     } catch (const RuntimeError &) {
         if (!OptRingBuffer->isChecked())
             throw;
-        Text1->Clear();
+        Text1->BeginAnew();
         Text1->Append(line);
     }
 }
@@ -410,6 +434,7 @@ void FormFull_Screen::OpenFile()
 void FormFull_Screen::Comincludtxt_Click()
 {
     main_.TerminalStop = false;
+    const HandlersWait wait(*this);
     const TopmostPause pause(*this);
     const auto name = ShowOpen(this, {.title = QStringLiteral("Open"),
                                       .folder = CommandFilesFolder(),
@@ -424,6 +449,7 @@ void FormFull_Screen::Comincludtxt_Click()
 
 void FormFull_Screen::CmdSave_Click()
 {
+    const HandlersWait wait(*this);
     SaveLog(*this, *Text1, QStringLiteral("Terminal Patch File(*.txt)"), QStringLiteral("Terminal.txt"),
             saveFolder_);
 }
@@ -435,11 +461,16 @@ void FormFull_Screen::OnBus(const std::function<void()> &handler)
 }
 
 /// Runs a handler to its end, whatever error ends it and even if the window is unloaded in one of its yields.
-/// What waited when it was unloaded isn't begun any more.
+/// What waited when it was unloaded isn't begun any more; what comes while a dialog is open waits for its
+/// end.
 void FormFull_Screen::Run(const std::function<void()> &handler)
 {
     if (unloaded_)
         return;
+    if (dialogs_ > 0) {
+        behindDialog_.push_back(handler);
+        return;
+    }
     ++running_;
     try {
         handler();
@@ -455,6 +486,7 @@ void FormFull_Screen::Run(const std::function<void()> &handler)
 
 void FormFull_Screen::Tell(const char *text)
 {
+    const HandlersWait wait(*this);
     MsgBox(text, MsgBoxStyle::Critical, text);
 }
 

@@ -7,6 +7,7 @@
 #include <array>
 #include <functional>
 #include <string>
+#include <vector>
 
 class QLabel;
 class QLineEdit;
@@ -48,6 +49,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    class HandlersWait;
+
     QWidget *BuildSource();
     QLayout *BuildButtons();
     void Wire();
@@ -83,9 +86,11 @@ private:
     float RoundCount = 0;      ///< rounds or lines sent
     bool ClearOnSend = false;  ///< the log ran full and is to be cleared at the next send
     int stops_ = 0;            ///< how often the sending was stopped
-    int typedLines_ = 0;       ///< lines typed into the log that wait to be sent
-    QString saveFolder_;       ///< where the save dialog was last
-    int running_ = 0;          ///< handlers of this window on the stack
+    int typedLines_ = 0;       ///< lines typed into the log that wait or are being sent
+    int dialogs_ = 0;          ///< dialogs of this window that are open
+    std::vector<std::function<void()>> behindDialog_; ///< handlers that wait for their end
+    QString saveFolder_;                              ///< where the save dialog was last
+    int running_ = 0;                                 ///< handlers of this window on the stack
     bool unloaded_ = false;
 };
 

@@ -77,7 +77,7 @@ QWidget *FormScope::BuildFilter()
     CmdUpdate->setEnabled(false);
     ListFilter->setFixedWidth(CmdUpdate->sizeHint().width());
     connect(ListFilter, &QListWidget::itemSelectionChanged, this, [this] { CmdUpdate->setEnabled(true); });
-    OnClick(CmdUpdate, this, [this] { CmdUpdate_Click(); });
+    OnIdleClick(main_, CmdUpdate, this, [this] { CmdUpdate_Click(); });
 
     auto *layout = new QVBoxLayout(frame);
     layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin / 2, Rhythm::Margin, Rhythm::Margin);
@@ -100,7 +100,7 @@ QLayout *FormScope::BuildButtons()
     OnClick(CmdStart, this, [this] { CmdStart_Click(); });
     OnClick(CmdStop, this, [this] { CmdStop_Click(); });
     connect(CmdClear, &QPushButton::clicked, this, [this] { Text1->Clear(); });
-    OnClick(CmdSave, this, [this] { CmdSave_Click(); });
+    OnIdleClick(main_, CmdSave, this, [this] { CmdSave_Click(); });
     auto *row = SideBySide({CmdStart, CmdStop, CmdClear});
     row->addStretch();
     row->addWidget(CmdSave);

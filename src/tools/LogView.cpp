@@ -6,12 +6,14 @@
 #include "platform/WidgetText.h"
 #include "tools/LogText.h"
 
+#include <QDropEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <chrono>
@@ -78,6 +80,12 @@ void LogView::Clear()
     ShowAnew();
 }
 
+void LogView::BeginAnew()
+{
+    log_.clear();
+    ShowAnew(ToQString(Typed()));
+}
+
 std::string LogView::Text() const
 {
     return log_ + Typed();
@@ -99,6 +107,14 @@ std::string LogView::TakeTyped()
     return typed;
 }
 
+void LogView::PutTyped(std::string_view typed)
+{
+    const QScopedValueRollback own(ownChange_, true);
+    QTextCursor typing(document());
+    typing.setPosition(typingStart_);
+    typing.insertText(ToQString(typed));
+}
+
 void LogView::Flush()
 {
     flush_.stop();
@@ -114,14 +130,14 @@ void LogView::ShowMore()
         ShowingShare * (std::chrono::steady_clock::now() - start));
     pause_ = std::clamp(took, SoonestShow, LatestShow);
     if (shown_ < log_.size())
-        flush_.start(std::chrono::milliseconds(0));
+        flush_.start(IsComposing() ? pause_ : std::chrono::milliseconds(0));
 }
 
 /// Brings the screen up to a place in the log. The operator's choice, the typing and the place in view stay,
-/// unless the end is in view: then it stays in view.
+/// unless the end is in view: then it stays in view. What an input method is composing isn't torn apart.
 void LogView::Show(std::size_t end)
 {
-    if (shown_ == end)
+    if (shown_ == end || IsComposing())
         return;
     QScrollBar *bar = verticalScrollBar();
     const bool follow = bar->value() == bar->maximum();
@@ -202,10 +218,15 @@ void LogView::ShowAnew(const QString &typing)
 /// Whatever way a change of the log's own text comes in, it is taken back; the typing stays as it is then.
 void LogView::OnContentsChange(int position, int removed, int added)
 {
-    if (ownChange_ || removed == 0 || position >= typingStart_)
+    if (ownChange_ || position >= typingStart_)
         return;
     typingStart_ = std::max(typingStart_ - removed, position) + added;
     Queue(this, [this] { ShowAnew(ToQString(Typed())); });
+}
+
+bool LogView::IsComposing() const
+{
+    return !textCursor().block().layout()->preeditAreaText().isEmpty();
 }
 
 bool LogView::ChangesOnlyTheTyping() const
@@ -258,6 +279,13 @@ void LogView::inputMethodEvent(QInputMethodEvent *event)
     if (!isReadOnly())
         MoveToTheTyping();
     QPlainTextEdit::inputMethodEvent(event);
+}
+
+/// A piece of the log that is dragged to the typing stays in the log.
+void LogView::dropEvent(QDropEvent *event)
+{
+    event->setDropAction(Qt::CopyAction);
+    QPlainTextEdit::dropEvent(event);
 }
 
 /// A paste or a drop goes behind the log's own text, wherever it was aimed at. A command is one line: text

@@ -35,6 +35,8 @@ public:
     void Append(std::string_view bytes);
     /// Empties all, the typing too.
     void Clear();
+    /// Empties the log and leaves the typing.
+    void BeginAnew();
 
     /// All of the log, the operator's typing at its end included.
     std::string Text() const;
@@ -44,6 +46,8 @@ public:
     std::size_t LogMark() const { return log_.size(); }
     /// Takes what was typed off the end, for the caller to make something of it.
     std::string TakeTyped();
+    /// Gives back what was taken, in front of what has been typed since.
+    void PutTyped(std::string_view typed);
 
     /// Brings the screen up to the log at once.
     void Flush();
@@ -56,11 +60,13 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     std::string Typed() const;
     int EndPosition() const;
     bool ChangesOnlyTheTyping() const;
+    bool IsComposing() const;
     void MoveToTheTyping();
     bool IsFull() const { return Length() >= Capacity; }
     void MakeRoom(std::size_t size);

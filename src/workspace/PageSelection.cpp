@@ -28,7 +28,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QTabBar>
-#include <QToolBar>
 
 namespace vorn
 {
@@ -121,6 +120,7 @@ void PageSelection::LeftClick(const std::string &key)
     if (ofModule && !IsConsoleModel(NodeClass))
         load_.LoadModulePage(key);
     SetTag(main_.Frame1, key);
+    RefreshToolbar(main_); // a scope may have been closed while the page was loading
     ClickGuard = false;
     if (main_.NodeLeftClick && ofModule && NodeClass != BaseUnitModel) {
         main_.PauseRefresh = false;

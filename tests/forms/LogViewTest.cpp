@@ -208,6 +208,57 @@ TEST_F(LogViewTest, TheTypingStaysWhenAChangeOfTheLogIsTakenBack)
     EXPECT_EQ(Shown(terminal_), "first\nsecond\n12");
 }
 
+TEST_F(LogViewTest, AnInsertionIntoTheLogIsTakenBack)
+{
+    terminal_.Append("first\r\n");
+    terminal_.Flush();
+    QTest::keyClicks(&terminal_, QStringLiteral("$012"));
+    QTextCursor(terminal_.document()).insertText(QStringLiteral("xyz")); // as an assistive tool may do
+    EXPECT_EQ(terminal_.TakeTyped(), "$012");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Shown(terminal_), "first\n");
+}
+
+TEST_F(LogViewTest, WhatWasTakenCanBePutBackInFrontOfTheTyping)
+{
+    terminal_.Append("first\r\n");
+    QTest::keyClicks(&terminal_, QStringLiteral("$012"));
+    const std::string taken = terminal_.TakeTyped();
+    QTest::keyClicks(&terminal_, QStringLiteral("3"));
+    terminal_.PutTyped(taken);
+    EXPECT_EQ(terminal_.Text(), "first\r\n$0123");
+    EXPECT_EQ(terminal_.LogMark(), 7U);
+}
+
+TEST_F(LogViewTest, BegunAnewItKeepsTheTyping)
+{
+    terminal_.Append("first\r\n");
+    QTest::keyClicks(&terminal_, QStringLiteral("$012"));
+    terminal_.BeginAnew();
+    terminal_.Append("second\r\n");
+    EXPECT_EQ(terminal_.Text(), "second\r\n$012");
+    EXPECT_EQ(Shown(terminal_), "second\n$012");
+    terminal_.Clear();
+    EXPECT_EQ(terminal_.Text(), "");
+}
+
+TEST_F(LogViewTest, WhatIsBeingComposedIsNotTornApart)
+{
+    terminal_.Append("first\r\n");
+    terminal_.Flush();
+    const auto input = [&](const char *composing, const char *committed) {
+        QInputMethodEvent event(QString::fromLatin1(composing), {});
+        event.setCommitString(QString::fromLatin1(committed));
+        QCoreApplication::sendEvent(&terminal_, &event);
+    };
+    input("$", "");
+    terminal_.Append("second\r\n");
+    EXPECT_EQ(Shown(terminal_), "first\n") << "the composition stands behind the first line";
+    input("", "$");
+    EXPECT_EQ(Shown(terminal_), "first\nsecond\n$");
+    EXPECT_EQ(terminal_.TakeTyped(), "$");
+}
+
 TEST_F(LogViewTest, ReturnIsToldAndSwallowed)
 {
     QSignalSpy returns(&terminal_, &LogView::ReturnPressed);

@@ -377,12 +377,55 @@ TEST_F(ScopeTest, ClosedOverAModulesPageItLeavesTheBusToolsOff)
         op.Gui([&] { scope()->close(); });
         EXPECT_FALSE(op.Gui([&] { return main().ToolButton(vorn::FormMain::SearchButton)->isEnabled(); }));
         EXPECT_FALSE(op.Gui([&] { return main().ToolButton(vorn::FormMain::TerminalButton)->isEnabled(); }));
-        op.Gui([&] { main().Search->setEnabled(true); });
+        op.Gui([&] {
+            main().Timer1.stop();
+            main().PauseRefresh = true;
+            main().Search->setEnabled(true);
+        });
+        op.WaitFor([&] { return !main().NoYield && !main().InTransaction(); }, "the end of the refresh");
         op.Trigger(main().Search);
         op.Settle();
         EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }))
             << "a module can't be searched";
         EXPECT_TRUE(op.Gui([&] { return main().Nodes.Contains("_0003!!0A7252"); }));
+    });
+}
+
+TEST_F(ScopeTest, ClosedWhileAPageLoadsItLeavesTheToolsOfThatPage)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("60000")); });
+        op.Gui([&] { main().Nodes.Add("KeyCOM003", "_0003!!0A7252", "(0A) 7252", "vorn4ico", "vorn4icoS"); });
+        op.Gui([&] { LeftClick("_0003!!0A7252"); });
+        op.WaitFor([&] { return !peer_.Lines().empty(); }, "the first command of the load");
+        op.Gui([&] { scope()->close(); });
+        peer_.OnLine([](const std::string &, const RawPeer::Writer &write) { write("?0A\r"); });
+        peer_.Send("?0A\r");
+        op.WaitFor([&] { return vorn::TagOf(main().Frame1) == "_0003!!0A7252"; }, "the page");
+        op.Gui([&] {
+            EXPECT_FALSE(main().ToolButton(vorn::FormMain::SearchButton)->isEnabled());
+            EXPECT_FALSE(main().ToolButton(vorn::FormMain::TerminalButton)->isEnabled());
+            EXPECT_TRUE(main().ToolButton(vorn::FormMain::SaveSetButton)->isEnabled());
+        });
+    });
+}
+
+TEST_F(ScopeTest, ItsDialogsWaitForTheTransaction)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("60000")); });
+        op.Gui([&] { scope()->Text1->Append("$012\r\r\n"); });
+        QMetaObject::invokeMethod(
+            &main(), [&] { main().trans("$052", false); }, Qt::QueuedConnection);
+        op.WaitFor([&] { return !peer_.Lines().empty(); }, "the command");
+        op.Click(scope()->CmdSave);
+        op.Click(scope()->CmdSave);
+        op.Settle();
+        EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }));
+        peer_.Send("!05\r");
+        op.AnswerFile("Save As ---", "DataScope.txt", "");
+        op.Settle();
+        EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }));
     });
 }
 

@@ -605,7 +605,7 @@ TEST_F(TerminalTest, TheDialogsShowTextFilesAndBeginInTheProgramsFolder)
     });
 }
 
-TEST_F(TerminalTest, SaveAndBrowseWaitForTheTransaction)
+TEST_F(TerminalTest, SaveWaitsForTheTransactionAndTakesWhatComesUnderTheDialog)
 {
     const std::filesystem::path path = ports.Root() / "log.txt";
     Operate([&](Operator &op) {
@@ -626,6 +626,35 @@ TEST_F(TerminalTest, SaveAndBrowseWaitForTheTransaction)
         op.Settle();
         EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }))
             << "the second click came while the first was waiting";
+    });
+}
+
+TEST_F(TerminalTest, WhatWaitsComesOneDialogAfterTheOther)
+{
+    const std::filesystem::path saved = ports.Root() / "log.txt";
+    const std::filesystem::path commands = ports.Root() / "other.txt";
+    std::ofstream(commands) << "$022\n";
+    Operate([&](Operator &op) {
+        PlayFile(op, "$052\n");
+        op.Click(terminal()->CmdSend);
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the command");
+        op.Click(terminal()->CmdSave);
+        op.Click(terminal()->Comincludtxt);
+        op.Click(terminal()->CmdContinueSend);
+        op.Click(terminal()->CmdSend);
+        peer_.Send("!05\r");
+        op.AwaitBox("the first dialog");
+        op.Settle();
+        EXPECT_EQ(peer_.Lines().size(), 1U) << "nothing goes out under a dialog";
+        op.AnswerFile("Save As ---", "Terminal.txt", saved.string());
+        op.AnswerFile("Open", "*.txt", commands.string());
+        op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the loop");
+        EXPECT_EQ(peer_.Lines()[1], "$022");
+        EXPECT_EQ(ReadFile(saved), ExchangeOf("$052", "!05", "   1> ", "   1< "));
+        Stop(op);
+        const Lines numbers = Numbers(Log(op), '>');
+        EXPECT_EQ(numbers.front(), "   1");
+        EXPECT_EQ(numbers.size() + 1, peer_.Lines().size()) << "the send behind the start of a loop is none";
     });
 }
 
@@ -764,7 +793,8 @@ TEST_F(TerminalTest, AFileThatFillsTheLogIsClosed)
         FillLog(op);
         op.Click(terminal()->CmdSend);
         op.AnswerFile("Save As ---", "Terminal.txt", "");
-        op.WaitFor([&] { return main().TerminalStop; }, "the stop");
+        op.Settle();
+        EXPECT_TRUE(op.Gui([&] { return main().TerminalStop; }));
         EXPECT_EQ(peer_.Lines(), Lines{"$012"}) << "a line that can't be logged isn't sent";
         op.Click(terminal()->CmdContinueSend);
         op.WaitFor([&] { return peer_.Lines().size() > 4; }, "some lines");
@@ -775,6 +805,23 @@ TEST_F(TerminalTest, AFileThatFillsTheLogIsClosed)
         const std::string log = Log(op);
         op.Click(terminal()->CmdSend);
         AwaitLog(op, log + ExchangeOf("$012", "!01400600", "   1> ", "   1< ")); // cleared once is enough
+    });
+}
+
+TEST_F(TerminalTest, ATypedLineThatTheLogHasNoRoomForIsThereStill)
+{
+    Operate([&](Operator &op) {
+        FillLog(op);
+        op.Type(terminal()->Text1, QStringLiteral("$012"));
+        op.Press(terminal()->Text1, Qt::Key_Return);
+        op.AnswerFile("Save As ---", "Terminal.txt", "");
+        op.Settle();
+        EXPECT_TRUE(Log(op).ends_with("x$012"));
+        EXPECT_TRUE(peer_.Lines().empty());
+        op.Click(terminal()->OptRingBuffer);
+        op.Press(terminal()->Text1, Qt::Key_Return);
+        AwaitLog(op, "$012" + Record("", vorn::TypedColumn) + "\r\n" +
+                         Record("!01400600", vorn::TypedColumn) + "\r\n");
     });
 }
 

@@ -13,6 +13,9 @@
 #include <random>
 #include <set>
 
+/// Of a sanitizer's run-time library, which ends the process in its own way; absent without one.
+extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
+
 namespace
 {
 
@@ -22,12 +25,17 @@ constexpr std::string_view BusCharacters = "!>?%#$@~0123456789ABCDEFabcdef+-. \r
 
 std::string present; // the input that is being tried, for the one who reads of a failure
 
-extern "C" void TellInput(int signal)
+void TellInput()
 {
     std::fputs("input:", stderr);
     for (const char c : present)
         std::fprintf(stderr, " %02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
     std::fputs("\n", stderr);
+}
+
+extern "C" void TellInputOf(int signal)
+{
+    TellInput();
     std::signal(signal, SIG_DFL);
     std::raise(signal);
 }
@@ -71,28 +79,33 @@ private:
 
     char Character()
     {
-        return Below(4) == 0 ? static_cast<char>(Below(256)) : BusCharacters[Below(BusCharacters.size())];
+        const std::size_t drawn = Below(4 * 256);
+        return drawn < 256 ? static_cast<char>(drawn) : BusCharacters[drawn % BusCharacters.size()];
     }
 
     void Change(std::string &text)
     {
+        // Drawn one by one, since compilers order the arguments of a call as they like.
         const std::size_t at = Below(text.size() + 1);
+        const std::size_t from = Below(text.size() + 1);
+        const std::size_t length = 1 + Below(40);
+        const char character = Character();
         switch (Below(6)) {
         case 0:
-            text.insert(at, 1, Character());
+            text.insert(at, 1, character);
             break;
         case 1:
-            text.erase(at, 1 + Below(4));
+            text.erase(at, 1 + length / 10);
             break;
         case 2:
             if (at < text.size())
-                text[at] = Character();
+                text[at] = character;
             break;
         case 3: // a piece again
-            text.insert(at, text.substr(Below(text.size() + 1), Below(20)));
+            text.insert(at, text.substr(from, length));
             break;
         case 4:
-            text.insert(at, 1 + Below(40), Character());
+            text.insert(at, length, character);
             break;
         default: { // the end of another seed
             const std::string &other = Seed();
@@ -119,8 +132,13 @@ int main(int count, char *arguments[])
         std::fprintf(stderr, "no seeds in %s\n", arguments[1]);
         return 2;
     }
-    for (const int signal : {SIGABRT, SIGSEGV, SIGFPE})
-        std::signal(signal, TellInput);
+    std::signal(SIGABRT, TellInputOf);
+    if (__sanitizer_set_death_callback) {
+        __sanitizer_set_death_callback(TellInput);
+    } else {
+        std::signal(SIGSEGV, TellInputOf);
+        std::signal(SIGFPE, TellInputOf);
+    }
     Try({});
     for (const std::string &seed : seeds)
         Try(seed);

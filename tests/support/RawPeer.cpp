@@ -1,5 +1,7 @@
 #include "support/RawPeer.h"
 
+#include <cstdint>
+#include <iterator>
 #include <stdexcept>
 
 #include <cstdlib>
@@ -159,7 +161,8 @@ void RawPeer::Receive()
 void RawPeer::CatchUp()
 {
     Receive();
-    Wake();
+    if (!unserved_.empty())
+        Wake();
 }
 
 void RawPeer::ServeAll()
