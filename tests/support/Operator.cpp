@@ -49,7 +49,8 @@ void Operator::Run(const std::function<void(Operator &)> &steps)
         Operator person;
         steps(person);
         if (!::testing::Test::HasFatalFailure())
-            person.FailOnStrayBox();
+            while (person.FailOnStray(Any)) {
+            }
         done = true;
         QMetaObject::invokeMethod(
             qApp, [] {}, Qt::QueuedConnection);
@@ -59,15 +60,16 @@ void Operator::Run(const std::function<void(Operator &)> &steps)
     thread.join();
 }
 
-bool Operator::FailOnStrayBox()
+bool Operator::FailOnStray(Stray what)
 {
-    return Gui([] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (!box)
+    return Gui([what] {
+        QWidget *modal = QApplication::activeModalWidget();
+        const auto *box = qobject_cast<QMessageBox *>(modal);
+        if (!modal || (what == Box && !box))
             return false;
-        ADD_FAILURE() << "A message box that nobody expected: " << box->text().toStdString() << " / "
-                      << box->windowTitle().toStdString();
-        box->reject();
+        ADD_FAILURE() << "A window that nobody expected: " << modal->windowTitle().toStdString() << " / "
+                      << (box ? box->text().toStdString() : std::string());
+        modal->close();
         return true;
     });
 }
@@ -76,7 +78,7 @@ bool Operator::WaitFor(const std::function<bool()> &condition, const char *what)
 {
     const auto deadline = std::chrono::steady_clock::now() + Patience;
     while (!Gui(condition)) {
-        if (FailOnStrayBox())
+        if (FailOnStray(Box))
             return false;
         if (std::chrono::steady_clock::now() > deadline) {
             ADD_FAILURE() << "This never came: " << what;

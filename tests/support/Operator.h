@@ -19,7 +19,8 @@ class QFileDialog;
 /// inside the event loop; each look and each move is done on the window's thread, in whatever loop that is in
 /// just then.
 ///
-/// A message box that no step has announced fails the test.
+/// A message box that no step has announced fails the test, and so does any modal window that is open at its
+/// end.
 class Operator final
 {
 public:
@@ -67,5 +68,6 @@ public:
 
 private:
     QPointer<QWidget> AwaitModal(const char *what);
-    bool FailOnStrayBox();
+    enum Stray { Box, Any };
+    bool FailOnStray(Stray what);
 };
