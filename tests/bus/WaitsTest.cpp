@@ -34,6 +34,24 @@ private:
     double step_; ///< how far each look moves it on
 };
 
+/// The program, loaded, without its refresh.
+class ProgramAtRest final
+{
+public:
+    ProgramAtRest(const vorn::SerialPorts &ports, const vorn::Clock &clock)
+        : program_({.ports = ports, .clock = clock})
+    {
+        EXPECT_TRUE(program_.Load());
+        Main.Timer1.stop();
+    }
+
+private:
+    vorn::Program program_;
+
+public:
+    vorn::FormMain &Main = program_.Main;
+};
+
 /// The main window alone, on a clock of the test's own, COM3 selected.
 class WaitTest : public ::testing::Test
 {
@@ -47,9 +65,7 @@ protected:
     /// How often a wait asks a module that keeps silent.
     int PollsOf(Wait wait, const std::string &command, const SetClock &clock)
     {
-        vorn::Program program({.ports = machine_, .clock = clock});
-        EXPECT_TRUE(program.Load());
-        program.Main.Timer1.stop();
+        ProgramAtRest program(machine_, clock);
         program.Main.TextTimeOut->setText(QStringLiteral("1"));
         peer_.Forget();
         wait(program.Main, "05", false);
@@ -77,9 +93,7 @@ TEST_F(WaitTest, WaitModuleReadyEndsWithTheFirstReplyOfAnyKind)
 {
     peer_.ReplyInTurn("$052", {"", "?05\r"});
     const vorn::Clock clock;
-    vorn::Program program({.ports = machine_, .clock = clock});
-    ASSERT_TRUE(program.Load());
-    program.Main.Timer1.stop();
+    ProgramAtRest program(machine_, clock);
     WaitModuleReady(program.Main, "05", false);
     EXPECT_EQ(program.Main.ReplyText, "?05");
 }
@@ -88,9 +102,7 @@ TEST_F(WaitTest, WaitModuleReadySendsTheChecksum)
 {
     peer_.Reply("$052BB", "!05400640F9\r");
     const vorn::Clock clock;
-    vorn::Program program({.ports = machine_, .clock = clock});
-    ASSERT_TRUE(program.Load());
-    program.Main.Timer1.stop();
+    ProgramAtRest program(machine_, clock);
     WaitModuleReady(program.Main, "05", true);
     EXPECT_EQ(program.Main.ReplyText, "!05400640F9");
 }
@@ -99,9 +111,7 @@ TEST_F(WaitTest, WaitCalibrationDoneAsksForTheStep)
 {
     peer_.Reply("$053", "!05\r");
     const vorn::Clock clock;
-    vorn::Program program({.ports = machine_, .clock = clock});
-    ASSERT_TRUE(program.Load());
-    program.Main.Timer1.stop();
+    ProgramAtRest program(machine_, clock);
     peer_.Forget();
     WaitCalibrationDone(program.Main, "05", false);
     EXPECT_EQ(peer_.Lines(), std::vector<std::string>{"$053"});
@@ -116,9 +126,7 @@ TEST_F(WaitTest, WaitCalibrationDoneAsksACardByItsBaseUnitsAddressAlone)
 {
     peer_.Reply("$053", "!05\r");
     const vorn::Clock clock;
-    vorn::Program program({.ports = machine_, .clock = clock});
-    ASSERT_TRUE(program.Load());
-    program.Main.Timer1.stop();
+    ProgramAtRest program(machine_, clock);
     vorn::SetTag(program.Main.Frame1, "_00032!053925");
     peer_.Forget();
     WaitCalibrationDone(program.Main, "05", false);
@@ -128,9 +136,7 @@ TEST_F(WaitTest, WaitCalibrationDoneAsksACardByItsBaseUnitsAddressAlone)
 TEST_F(WaitTest, WaitTransIdleEndsWhenABusyBusStaysBusy)
 {
     const SetClock clock(86399.9375, 0.125);
-    vorn::Program program({.ports = machine_, .clock = clock});
-    ASSERT_TRUE(program.Load());
-    program.Main.Timer1.stop();
+    ProgramAtRest program(machine_, clock);
     program.Main.TransBusy = true;
     const int before = clock.Looks();
     WaitTransIdle(program.Main);
