@@ -184,15 +184,21 @@ void FormFull_Screen::Wire()
             });
         };
     };
-    // A second request while the first waits for its turn is dropped, so that a held key piles up nothing. A
-    // stop takes back what still waits, unless it was asked for again after it.
-    const auto sending = [this](Handler handler) {
-        return [this, handler, stopsWhenAsked = std::make_shared<std::optional<int>>()] {
-            if (std::exchange(*stopsWhenAsked, stops_))
+    // The command is taken when it is asked for, whatever is typed until its turn comes. The same once more
+    // while it waits is dropped, so that a held key piles up nothing. A stop takes back what still waits,
+    // unless it was asked for again after it.
+    using Sender = void (FormFull_Screen::*)(const std::string &command);
+    const auto sending = [this](Sender handler) {
+        using Asked = std::pair<int, std::string>; // stops by then, and the command
+        return [this, handler, waiting = std::make_shared<std::optional<Asked>>()] {
+            const Asked asked(stops_, FromQString(TextCommand->text()));
+            if (std::exchange(*waiting, asked) == asked)
                 return;
-            OnBus([this, handler, stopsWhenAsked] {
-                if (std::exchange(*stopsWhenAsked, std::nullopt) == stops_)
-                    (this->*handler)();
+            OnBus([this, handler, waiting, asked] {
+                if (*waiting == asked)
+                    waiting->reset();
+                if (asked.first == stops_)
+                    (this->*handler)(asked.second);
             });
         };
     };
@@ -229,7 +235,7 @@ void FormFull_Screen::OptionSel_Click()
     }
 }
 
-void FormFull_Screen::CmdSend_Click()
+void FormFull_Screen::CmdSend_Click(const std::string &command)
 {
     if (!CmdSend->isEnabled())
         return; // the loop was started before its turn came
@@ -237,7 +243,7 @@ void FormFull_Screen::CmdSend_Click()
     if (std::exchange(ClearOnSend, false))
         Text1->Clear();
     if (OptionSel[0]->isChecked()) {
-        TRANS_RESPONSE();
+        TRANS_RESPONSE(command);
         return;
     }
     main_.TerminalStop = false;
@@ -247,8 +253,10 @@ void FormFull_Screen::CmdSend_Click()
     Trans_File();
 }
 
-void FormFull_Screen::CmdContinueSend_Click()
+void FormFull_Screen::CmdContinueSend_Click(const std::string &)
 {
+    if (!CmdContinueSend->isEnabled())
+        return;
     Text1->Clear();
     RoundCount = 0;
     ContinueMode = true;
@@ -284,7 +292,7 @@ bool FormFull_Screen::SendRound()
     const bool silenced = main_.TransBusy;
     if (OptionSel[0]->isChecked()) {
         ++RoundCount;
-        TRANS_RESPONSE();
+        TRANS_RESPONSE(FromQString(TextCommand->text()));
         return !silenced;
     }
     if (!file_.IsOpen()) {
@@ -315,11 +323,10 @@ void FormFull_Screen::CmdStop_Click()
     CmdContinueSend->setEnabled(true);
 }
 
-void FormFull_Screen::TRANS_RESPONSE()
+void FormFull_Screen::TRANS_RESPONSE(const std::string &command)
 {
     main_.CommPortNo = static_cast<int>(Val(Mid(FromQString(windowTitle()), 4, 1)));
     LabResponse->clear();
-    const std::string command = FromQString(TextCommand->text());
     Exchange([&] { Transmit(command, OptionSChecksum->isChecked(), ContinueMode, LabResponse); });
 }
 

@@ -56,14 +56,14 @@ private:
     void Wire();
 
     void OptionSel_Click();
-    void CmdSend_Click();
-    void CmdContinueSend_Click();
+    void CmdSend_Click(const std::string &command);
+    void CmdContinueSend_Click(const std::string &command);
     void CmdStop_Click();
     void CmdSave_Click();
     void Comincludtxt_Click();
     void Text1_Return();
 
-    void TRANS_RESPONSE();
+    void TRANS_RESPONSE(const std::string &command);
     void Trans_File();
     void OpenFile();
     void SendLoop(int stops);

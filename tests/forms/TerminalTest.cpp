@@ -605,6 +605,26 @@ TEST_F(TerminalTest, TheDialogsShowTextFilesAndBeginInTheProgramsFolder)
     });
 }
 
+TEST_F(TerminalTest, WhatGoesOutIsTheCommandThatWasAskedFor)
+{
+    Operate([&](Operator &op) {
+        QLineEdit *entry = terminal()->TextCommand;
+        const auto send = [&](const char *command) {
+            op.Gui([&] { entry->setText(QString::fromLatin1(command)); });
+            op.Press(entry, Qt::Key_Return);
+        };
+        send("$052");
+        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "a command that waits for its reply");
+        for (const char *command : {"$022", "$022", "$012"})
+            send(command);
+        Command(op, "$0");
+        peer_.Send("!05\r");
+        AwaitLog(op, ExchangeOf("$052", "!05") + ExchangeOf("$022", "!02400600") +
+                         ExchangeOf("$012", "!01400600"));
+        EXPECT_EQ(peer_.Lines(), (Lines{"$052", "$022", "$012"}));
+    });
+}
+
 TEST_F(TerminalTest, SaveWaitsForTheTransactionAndTakesWhatComesUnderTheDialog)
 {
     const std::filesystem::path path = ports.Root() / "log.txt";
