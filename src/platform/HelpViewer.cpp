@@ -1,5 +1,7 @@
 #include "platform/HelpViewer.h"
 
+#include "platform/TopmostWindow.h"
+
 #include <QAction>
 #include <QFile>
 #include <QTextBrowser>
@@ -62,6 +64,7 @@ void HelpViewer::ShowPage(const QString &page)
 {
     const QString file = QStringLiteral(":/help/%1.html").arg(page);
     pages_->setSource(PageUrl(!page.isEmpty() && QFile::exists(file) ? page : ContentsPage));
+    SetTopmost(*this, SomeWindowIsTopmost()); // the window that asked for help would cover it
     show();
     raise();
     activateWindow();

@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QTextBrowser>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -71,6 +73,37 @@ TEST_F(HelpTest, MenuToolbarAndF1OpenThePageOfWhatIsOnShow)
                    "the help of the main window");
         CloseHelp(op);
         EXPECT_EQ(op.Gui([&] { return main().VORNHelp->shortcut(); }), QKeySequence(Qt::Key_F1));
+    });
+}
+
+TEST_F(HelpTest, OfATopmostWindowItStandsAboveThatWindow)
+{
+    Operate([&](Operator &op) {
+        const auto isTopmost = [&] {
+            return op.Gui([] {
+                const auto windows = QApplication::topLevelWidgets();
+                return std::ranges::any_of(windows, [](const QWidget *window) {
+                    return window->objectName() == QLatin1String("HelpViewer") && window->isVisible() &&
+                           window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+                });
+            });
+        };
+        for (const auto &[button, page] : {std::pair{vorn::FormMain::TerminalButton, "terminal.html"},
+                                           {vorn::FormMain::ScopeButton, "data-scope.html"}}) {
+            op.Trigger(main().ToolButton(button));
+            const QPointer<QWidget> &window =
+                button == vorn::FormMain::TerminalButton ? main().FormFull_Screen : main().ScopeForm[3];
+            op.WaitFor([&] { return window && window->isVisible(); }, "the window");
+            op.Press(window, Qt::Key_F1);
+            op.WaitFor([page = page] { return Page() == QString::fromLatin1(page); }, page);
+            EXPECT_TRUE(isTopmost()) << page;
+            CloseHelp(op);
+            op.Gui([&] { window->close(); });
+        }
+        op.Trigger(main().VORNHelp);
+        op.WaitFor([] { return Page() == QStringLiteral("port-page.html"); }, "the help of the port page");
+        EXPECT_FALSE(isTopmost()) << "it needs to be no longer";
+        CloseHelp(op);
     });
 }
 
