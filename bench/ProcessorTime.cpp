@@ -4,7 +4,7 @@
 #include "Measures.h"
 #include "Stand.h"
 
-#include "core/Controls.h"
+#include "shell/Controls.h"
 
 #include <QTimer>
 

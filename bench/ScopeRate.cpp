@@ -7,7 +7,7 @@
 
 #include "support/RawPeer.h"
 
-#include "discovery/NodeKey.h"
+#include "protocol/NodeKey.h"
 #include "tools/FormScope.h"
 #include "tools/LogView.h"
 

@@ -1,7 +1,7 @@
 #include "Stand.h"
 
-#include "discovery/NodeKey.h"
 #include "platform/WidgetText.h"
+#include "protocol/NodeKey.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,12 +1,12 @@
 #include "Program.h"
 
-#include "core/Controls.h"
-#include "core/Text.h"
-#include "core/frmAbout.h"
-#include "discovery/ModelCatalogue.h"
 #include "platform/Dialogs.h"
 #include "platform/SerialPorts.h"
 #include "platform/WidgetText.h"
+#include "protocol/ModelCatalogue.h"
+#include "protocol/Text.h"
+#include "shell/Controls.h"
+#include "shell/frmAbout.h"
 
 #include <QAction>
 #include <QGroupBox>

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "consoles/Consoles.h"
-#include "core/FormMain.h"
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
-#include "settings/AnalogAlarm.h"
-#include "settings/CounterPage.h"
-#include "settings/LinearMappingUpdate.h"
+#include "shell/FormMain.h"
 #include "tools/BenchTools.h"
+#include "workspace/AnalogAlarm.h"
+#include "workspace/CounterPage.h"
 #include "workspace/DirectOutputs.h"
+#include "workspace/LinearMappingUpdate.h"
 #include "workspace/LiveData.h"
 #include "workspace/ModulePageLoad.h"
 #include "workspace/PageSelection.h"

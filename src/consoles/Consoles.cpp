@@ -1,8 +1,8 @@
 #include "consoles/Consoles.h"
 
-#include "core/Controls.h"
-#include "core/FormMain.h"
 #include "platform/WidgetText.h"
+#include "shell/Controls.h"
+#include "shell/FormMain.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>

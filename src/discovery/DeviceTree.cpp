@@ -1,13 +1,13 @@
 #include "discovery/DeviceTree.h"
 
-#include "core/Controls.h"
-#include "core/FormMain.h"
-#include "core/Number.h"
-#include "core/Text.h"
-#include "discovery/ModelCatalogue.h"
 #include "discovery/ToolStates.h"
 #include "platform/Events.h"
 #include "platform/WidgetText.h"
+#include "protocol/ModelCatalogue.h"
+#include "protocol/Number.h"
+#include "protocol/Text.h"
+#include "shell/Controls.h"
+#include "shell/FormMain.h"
 
 #include <QAction>
 #include <QGroupBox>

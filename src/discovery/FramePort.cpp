@@ -1,10 +1,10 @@
 #include "discovery/FramePort.h"
 
-#include "core/CommandFrame.h"
-#include "core/Controls.h"
-#include "core/FormMain.h"
-#include "core/SelectAllOnFocus.h"
 #include "platform/WidgetText.h"
+#include "protocol/CommandFrame.h"
+#include "shell/Controls.h"
+#include "shell/FormMain.h"
+#include "shell/SelectAllOnFocus.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "discovery/ToolStates.h"
 
-#include "core/Text.h"
+#include "protocol/Text.h"
 
 namespace vorn
 {

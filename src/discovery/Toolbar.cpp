@@ -1,9 +1,9 @@
 #include "discovery/Toolbar.h"
 
-#include "core/Controls.h"
-#include "core/FormMain.h"
-#include "discovery/NodeKey.h"
 #include "discovery/ToolStates.h"
+#include "protocol/NodeKey.h"
+#include "shell/Controls.h"
+#include "shell/FormMain.h"
 
 #include <QAction>
 #include <QGroupBox>

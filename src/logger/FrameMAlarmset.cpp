@@ -1,6 +1,6 @@
 #include "logger/FrameMAlarmset.h"
 
-#include "core/Controls.h"
+#include "shell/Controls.h"
 
 #include <QLineEdit>
 #include <QPushButton>

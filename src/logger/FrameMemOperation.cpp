@@ -1,6 +1,6 @@
 #include "logger/FrameMemOperation.h"
 
-#include "core/Controls.h"
+#include "shell/Controls.h"
 
 #include <QButtonGroup>
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #include "logger/FrameMemory.h"
 
-#include "core/Controls.h"
+#include "shell/Controls.h"
 
 #include <QCheckBox>
 #include <QComboBox>

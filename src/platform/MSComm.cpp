@@ -1,7 +1,7 @@
 #include "platform/MSComm.h"
 
-#include "core/RuntimeError.h"
 #include "platform/Events.h"
+#include "platform/RuntimeError.h"
 #include "platform/SerialPorts.h"
 
 #include <QSocketNotifier>

@@ -1,7 +1,7 @@
 #include "tools/BenchTools.h"
 
-#include "core/FormMain.h"
 #include "discovery/Toolbar.h"
+#include "shell/FormMain.h"
 #include "tools/FormFull_Screen.h"
 #include "tools/FormScope.h"
 

@@ -1,6 +1,6 @@
 #include "tools/CommandFile.h"
 
-#include "core/RuntimeError.h"
+#include "platform/RuntimeError.h"
 
 namespace vorn
 {

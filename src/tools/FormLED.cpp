@@ -1,11 +1,11 @@
 #include "tools/FormLED.h"
 
-#include "core/Controls.h"
-#include "core/FormMain.h"
-#include "core/PageCommand.h"
 #include "platform/TopmostWindow.h"
 #include "platform/WidgetText.h"
-#include "settings/FieldGuard.h"
+#include "shell/Controls.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 #include "tools/SevenSegment.h"
 
 #include <QKeyEvent>

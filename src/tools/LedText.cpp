@@ -1,6 +1,6 @@
 #include "tools/LedText.h"
 
-#include "core/Text.h"
+#include "protocol/Text.h"
 
 #include <cstddef>
 

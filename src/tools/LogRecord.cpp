@@ -1,7 +1,7 @@
 #include "tools/LogRecord.h"
 
-#include "core/CommandFrame.h"
-#include "core/Text.h"
+#include "protocol/CommandFrame.h"
+#include "protocol/Text.h"
 
 #include <cmath>
 #include <cstddef>

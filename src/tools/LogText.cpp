@@ -1,6 +1,6 @@
 #include "tools/LogText.h"
 
-#include "core/Number.h"
+#include "protocol/Number.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "tools/LogView.h"
 
-#include "core/RuntimeError.h"
 #include "platform/Dialogs.h"
 #include "platform/Events.h"
+#include "platform/RuntimeError.h"
 #include "platform/WidgetText.h"
 #include "tools/LogText.h"
 

@@ -1,7 +1,7 @@
 #include "tools/ScopeFilter.h"
 
-#include "core/RuntimeError.h"
-#include "core/Text.h"
+#include "platform/RuntimeError.h"
+#include "protocol/Text.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "discovery/NodeKey.h"
-#include "workspace/PollList.h"
+#include "protocol/NodeKey.h"
+#include "protocol/PollList.h"
 
 #include <array>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "workspace/PageTable.h"
 
-#include "core/Text.h"
+#include "protocol/Text.h"
 
 #include <algorithm>
 #include <initializer_list>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "discovery/NodeKey.h"
+#include "protocol/NodeKey.h"
 
 #include <string>
 #include <string_view>

@@ -1,8 +1,8 @@
 #include "support/PortsFolder.h"
 #include "support/RawPeer.h"
 
-#include "core/RuntimeError.h"
 #include "platform/MSComm.h"
+#include "platform/RuntimeError.h"
 #include "platform/SerialPorts.h"
 
 #include <gtest/gtest.h>

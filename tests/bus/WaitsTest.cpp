@@ -1,8 +1,8 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
-#include "core/Controls.h"
-#include "core/Module1.h"
+#include "shell/Controls.h"
+#include "shell/Module1.h"
 
 #include <gtest/gtest.h>
 

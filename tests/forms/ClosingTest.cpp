@@ -4,7 +4,7 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
-#include "core/Module1.h"
+#include "shell/Module1.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "support/Operator.h"
 
-#include "tools/DIO.h"
+#include "shell/DIO.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "settings/FieldGuard.h"
+#include "shell/FieldGuard.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "simulator/Simulator.h"
 
 #include "platform/WidgetText.h"
-#include "tools/DIO.h"
+#include "shell/DIO.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "support/RackOfOne.h"
 #include "support/RawPeer.h"
 
-#include "core/CommandFrame.h"
 #include "platform/WidgetText.h"
-#include "tools/DIO.h"
+#include "protocol/CommandFrame.h"
+#include "shell/DIO.h"
 
 #include <gtest/gtest.h>
 

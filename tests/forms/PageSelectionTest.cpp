@@ -1,10 +1,10 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
-#include "discovery/ModelCatalogue.h"
 #include "platform/Dialogs.h"
 #include "platform/WidgetText.h"
-#include "tools/DIO.h"
+#include "protocol/ModelCatalogue.h"
+#include "shell/DIO.h"
 #include "workspace/PageTable.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
-#include "core/RuntimeError.h"
 #include "platform/MSComm.h"
+#include "platform/RuntimeError.h"
 #include "platform/TopmostWindow.h"
 #include "tools/FormFull_Screen.h"
 #include "tools/FormScope.h"

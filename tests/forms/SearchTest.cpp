@@ -3,10 +3,10 @@
 
 #include "simulator/Simulator.h"
 
-#include "core/CommandFrame.h"
-#include "core/Number.h"
-#include "discovery/FormScan.h"
 #include "platform/WidgetText.h"
+#include "protocol/CommandFrame.h"
+#include "protocol/Number.h"
+#include "shell/FormScan.h"
 
 #include <gtest/gtest.h>
 

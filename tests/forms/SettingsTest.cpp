@@ -1,8 +1,8 @@
 #include "support/RackOfOne.h"
 #include "support/RawPeer.h"
 
-#include "core/CommandFrame.h"
-#include "tools/DIO.h"
+#include "protocol/CommandFrame.h"
+#include "shell/DIO.h"
 #include "tools/FormLED.h"
 #include "tools/SevenSegment.h"
 

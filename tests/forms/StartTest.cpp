@@ -1,9 +1,9 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
-#include "core/frmAbout.h"
 #include "platform/SingleInstance.h"
 #include "platform/WidgetText.h"
+#include "shell/frmAbout.h"
 
 #include <gtest/gtest.h>
 

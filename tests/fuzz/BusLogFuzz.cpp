@@ -2,7 +2,7 @@
 
 #include "Fuzz.h"
 
-#include "core/RuntimeError.h"
+#include "platform/RuntimeError.h"
 #include "tools/LogRecord.h"
 #include "tools/LogText.h"
 #include "tools/ScopeFilter.h"

@@ -2,17 +2,17 @@
 
 #include "Fuzz.h"
 
-#include "core/Conversions.h"
-#include "core/Number.h"
-#include "core/RuntimeError.h"
-#include "settings/AlarmLimits.h"
-#include "settings/CounterSettings.h"
-#include "settings/FieldFilter.h"
-#include "settings/LinearMapping.h"
+#include "pages/AlarmLimits.h"
+#include "pages/CounterSettings.h"
+#include "pages/LinearMapping.h"
+#include "pages/ModuleUpdate.h"
+#include "pages/OutputCommands.h"
+#include "platform/RuntimeError.h"
+#include "protocol/Conversions.h"
+#include "protocol/Number.h"
+#include "shell/FieldFilter.h"
 #include "tools/LedText.h"
 #include "tools/LogText.h"
-#include "workspace/ModuleUpdate.h"
-#include "workspace/OutputCommands.h"
 
 namespace
 {

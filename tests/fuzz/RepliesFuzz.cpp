@@ -2,19 +2,19 @@
 
 #include "Fuzz.h"
 
-#include "core/CommandFrame.h"
-#include "core/Conversions.h"
-#include "core/Number.h"
-#include "core/RuntimeError.h"
-#include "core/Text.h"
-#include "discovery/ModelCatalogue.h"
-#include "discovery/NodeKey.h"
-#include "settings/CounterSettings.h"
+#include "pages/CounterSettings.h"
+#include "pages/ModuleUpdate.h"
+#include "pages/OutputScale.h"
+#include "platform/RuntimeError.h"
+#include "protocol/CommandFrame.h"
+#include "protocol/Conversions.h"
+#include "protocol/ModelCatalogue.h"
+#include "protocol/NodeKey.h"
+#include "protocol/Number.h"
+#include "protocol/PollList.h"
+#include "protocol/RangeTables.h"
+#include "protocol/Text.h"
 #include "tools/LedText.h"
-#include "workspace/ModuleUpdate.h"
-#include "workspace/OutputScale.h"
-#include "workspace/PollList.h"
-#include "workspace/RangeTables.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "settings/AlarmLimits.h"
+#include "pages/AlarmLimits.h"
 
 #include <gtest/gtest.h>
 

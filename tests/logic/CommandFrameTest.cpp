@@ -1,6 +1,6 @@
-#include "core/CommandFrame.h"
+#include "protocol/CommandFrame.h"
 
-#include "core/RuntimeError.h"
+#include "platform/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "core/Conversions.h"
+#include "protocol/Conversions.h"
 
-#include "core/Number.h"
-#include "core/RuntimeError.h"
+#include "platform/RuntimeError.h"
+#include "protocol/Number.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "settings/CounterSettings.h"
+#include "pages/CounterSettings.h"
 
 #include <gtest/gtest.h>
 

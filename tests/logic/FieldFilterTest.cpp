@@ -1,4 +1,4 @@
-#include "settings/FieldFilter.h"
+#include "shell/FieldFilter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "settings/LinearMapping.h"
+#include "pages/LinearMapping.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "discovery/ModelCatalogue.h"
+#include "protocol/ModelCatalogue.h"
 
 #include <gtest/gtest.h>
 

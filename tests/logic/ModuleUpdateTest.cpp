@@ -1,4 +1,4 @@
-#include "workspace/ModuleUpdate.h"
+#include "pages/ModuleUpdate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "discovery/NodeKey.h"
+#include "protocol/NodeKey.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "core/Number.h"
+#include "protocol/Number.h"
 
-#include "core/RuntimeError.h"
+#include "platform/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

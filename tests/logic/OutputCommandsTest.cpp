@@ -1,4 +1,4 @@
-#include "workspace/OutputCommands.h"
+#include "pages/OutputCommands.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "workspace/OutputScale.h"
+#include "pages/OutputScale.h"
 
-#include "core/Number.h"
-#include "core/Text.h"
+#include "protocol/Number.h"
+#include "protocol/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "discovery/ToolStates.h"
 
-#include "discovery/ModelCatalogue.h"
+#include "protocol/ModelCatalogue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "workspace/PollList.h"
+#include "protocol/PollList.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "workspace/RangeTables.h"
+#include "protocol/RangeTables.h"
 
-#include "core/Number.h"
-#include "core/Text.h"
+#include "protocol/Number.h"
+#include "protocol/Text.h"
 
 #include <gtest/gtest.h>
 

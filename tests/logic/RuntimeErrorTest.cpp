@@ -1,4 +1,4 @@
-#include "core/RuntimeError.h"
+#include "platform/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

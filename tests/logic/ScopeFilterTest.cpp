@@ -1,6 +1,6 @@
 #include "tools/ScopeFilter.h"
 
-#include "core/RuntimeError.h"
+#include "platform/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "core/Text.h"
+#include "protocol/Text.h"
 
 #include <gtest/gtest.h>
 

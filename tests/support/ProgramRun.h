@@ -4,9 +4,9 @@
 #include "support/PortsFolder.h"
 
 #include "Program.h"
-#include "core/Controls.h"
 #include "platform/Clock.h"
 #include "platform/SerialPorts.h"
+#include "shell/Controls.h"
 
 #include <QApplication>
 #include <QGroupBox>

@@ -1,9 +1,9 @@
 #include "screen/Tour.h"
 
 #include "Program.h"
-#include "core/Controls.h"
-#include "discovery/ModelCatalogue.h"
 #include "platform/WidgetText.h"
+#include "protocol/ModelCatalogue.h"
+#include "shell/Controls.h"
 
 #include <QApplication>
 #include <QGroupBox>

@@ -1,0 +1,158 @@
+#include "pages/ModuleUpdate.h"
+
+#include "protocol/CommandFrame.h"
+#include "protocol/Conversions.h"
+#include "protocol/ModelCatalogue.h"
+#include "protocol/Number.h"
+#include "protocol/PollList.h"
+#include "protocol/RangeTables.h"
+#include "protocol/Text.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace vorn
+{
+
+namespace
+{
+
+constexpr int CounterMode = 0; ///< list positions of the counter models' input mode
+constexpr int FrequencyMode = 1;
+constexpr int ChecksumBit = 6;
+constexpr int IntegrationBit = 7;
+constexpr int GateBit = 2;
+constexpr int SlewRateShift = 2; ///< the slew rate's four bits begin at bit 2
+constexpr int SlewRates = 12;
+constexpr int DataFormats = 4;
+constexpr std::string_view NoAddress = "00";
+
+bool IsBaseUnit(const ModuleSettings &settings)
+{
+    return settings.node.model() == BaseUnitModel;
+}
+
+std::string WrittenAddress(const ModuleSettings &settings)
+{
+    return IsBaseUnit(settings) ? std::string(NoAddress) : settings.newAddress;
+}
+
+/// Puts a number into the bits from `lowest` on; only bits that are set change.
+void PutNumber(std::string &bits, int lowest, int number)
+{
+    for (int bit = lowest; number != 0; ++bit, number /= 2) {
+        if (number % 2 != 0)
+            SetBit(bits, bit, true);
+    }
+}
+
+/// What sorts siblings: their keys from the address on.
+std::string SortText(std::string_view key)
+{
+    constexpr std::size_t Address = 8;
+    return Mid(key, Address);
+}
+
+} // namespace
+
+std::string FormatBits(const ModuleSettings &settings)
+{
+    const std::string model = settings.node.model();
+    std::string bits = "00000000";
+    SetBit(bits, ChecksumBit, settings.checksum);
+    if (HasDataFormatList(model) && settings.dataFormat >= 0 && settings.dataFormat < DataFormats)
+        PutNumber(bits, 0, settings.dataFormat);
+    if (HasIntegrationTime(model))
+        SetBit(bits, IntegrationBit, settings.dataFormat == 1);
+    if (model == "7231" && settings.slewRate >= 0 && settings.slewRate < SlewRates)
+        PutNumber(bits, SlewRateShift, settings.slewRate);
+    if (IsCounterModel(model) && settings.range == FrequencyMode)
+        SetBit(bits, GateBit, settings.dataFormat == 1);
+    return bits;
+}
+
+std::string ModuleUpdateCommand(const ModuleSettings &settings)
+{
+    std::string bits = FormatBits(settings);
+    std::string command = ExpandCommand("%AA", settings.node) + WrittenAddress(settings);
+    if (!IsBaseUnit(settings))
+        command += RangeCode(settings.node.model(), settings.range);
+    command += BaudCode(settings.baudrate);
+    return command + BinToHex(bits);
+}
+
+std::string AddressAfterUpdate(const ModuleSettings &settings)
+{
+    return settings.node.isInit() ? std::string(NoAddress) : WrittenAddress(settings);
+}
+
+std::optional<std::string> GateCommand(const ModuleSettings &settings)
+{
+    if (!IsCounterModel(settings.node.model()) || settings.range != CounterMode || settings.dataFormat < 0)
+        return std::nullopt;
+    return "$" + AddressAfterUpdate(settings) + "A" + std::to_string(settings.dataFormat);
+}
+
+std::string NewAddress(const NodeKey &node, std::string_view labAddr)
+{
+    constexpr std::size_t Digits = 2;
+    return node.model() == BaseUnitModel ? std::string(NoAddress) : Left(labAddr, Digits);
+}
+
+std::optional<std::string> AddressLabel(std::string_view decimal)
+{
+    if (decimal.empty())
+        return std::nullopt;
+    constexpr std::size_t Digits = 2;
+    const auto value = static_cast<std::uint32_t>(RoundHalfEven(Val(decimal)));
+    return PadLeft(Hex(value), Digits, '0') + " (Hex)";
+}
+
+bool IsDuplicateAddress(const ModuleSettings &settings, std::span<const std::string> siblingKeys)
+{
+    if (IsBaseUnit(settings))
+        return false;
+    return std::ranges::any_of(siblingKeys, [&](const std::string &key) {
+        return NodeKey(key).address() == settings.newAddress && key != settings.node.text();
+    });
+}
+
+bool ChangesAddress(const ModuleSettings &settings)
+{
+    return settings.node.busAddress() != WrittenAddress(settings);
+}
+
+std::string KeyAfterUpdate(const ModuleSettings &settings)
+{
+    const std::string reply = "!" + WrittenAddress(settings) + settings.node.model();
+    return ModuleKey(settings.node.isInit(), settings.checksum ? '1' : '0', settings.node.portDigits(),
+                     reply);
+}
+
+std::optional<std::size_t> MovedPlace(std::span<const std::string> keys, std::size_t index,
+                                      std::string_view newKey)
+{
+    const std::string text = SortText(newKey);
+    const bool behindPrevious = index == 0 || SortText(keys[index - 1]) <= text;
+    const bool beforeNext = index + 1 >= keys.size() || text <= SortText(keys[index + 1]);
+    if (behindPrevious && beforeNext)
+        return std::nullopt;
+    std::size_t place = 0;
+    while (place < keys.size() && (place == index || SortText(keys[place]) <= text))
+        ++place;
+    return place;
+}
+
+std::string ChannelMaskCommand(const NodeKey &node, std::string_view oldMask, int channel, bool enabled)
+{
+    std::string bits = HexToBin(oldMask);
+    SetBit(bits, channel, enabled);
+    return ExpandCommand("$AA5", node) + BinToHex(bits);
+}
+
+std::string FilterCommand(const NodeKey &node, bool enabled)
+{
+    return ExpandCommand("$AA4", node) + (enabled ? "1" : "0");
+}
+
+} // namespace vorn

@@ -1,0 +1,204 @@
+#pragma once
+
+#include "platform/MSComm.h"
+#include "protocol/NodeKey.h"
+#include "shell/TreeNodes.h"
+#include "shell/TreeView.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QSplitter;
+class QToolBar;
+class QVBoxLayout;
+
+namespace vorn
+{
+
+class Clock;
+class HelpViewer;
+class SerialPorts;
+
+/// What the machine supplies to the program.
+struct Host {
+    /// Platform id of the NT line of operating systems, the one with short serial waits.
+    static constexpr int PlatformNT = 2;
+
+    const SerialPorts &ports;
+    const Clock &clock;
+    int platformId = PlatformNT;
+};
+
+/// The one main window: tree, module list, page frame, menus, toolbar, status bar, the public state that all
+/// handlers share, and the one serial transaction. What the menus do and what the pages hold is attached from
+/// outside.
+class FormMain final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit FormMain(const Host &host);
+    ~FormMain() override;
+
+    // The bus.
+
+    /// One transaction: opens the selected port, sends `cmd` (with its checksum appended to it, if asked
+    /// for), waits for a reply line and closes the port. The reply is left in `ReplyText`, empty if nothing
+    /// came; a reply that lost its carriage return leaves the reply before in place. A call inside a running
+    /// transaction does nothing.
+    void trans(std::string &cmd, bool checksum);
+    void trans(std::string &&cmd, bool checksum) { trans(cmd, checksum); }
+
+    /// Whether a COM port exists, by opening it; one that another owner holds exists.
+    bool checkcomm(int port);
+
+    /// Shows a text in panel 1 of the status bar.
+    void NowStatus(std::string_view text);
+
+    int CommPortNo = 0;         ///< port of the present transaction
+    std::string ReplyText;      ///< reply of the last transaction, without its carriage return
+    bool TransBusy = false;     ///< a transaction is running, or an unexpected error has silenced the bus
+    bool PortRefused = false;   ///< the last transaction found its port missing or held, and told so
+    bool NoYield = false;       ///< the first wait of a transaction serves no window events
+    bool StopScan = false;      ///< a search is to end
+    bool PauseRefresh = false;  ///< the live refresh is to end
+    bool OutputEditing = false; ///< the operator works on an output entry; the refresh leaves it alone
+
+    /// What a handler begins with that uses the bus for its own ends: holds the refresh, also the one that
+    /// `Timer1` would start in one of the handler's yields. The reload at the handler's end lets it go on.
+    void HoldRefresh();
+
+    /// Whether `trans` is on the stack. `TransBusy` also stays on when an error has silenced the bus.
+    bool InTransaction() const { return transactions_ > 0; }
+
+    /// Runs a handler that uses the bus: at once, or from the event loop as soon as the transaction that is
+    /// on its way has ended. Begun inside that one's wait it would have each of its own calls dropped. A
+    /// handler that waits goes with its `context`.
+    void WhenIdle(QObject *context, const std::function<void()> &handler);
+
+    /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number
+    /// ("32" is COM2 at position 3). A search writes the entry of its port.
+    std::vector<std::string> PortBaudList;
+    void SetPortBaud(int port, int baudIndex);
+
+    // The selection.
+
+    /// Chooses a node: loads its page if `NodeLeftClick`, else opens its menu. Returns when the page's
+    /// refresh has ended.
+    void TreeView1_NodeClick(const std::string &key);
+    /// What `TreeView1_NodeClick` runs; the pages attach themselves here.
+    void OnNodeClick(std::function<void(const std::string &key)> handler) { nodeClick_ = std::move(handler); }
+
+    /// Key of the page on show.
+    NodeKey PageNode() const;
+
+    bool NodeLeftClick = false;  ///< a node click loads the page (left) instead of opening a menu (right)
+    int LastNodeIndex = 0;       ///< place in `Nodes` of the node whose page is shown
+    int SelectedPort = 0;        ///< port of the selection
+    std::string SelectedNodeKey; ///< node handed to a console
+    std::string OutputFormatCode = "00"; ///< data format digit and range digit of the open analog output page
+
+    std::array<bool, 256> ScopeOnPort{};            ///< a data scope is open on that port
+    std::array<QPointer<QWidget>, 256> ScopeForm{}; ///< that window
+    bool TerminalStop = false;                      ///< the terminal's send loop is to end
+    bool TerminalOwnsPort = false;                  ///< the running transaction is the terminal's
+    QPointer<QWidget> FormFull_Screen;              ///< the terminal
+    QPointer<QWidget> FormScan;                     ///< progress window of a long handler
+
+    // The window.
+
+    TreeView *TreeView1;
+    TreeNodes Nodes;
+    QTreeWidget *ListView1;
+    QGroupBox *Frame1; ///< the page of the selected node; its tag is that node's key
+    QSplitter *LabMove;
+    QTimer Timer1; ///< one-shot that restarts the refresh after a click
+    MSComm MSComm1;
+    const Clock &Time;
+    int PlatformId;
+
+    // Fields of the port page, read at each transaction.
+    QPointer<QLineEdit> TextTimeOut; ///< milliseconds
+    QPointer<QLineEdit> TextPretix;  ///< sent in front of each command
+    QPointer<QComboBox> CmbPBaudrate;
+
+    // Menu entries, by control name.
+    QMenu *File, *Tools, *Help;
+    QMenu *COM, *VORNModule; ///< context menus of a port and of a module
+    QAction *Save, *exit;
+    QAction *Search, *Terminal, *Data_Scope, *VORNLoadSet, *VORNSaveSet;
+    QAction *CSearch, *CTerminal, *CData_Scope;
+    QAction *AVORNLoadSet, *AVORNSaveSet;
+    QAction *VORNHelp, *VORNabout;
+
+    // Toolbar; button i counts from 1, separators included.
+    static constexpr int SaveFileButton = 1, SearchButton = 3, TerminalButton = 4, ScopeButton = 5,
+                         SaveSetButton = 7, LoadSetButton = 8, HelpButton = 10;
+    QToolBar *Toolbar1;
+    QAction *ToolButton(int index) const;
+
+    /// Attaches one handler to entries of menus and toolbar. It is entered from the event loop, between
+    /// transactions; an entry of a context menu only by `RunAction`, while the node that the menu belongs to
+    /// is still selected.
+    void OnAction(std::initializer_list<QAction *> entries, const std::function<void()> &handler);
+    void RunAction(QAction *entry);
+
+    /// Layout in which the frames of the pages stand one below the other.
+    QVBoxLayout *PageLayout() const { return pageLayout_; }
+    /// Gives each column of `ListView1` its width: the designed one, or more where a text needs it.
+    void FitColumns();
+    /// Puts the page into the space left.
+    void ArrangePage();
+    /// Shows the help page of a subject; the contents if there is none.
+    void ShowHelp(const QString &page);
+    /// Names the help page that F1 opens for the page on show.
+    std::function<QString()> HelpPageOfPage;
+
+Q_SIGNALS:
+    /// The program ends now; what holds a port lets it go.
+    void Unload();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void BuildMenus();
+    void BuildToolbar();
+    void BuildStatusBar();
+    void BuildPanes();
+    QAction *AddAction(QMenu *menu, const char *name, const char *caption, const char *icon = nullptr);
+
+    void Transact(std::string &cmd, bool checksum);
+    int PortOfTransaction() const;
+    void AwaitReply(std::int64_t timeOut);
+    void TransError(int number);
+    void WaitForLine(std::int64_t time, bool yield);
+    void EndTransaction();
+
+    struct Waiting {
+        QPointer<QObject> context;
+        std::function<void()> handler;
+    };
+    int transactions_ = 0; ///< calls of `trans` on the stack: one inside the error box of another is possible
+    std::vector<Waiting> waiting_; ///< handlers for the end of the running transaction
+
+    std::function<void(const std::string &)> nodeClick_;
+    QHash<QAction *, std::function<void()>> actionHandlers_;
+    QVBoxLayout *pageLayout_ = nullptr;
+    QLabel *StatusBar1_1 = nullptr;
+    QPointer<HelpViewer> help_;
+};
+
+} // namespace vorn
