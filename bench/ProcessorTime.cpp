@@ -6,8 +6,6 @@
 
 #include "shell/Controls.h"
 
-#include <QTimer>
-
 #include <stdexcept>
 
 namespace
@@ -33,15 +31,12 @@ private:
     double processor_ = ProcessorSeconds();
 };
 
-double WhileWaiting(Stand &stand, bool noYield)
+double WhileWaiting(Stand &stand)
 {
     stand.ChoosePort(Stand::SilentPort, BaudIndex9600, 3000);
-    stand.Main().NoYield = noYield;
     const Share share;
     stand.Main().trans("$01M", false);
-    const double percent = share.Percent();
-    stand.Main().NoYield = false;
-    return percent;
+    return share.Percent();
 }
 
 double WhilePolling(Stand &stand, int port, int baudIndex)
@@ -54,17 +49,12 @@ double WhilePolling(Stand &stand, int port, int baudIndex)
         main.Nodes.Add(portKey, key, "(01) 7203", "vorn4ico", "vorn4icoS");
     }
     const std::string key = main.Nodes.Children(portKey).front();
-    std::optional<Share> share;
-    double percent = 0;
-    QTimer::singleShot(1s, &main, [&] { share.emplace(); });
-    QTimer::singleShot(6s, &main, [&] {
-        percent = share->Percent();
-        main.HoldRefresh();
-    });
-    main.Nodes.Select(key);
-    main.NodeLeftClick = true;
-    main.TreeView1_NodeClick(key); // returns when the refresh has ended
-    main.Timer1.stop();
+    stand.Choose(key);
+    Stand::Rest(1s);
+    const Share share;
+    Stand::Rest(5s);
+    const double percent = share.Percent();
+    stand.Choose(portKey);
     if (main.ReplyText.empty())
         throw std::runtime_error("nothing was polled");
     return percent;
@@ -83,8 +73,7 @@ double WhileIdle(Stand &stand)
 void MeasureProcessorTime(Stand &stand, Figures &figures)
 {
     const std::string ofCore = "of one core";
-    figures.Add("waiting for a silent module, serving events", WhileWaiting(stand, false), 5, "%", ofCore);
-    figures.Add("waiting for a silent module, serving no events", WhileWaiting(stand, true), 5, "%", ofCore);
+    figures.Add("waiting for a silent module", WhileWaiting(stand), 5, "%", ofCore);
     figures.Add("polling a page, endlessly fast line", WhilePolling(stand, Stand::FastPort, BaudIndex9600), 5,
                 "%", ofCore + ", windows drawn without a screen");
     figures.Add("polling a page, 115200 bit/s", WhilePolling(stand, Stand::QuickPort, BaudIndex115200), 5,

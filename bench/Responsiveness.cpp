@@ -76,7 +76,7 @@ void InARefresh(Stand &stand, Figures &figures)
     Probe probe;
     std::vector<double> clicks;
     Steady::time_point asked;
-    const auto taken = QObject::connect(main.TreeView1, &vorn::TreeView::MouseDown, &main, [&] {
+    const auto taken = QObject::connect(main.TreeView1, &vorn::TreeView::NodeClick, &main, [&] {
         clicks.push_back(Milliseconds(Steady::now() - asked).count());
     });
     std::atomic<bool> clicking = true;
@@ -88,20 +88,13 @@ void InARefresh(Stand &stand, Figures &figures)
             std::this_thread::sleep_for(std::chrono::milliseconds(171 + 13 * (i % 7)));
         }
         QMetaObject::invokeMethod(
-            &main,
-            [&] {
-                main.HoldRefresh();
-                clicking = false;
-            },
-            Qt::QueuedConnection);
+            &main, [&] { clicking = false; }, Qt::QueuedConnection);
     });
-    main.Nodes.Select(mute);
-    main.NodeLeftClick = true;
-    main.TreeView1_NodeClick(mute);
+    stand.Choose(mute);
     while (clicking)
         Stand::Rest(20ms);
-    main.Timer1.stop();
     hand.join();
+    stand.Choose(portKey);
     QObject::disconnect(taken);
     probe.End();
     Report(probe, "longest time without serving events, in a refresh", TimeOut, figures);

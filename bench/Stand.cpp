@@ -111,17 +111,17 @@ Stand::Stand() : rack_(Description), program_({.ports = ports_, .clock = clock_}
 void Stand::ChoosePort(int port, int baudIndex, int timeOut)
 {
     const std::string key = vorn::PortKey(port);
-    Main().HoldRefresh();
-    Main().NoYield = false;
     Main().Nodes.SetExpanded(key, false);
-    Main().Nodes.Select(key);
-    Main().NodeLeftClick = true;
-    Main().TreeView1_NodeClick(key);
+    Choose(key);
     Main().CmbPBaudrate->setCurrentIndex(baudIndex);
     Main().TextTimeOut->setText(QString::number(timeOut));
     Rest(200ms); // the timer that a click arms
-    Main().NoYield = false;
-    Main().PauseRefresh = false;
+}
+
+void Stand::Choose(const std::string &key)
+{
+    Main().Nodes.Select(key);
+    Main().ChooseNode(key);
 }
 
 Milliseconds Stand::Search(int startAddress)

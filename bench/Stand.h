@@ -70,6 +70,8 @@ public:
 
     /// Puts up the page of a port, with nothing left that runs by itself.
     void ChoosePort(int port, int baudIndex, int timeOut);
+    /// Loads the page of a node and begins its refresh.
+    void Choose(const std::string &key);
     /// Searches the port that was chosen. Returns the time from the start address to the closing message, or
     /// to the end.
     Milliseconds Search(int startAddress);

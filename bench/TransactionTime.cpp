@@ -55,11 +55,10 @@ constexpr Line Lines[] = {
 };
 
 /// Bare and whole transactions take turns, so that what else the machine does touches both alike.
-void Compare(Stand &stand, const Line &line, bool noYield, Figures &figures)
+void Compare(Stand &stand, const Line &line, Figures &figures)
 {
     stand.ChoosePort(line.port, line.baudIndex, TimeOut);
     vorn::FormMain &main = stand.Main();
-    main.NoYield = noYield;
     const std::string path = stand.Link(line.port);
     std::vector<double> bare, whole, ratios;
     for (int round = 0; round < line.rounds; ++round) {
@@ -67,8 +66,7 @@ void Compare(Stand &stand, const Line &line, bool noYield, Figures &figures)
         whole.push_back(MicrosecondsEach(line.count, [&] { Transaction(main); }));
         ratios.push_back(whole.back() / bare.back());
     }
-    main.NoYield = false;
-    const std::string what = std::string(line.what) + (noYield ? ", serving no events" : ", serving events");
+    const std::string what(line.what);
     const std::string detail =
         Decimal(Median(whole), 1) + " us against " + Decimal(Median(bare), 1) + " us bare";
     if (line.limit == NoLimit)
@@ -87,8 +85,6 @@ void MeasureTransactions(Stand &stand, Figures &figures)
     peer.Reply(BareCommand, "!017203\r");
     stand.Main().Nodes.Add(std::string(vorn::KeyPC), vorn::PortKey(Stand::BarePort),
                            vorn::PortText(Stand::BarePort), "close", "Terminal");
-    for (const Line &line : Lines) {
-        for (const bool noYield : {true, false})
-            Compare(stand, line, noYield, figures);
-    }
+    for (const Line &line : Lines)
+        Compare(stand, line, figures);
 }

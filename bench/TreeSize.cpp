@@ -4,6 +4,8 @@
 #include "Measures.h"
 #include "Stand.h"
 
+#include "shell/RowList.h"
+
 #include <QApplication>
 #include <QTreeWidget>
 

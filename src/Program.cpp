@@ -1,15 +1,21 @@
 #include "Program.h"
 
+#include "discovery/FramePort.h"
+#include "pages/FrameMSet.h"
 #include "platform/Dialogs.h"
 #include "platform/SerialPorts.h"
 #include "platform/WidgetText.h"
 #include "protocol/ModelCatalogue.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
+#include "shell/RowList.h"
 #include "shell/frmAbout.h"
+#include "tools/FormLED.h"
 
 #include <QAction>
 #include <QGroupBox>
+
+#include <memory>
 
 /// The resource system wants its own call outside any namespace.
 static void RegisterResources()
@@ -45,13 +51,13 @@ void InitResources()
 }
 
 Program::Program(const Host &host)
-    : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main), ModulePageLoad(Main, Pages),
-      LiveData(Main, Pages, ModulePageLoad), Consoles(Main),
-      PageSelection(Main, Pages, ModulePageLoad, LiveData, Consoles), SettingsUpdate(Main, Pages),
-      DirectOutputs(Main, Pages, ModulePageLoad), AnalogAlarm(Main, Pages),
-      CounterPage(Main, Pages, ModulePageLoad), LinearMappingUpdate(Main, Pages), BenchTools(Main, host.ports)
+    : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
+      ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main),
+      PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports)
 {
     AttachMenus();
+    AttachWindows();
+    GreyOutUnbuilt();
     Main.HelpPageOfPage = [this] { return HelpPage(Main); };
 }
 
@@ -65,7 +71,34 @@ void Program::AttachMenus()
 {
     Main.OnAction({Main.Search, Main.CSearch, Main.ToolButton(FormMain::SearchButton)},
                   [this] { BusSearch.Search_Click(); });
-    Main.OnAction({Main.VORNabout}, [this] { frmAbout(&Main).exec(); });
+    Main.OnAction({Main.VORNabout}, [this] { std::make_unique<frmAbout>(&Main)->exec(); });
+}
+
+/// Windows that pages ask for.
+void Program::AttachWindows()
+{
+    QObject::connect(Pages.FrameMSet, &FrameMSet::DisplayAsked, &Main,
+                     [this](const NodeKey &node) { std::make_unique<FormLED>(Main, node)->Run(); });
+    QObject::connect(
+        &PageSelection, &PageSelection::ConsoleAsked, &Main,
+        [this](const std::string &model, const std::string &baud) { Consoles.Show(model, baud); });
+}
+
+/// What has its place on the screen but no work behind it yet.
+void Program::GreyOutUnbuilt()
+{
+    for (const char *button :
+         {"CmdGZero",        "CmdGSpan",        "CmdGCJC",          "CmdG0V",       "CmdG10V",
+          "CmdGStartup",     "CmdAIZero",       "CmdAISpan",        "CmdAICJC",     "CmdAO4mA",
+          "CmdAO20mA",       "CmdAOStartup",    "CmdSUpdate",       "CmdSZero",     "CmdSSpan",
+          "CmdSCJC",         "CmdSlotSendAO",   "CmdChAlarmUpdate", "CmdDownLoadF", "CmdMemConfig",
+          "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
+        GreyOut(Pages.Control(button));
+    for (QAction *entry :
+         {Main.Save, Main.VORNLoadSet, Main.VORNSaveSet, Main.AVORNLoadSet, Main.AVORNSaveSet,
+          Main.ToolButton(FormMain::SaveFileButton), Main.ToolButton(FormMain::SaveSetButton),
+          Main.ToolButton(FormMain::LoadSetButton)})
+        GreyOut(entry);
 }
 
 bool Program::Load()
@@ -83,8 +116,7 @@ bool Program::Load()
     Main.Nodes.SetExpanded(std::string(KeyPC), true);
     const std::string firstPort = Main.Nodes.KeyAt(2);
     Main.Nodes.Select(firstPort);
-    Main.NodeLeftClick = true;
-    Main.TreeView1_NodeClick(firstPort);
+    Main.ChooseNode(firstPort);
     return true;
 }
 

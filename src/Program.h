@@ -5,15 +5,10 @@
 #include "discovery/DeviceTree.h"
 #include "shell/FormMain.h"
 #include "tools/BenchTools.h"
-#include "workspace/AnalogAlarm.h"
-#include "workspace/CounterPage.h"
-#include "workspace/DirectOutputs.h"
-#include "workspace/LinearMappingUpdate.h"
 #include "workspace/LiveData.h"
 #include "workspace/ModulePageLoad.h"
 #include "workspace/PageSelection.h"
 #include "workspace/Pages.h"
-#include "workspace/SettingsUpdate.h"
 
 namespace vorn
 {
@@ -40,15 +35,12 @@ public:
     class LiveData LiveData;
     class Consoles Consoles;
     class PageSelection PageSelection;
-    class SettingsUpdate SettingsUpdate;
-    class DirectOutputs DirectOutputs;
-    class AnalogAlarm AnalogAlarm;
-    class CounterPage CounterPage;
-    class LinearMappingUpdate LinearMappingUpdate;
     class BenchTools BenchTools;
 
 private:
     void AttachMenus();
+    void AttachWindows();
+    void GreyOutUnbuilt();
     void ProbePorts();
 };
 

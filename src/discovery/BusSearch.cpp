@@ -14,12 +14,13 @@
 #include "shell/FormMain.h"
 #include "shell/FormScan.h"
 #include "shell/Module1.h"
+#include "shell/PageCommand.h"
+#include "shell/RowList.h"
 
 #include <QComboBox>
 #include <QGroupBox>
 
 #include <limits>
-#include <utility>
 
 namespace vorn
 {
@@ -74,21 +75,21 @@ void BusSearch::Search_Click()
     if (main_.Nodes.ParentKey(main_.Nodes.Selected()) != KeyPC)
         return; // only a port can be searched
     main_.NowStatus("Searching module, Please wait moment....");
-    main_.HoldRefresh();
-    const bool noYield = std::exchange(main_.NoYield, false);
+    RefreshHold hold(main_);
+    const NoYieldHold yielding(main_, false);
     if (main_.FormFull_Screen)
         main_.FormFull_Screen->close();
 
     const auto answer =
         InputBox("Enter start address between 0 and 255 decimal", "Search Installed Modules", "0");
     if (!answer || answer->isEmpty()) {
-        main_.NoYield = noYield; // the refresh that this may be nested in goes on
+        hold.Keep();
         return;
     }
 
     portKey_ = main_.Nodes.Selected();
     portDigits_ = Mid(portKey_, 7, 3);
-    auto *formScan = new FormScan(main_, "Scan");
+    auto *formScan = new FormScan(main_, ProgressOf::Scan);
     formScan->show();
     main_.StopScan = false;
     main_.CommPortNo = static_cast<int>(Val(Mid(main_.Nodes.Text(portKey_), 4)));
@@ -97,13 +98,25 @@ void BusSearch::Search_Click()
     main_.Nodes.RemoveChildren(portKey_);
     if (TagOf(main_.ListView1) == portKey_)
         main_.ListView1->clear();
-    main_.setCursor(Qt::BusyCursor);
-    disabled_.emplace(main_);
     formScan->Animation1->Open(QStringLiteral("findcomp"));
     formScan->Animation1->Play();
-
-    Scan(StartAddress(FromQString(*answer)));
+    Run(StartAddress(FromQString(*answer)));
     End();
+}
+
+/// The scan itself, with only the progress window alive.
+void BusSearch::Run(int startAddress)
+{
+    main_.setCursor(Qt::BusyCursor);
+    const DisabledWindow disabled(main_);
+    Scan(startAddress);
+    if (main_.Nodes.IsExpanded(portKey_))
+        tree_.Collapse(portKey_);
+    else
+        main_.ChooseNode(portKey_);
+    main_.unsetCursor();
+    if (main_.FormScan)
+        main_.FormScan->close();
 }
 
 void BusSearch::Scan(int startAddress)
@@ -230,28 +243,15 @@ void BusSearch::AddSlots(const std::string &moduleKey, const Finding &finding)
 
 void BusSearch::End()
 {
-    if (main_.Nodes.IsExpanded(portKey_)) {
-        tree_.Collapse(portKey_);
-    } else {
-        main_.NodeLeftClick = true;
-        main_.TreeView1_NodeClick(portKey_);
-    }
-    disabled_.reset();
-    main_.unsetCursor();
-    if (main_.FormScan)
-        main_.FormScan->close();
-
     if (main_.Nodes.HasChildren(portKey_))
         tree_.ExpandNode(portKey_);
     else
         MsgBox(NothingFound, MsgBoxStyle::Critical,
-               "COM" + std::to_string(main_.MSComm1.CommPort()) + " No Modules found !");
+               PortText(PortOfPortKey(portKey_)) + " No Modules found !");
 
     const std::string selected = main_.Nodes.Selected();
-    if (TagOf(main_.Frame1) != selected) {
-        main_.NodeLeftClick = true;
-        main_.TreeView1_NodeClick(selected);
-    }
+    if (TagOf(main_.Frame1) != selected)
+        main_.ChooseNode(selected);
     main_.NowStatus("COM Port Status");
 }
 

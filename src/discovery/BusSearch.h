@@ -1,10 +1,7 @@
 #pragma once
 
-#include "shell/Controls.h"
-
 #include <QObject>
 
-#include <optional>
 #include <string>
 
 namespace vorn
@@ -33,6 +30,7 @@ private:
         bool checksum = false;  ///< transactions with it carry a checksum
     };
 
+    void Run(int startAddress);
     void Scan(int startAddress);
     void ScanAddress(const std::string &hexaddr);
     void ScanAddressZero();
@@ -47,7 +45,6 @@ private:
     DeviceTree &tree_;
     std::string portKey_;
     std::string portDigits_;
-    std::optional<DisabledWindow> disabled_; ///< the main window, while the search runs
 };
 
 } // namespace vorn

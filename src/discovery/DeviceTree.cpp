@@ -1,13 +1,14 @@
 #include "discovery/DeviceTree.h"
 
 #include "discovery/ToolStates.h"
-#include "platform/Events.h"
+#include "discovery/Toolbar.h"
 #include "platform/WidgetText.h"
 #include "protocol/ModelCatalogue.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
+#include "shell/RowList.h"
 
 #include <QAction>
 #include <QGroupBox>
@@ -18,22 +19,35 @@
 namespace vorn
 {
 
+namespace
+{
+
+/// Columns of a module's row.
+QStringList ModuleColumns(const NodeKey &node)
+{
+    const int address = static_cast<int>(HexVal(node.address()));
+    return {node.isInit() ? QStringLiteral("*") : QStringLiteral(" "),
+            ToQString(PadLeft(std::to_string(address), 3, ' ') + "  (" + node.address() + ")"),
+            ToQString(node.model()), ToQString(ModelDescription(node.model()))};
+}
+
+} // namespace
+
 DeviceTree::DeviceTree(FormMain &main) : main_(main)
 {
     const auto onNode = [this](void (DeviceTree::*handler)(const std::string &)) {
         return [this, handler](const QString &key) {
-            main_.WhenIdle(this, [this, handler, key = FromQString(key)] { (this->*handler)(key); });
+            main_.Gate.Take({.context = this,
+                             .action = [this, handler, key = FromQString(key)] { (this->*handler)(key); }});
         };
     };
     connect(main.TreeView1, &TreeView::Expand, this, onNode(&DeviceTree::Expand));
     connect(main.TreeView1, &TreeView::Collapse, this, onNode(&DeviceTree::Collapse));
-    const auto choose = [this, onNode](QTreeWidgetItem *item) {
-        Queue(this, [choose = onNode(&DeviceTree::ListView1_ItemClick),
-                     key = item->data(0, Qt::UserRole).toString()] { choose(key); });
-    };
-    connect(main.ListView1, &QTreeWidget::itemClicked, this, choose);
-    connect(main.ListView1, &QTreeWidget::itemActivated, this, choose);
+    connect(main.ListView1, &RowList::RowClick, this, onNode(&DeviceTree::ListView1_ItemClick));
+    connect(main.ListView1, &RowList::RowDblClick, this, onNode(&DeviceTree::ListView1_ItemClick));
     connect(main.Tools, &QMenu::aboutToShow, this, &DeviceTree::Tools_Click);
+    connect(&main, &FormMain::NodeChanged, this, &DeviceTree::ChangeRow);
+    connect(&main, &FormMain::ScopesChanged, this, [this] { RefreshToolbar(main_); });
 }
 
 void DeviceTree::Expand(const std::string &key)
@@ -47,8 +61,7 @@ void DeviceTree::Expand(const std::string &key)
         if (main_.Nodes.ParentKey(key) == KeyPC)
             FillList(key);
     }
-    main_.NodeLeftClick = true;
-    main_.TreeView1_NodeClick(key);
+    main_.ChooseNode(key);
 }
 
 void DeviceTree::ExpandNode(const std::string &key)
@@ -66,9 +79,8 @@ void DeviceTree::Collapse(const std::string &key)
         FoldPorts();
     } else {
         FoldSilently(key);
-        main_.NodeLeftClick = true;
         main_.Nodes.Select(key);
-        main_.TreeView1_NodeClick(key);
+        main_.ChooseNode(key);
     }
     main_.ArrangePage();
 }
@@ -107,31 +119,34 @@ void DeviceTree::FillList(const std::string &portKey)
     main_.ListView1->setUpdatesEnabled(false);
     for (const std::string &module : main_.Nodes.Children(portKey))
         AddModuleRow(module);
-    main_.FitColumns();
+    main_.ListView1->FitColumns();
     main_.ListView1->setUpdatesEnabled(true);
 }
 
 void DeviceTree::AddModuleRow(const std::string &key)
 {
     const NodeKey node(key);
-    const std::string model = node.model();
-    const int address = static_cast<int>(HexVal(node.address()));
-    AddListRow(key, {node.isInit() ? QStringLiteral("*") : QStringLiteral(" "),
-                     ToQString(PadLeft(std::to_string(address), 3, ' ') + "  (" + node.address() + ")"),
-                     ToQString(model), ToQString(ModelDescription(model))});
-    if (model != BaseUnitModel)
+    main_.ListView1->AddRow(key, ModuleColumns(node));
+    if (node.model() != BaseUnitModel)
         return;
     for (const std::string &child : main_.Nodes.Children(key)) {
         const NodeKey slot(child);
-        AddListRow(child, {QString(), QString(), QString(),
-                           ToQString(std::string("Slot ") + slot.slot() + " VORN-" + slot.model())});
+        main_.ListView1->AddRow(child,
+                                {QString(), QString(), QString(),
+                                 ToQString(std::string("Slot ") + slot.slot() + " VORN-" + slot.model())});
     }
 }
 
-void DeviceTree::AddListRow(const std::string &key, const QStringList &columns)
+/// A row follows its module to another address.
+void DeviceTree::ChangeRow(const std::string &oldKey, const std::string &newKey)
 {
-    auto *row = new QTreeWidgetItem(main_.ListView1, columns);
-    row->setData(0, Qt::UserRole, ToQString(key));
+    QTreeWidgetItem *row = main_.ListView1->RowOf(oldKey);
+    if (!row)
+        return;
+    row->setData(0, Qt::UserRole, ToQString(newKey));
+    const QStringList columns = ModuleColumns(NodeKey(newKey));
+    for (int i = 0; i < columns.size(); ++i)
+        row->setText(i, columns.at(i));
 }
 
 void DeviceTree::ListView1_ItemClick(const std::string &key)
@@ -142,9 +157,8 @@ void DeviceTree::ListView1_ItemClick(const std::string &key)
     if (!main_.Nodes.IsExpanded(parent))
         main_.Nodes.SetExpanded(parent, true);
     main_.Nodes.Select(key);
-    main_.NodeLeftClick = true;
     if (TagOf(main_.Frame1) != key)
-        main_.TreeView1_NodeClick(key);
+        main_.ChooseNode(key);
 }
 
 void DeviceTree::Tools_Click()

@@ -28,7 +28,7 @@ public:
 private:
     void FillList(const std::string &portKey);
     void AddModuleRow(const std::string &key);
-    void AddListRow(const std::string &key, const QStringList &columns);
+    void ChangeRow(const std::string &oldKey, const std::string &newKey);
     void ListView1_ItemClick(const std::string &key);
     void Tools_Click();
     void FoldPorts(const std::string &except = {});

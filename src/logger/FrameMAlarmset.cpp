@@ -8,9 +8,8 @@
 namespace vorn
 {
 
-FrameMAlarmset::FrameMAlarmset() : QGroupBox(QStringLiteral("Alarm Limits"))
+FrameMAlarmset::FrameMAlarmset(FormMain &main) : PageFrame(main, "FrameMAlarmset", "Alarm Limits")
 {
-    setObjectName(QStringLiteral("FrameMAlarmset"));
     auto *limits = new QGridLayout;
     limits->setHorizontalSpacing(Rhythm::LabelToField);
     limits->setVerticalSpacing(Rhythm::BetweenRows);
@@ -18,17 +17,17 @@ FrameMAlarmset::FrameMAlarmset() : QGroupBox(QStringLiteral("Alarm Limits"))
     limits->addWidget(MakeLabel(this, QStringLiteral("LabMLow"), "Low limit"), 0, 2);
     for (int i = 0; i < Channels; ++i) {
         const auto e = static_cast<std::size_t>(i);
-        TextHAlarm[e] = Named(new QLineEdit(this), ElementName("TextHAlarm", i),
-                              QStringLiteral("High limit of channel %1").arg(i));
-        TextLAlarm[e] = Named(new QLineEdit(this), ElementName("TextLAlarm", i),
-                              QStringLiteral("Low limit of channel %1").arg(i));
+        TextHAlarm[e] =
+            MakeEntry(this, ElementName("TextHAlarm", i), QStringLiteral("High limit of channel %1").arg(i));
+        TextLAlarm[e] =
+            MakeEntry(this, ElementName("TextLAlarm", i), QStringLiteral("Low limit of channel %1").arg(i));
         limits->addWidget(
             MakeLabel(this, ElementName("LabMAlarm", i), "CH &" + std::to_string(i) + " :", TextHAlarm[e]),
             i + 1, 0);
         limits->addWidget(TextHAlarm[e], i + 1, 1);
         limits->addWidget(TextLAlarm[e], i + 1, 2);
     }
-    CmdMAlarmUpdate = Named(new QPushButton(QStringLiteral("U&pdate"), this), "CmdMAlarmUpdate");
+    CmdMAlarmUpdate = MakeButton(this, QStringLiteral("CmdMAlarmUpdate"), "U&pdate");
     FrameGrid grid(this);
     grid.WideRow(limits);
     grid.Buttons({CmdMAlarmUpdate});

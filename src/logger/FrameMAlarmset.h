@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -11,10 +11,10 @@ namespace vorn
 {
 
 /// Alarm limits of the logging model, a pair a channel.
-class FrameMAlarmset final : public QGroupBox
+class FrameMAlarmset final : public PageFrame
 {
 public:
-    FrameMAlarmset();
+    explicit FrameMAlarmset(FormMain &main);
 
     static constexpr int Channels = 8;
     std::array<QLineEdit *, Channels> TextHAlarm, TextLAlarm;

@@ -10,9 +10,9 @@
 namespace vorn
 {
 
-FrameMemOperation::FrameMemOperation() : QGroupBox(QStringLiteral("Memory Operation"))
+FrameMemOperation::FrameMemOperation(FormMain &main)
+    : PageFrame(main, "FrameMemOperation", "Memory Operation")
 {
-    setObjectName(QStringLiteral("FrameMemOperation"));
     const auto option = [this](const char *name, const char *caption) {
         return Named(new QRadioButton(QString::fromLatin1(caption), this), name);
     };
@@ -23,9 +23,8 @@ FrameMemOperation::FrameMemOperation() : QGroupBox(QStringLiteral("Memory Operat
         for (QRadioButton *button : pair)
             group->addButton(button);
     }
-    CmdTransferData =
-        Named(new QPushButton(QStringLiteral("&Transfer data to host "), this), "CmdTransferData");
-    CmdMemoryDataRead = Named(new QPushButton(QStringLiteral("Sho&w records"), this), "CmdMemoryDataRead");
+    CmdTransferData = MakeButton(this, QStringLiteral("CmdTransferData"), "&Transfer data to host ");
+    CmdMemoryDataRead = MakeButton(this, QStringLiteral("CmdMemoryDataRead"), "Sho&w records");
     DBGridReadMemory = Named(new QTableView(this), "DBGridReadMemory", QStringLiteral("Records"));
 
     FrameGrid grid(this);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -12,10 +12,10 @@ namespace vorn
 {
 
 /// Recording and record transfer of the logging model, with the grid of the records read out.
-class FrameMemOperation final : public QGroupBox
+class FrameMemOperation final : public PageFrame
 {
 public:
-    FrameMemOperation();
+    explicit FrameMemOperation(FormMain &main);
 
     std::array<QRadioButton *, 2> OptionMOmode;   ///< 1 start, 0 stop
     std::array<QRadioButton *, 2> OptionDataMode; ///< 0 standard, 1 event records

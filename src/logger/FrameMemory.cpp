@@ -18,9 +18,8 @@ constexpr int ChannelsPerRow = 4;
 
 } // namespace
 
-FrameMemory::FrameMemory() : QGroupBox(QStringLiteral("Memory Configuration"))
+FrameMemory::FrameMemory(FormMain &main) : PageFrame(main, "FrameMemory", "Memory Configuration")
 {
-    setObjectName(QStringLiteral("FrameMemory"));
     auto *channels = new QGridLayout;
     for (int i = 0; i < Channels; ++i) {
         auto *&box = CheckCH[static_cast<std::size_t>(i)];
@@ -28,9 +27,7 @@ FrameMemory::FrameMemory() : QGroupBox(QStringLiteral("Memory Configuration"))
         channels->addWidget(box, i / ChannelsPerRow, i % ChannelsPerRow);
     }
     CheckMStandmode =
-        Named(new QCheckBox(QStringLiteral("NO"), this), "CheckMStandmode", QStringLiteral("Stand mode"));
-    connect(CheckMStandmode, &QCheckBox::toggled, this,
-            [this](bool on) { CheckMStandmode->setText(on ? QStringLiteral("YES") : QStringLiteral("NO")); });
+        MakeStateBox(this, QStringLiteral("CheckMStandmode"), QStringLiteral("Stand mode"), "YES", "NO");
     CmbDataStorage = Named(new QComboBox(this), "CmbDataStorage", QStringLiteral("Storage mode"));
     CmbDataStorage->addItems(
         {QStringLiteral("Standard mode"), QStringLiteral("Event mode"), QStringLiteral("Mixed mode")});
@@ -38,8 +35,8 @@ FrameMemory::FrameMemory() : QGroupBox(QStringLiteral("Memory Configuration"))
     OptionStorageType[0] = Named(new QRadioButton(QStringLiteral("&Normal"), this), "OptionStorageType_0");
     OptionStorageType[1] = Named(new QRadioButton(QStringLiteral("&Cycle"), this), "OptionStorageType_1");
     TextSamplinginterval =
-        Named(new QLineEdit(this), "TextSamplinginterval", QStringLiteral("Sampling interval"));
-    CmdMemConfig = Named(new QPushButton(QStringLiteral("&Update"), this), "CmdMemConfig");
+        MakeEntry(this, QStringLiteral("TextSamplinginterval"), QStringLiteral("Sampling interval"));
+    CmdMemConfig = MakeButton(this, QStringLiteral("CmdMemConfig"), "&Update");
 
     FrameGrid grid(this);
     grid.WideRow(channels);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -14,10 +14,10 @@ namespace vorn
 {
 
 /// Memory configuration of the logging model.
-class FrameMemory final : public QGroupBox
+class FrameMemory final : public PageFrame
 {
 public:
-    FrameMemory();
+    explicit FrameMemory(FormMain &main);
 
     static constexpr int Channels = 8;
     std::array<QCheckBox *, Channels> CheckCH; ///< channel is logged

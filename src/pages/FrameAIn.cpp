@@ -1,8 +1,16 @@
 #include "pages/FrameAIn.h"
 
+#include "pages/FrameMSet.h"
+#include "pages/ModuleUpdate.h"
+#include "platform/WidgetText.h"
+#include "protocol/Conversions.h"
+#include "protocol/Text.h"
 #include "shell/Controls.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QPushButton>
 
 namespace vorn
@@ -16,15 +24,17 @@ constexpr int CellsPerChannel = 4; // check box, value, unit, gap
 
 } // namespace
 
-FrameAIn::FrameAIn() : QGroupBox(QStringLiteral("Analog Input"))
+FrameAIn::FrameAIn(FormMain &main, const FrameMSet &settings)
+    : PageFrame(main, "FrameAIn", "Analog Input"), settings_(settings)
 {
-    setObjectName(QStringLiteral("FrameAIn"));
     auto *channels = new QGridLayout;
     channels->setHorizontalSpacing(Rhythm::LabelToField);
     channels->setVerticalSpacing(Rhythm::BetweenRows);
     for (int i = 0; i < Channels; ++i) {
         const auto e = static_cast<std::size_t>(i);
         CheckAI[e] = Named(new QCheckBox(QStringLiteral("CH &%1").arg(i), this), ElementName("CheckAI", i));
+        OnTick(main, CheckAI[e], this,
+               [this, i](const NodeKey &node, bool enabled) { CheckAI_Click(node, i, enabled); });
         LabAIv[e] = MakeLiveValue(this, ElementName("LabAIv", i), QStringLiteral("Channel %1").arg(i));
         LabAIs[e] = MakeLabel(this, ElementName("LabAIs", i), "");
         LabAIs[e]->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("mmA")));
@@ -34,16 +44,65 @@ FrameAIn::FrameAIn() : QGroupBox(QStringLiteral("Analog Input"))
         channels->addWidget(LabAIs[e], i % RowsPerColumn, column + 2);
         channels->setColumnStretch(column + 1, 1);
     }
-    const auto button = [this](const char *name, const char *caption) {
-        return Named(new QPushButton(QString::fromLatin1(caption), this), name);
-    };
-    CmdAIZero = button("CmdAIZero", "    &Zero Calibration");
-    CmdAISpan = button("CmdAISpan", "   &Span Calibration");
-    CmdAICJC = button("CmdAICJC", "    C&JC Calibration");
+    CmdAIZero = MakeButton(this, QStringLiteral("CmdAIZero"), "    &Zero Calibration");
+    CmdAISpan = MakeButton(this, QStringLiteral("CmdAISpan"), "   &Span Calibration");
+    CmdAICJC = MakeButton(this, QStringLiteral("CmdAICJC"), "    C&JC Calibration");
 
     FrameGrid grid(this);
     grid.WideRow(channels);
     grid.WideRow(InPairs({CmdAIZero, CmdAISpan, CmdAICJC}));
+}
+
+void FrameAIn::Load(PageReading &reading)
+{
+    if (!reading.record)
+        return;
+    if (IsVoltageOfThermocoupleModel(reading.model, reading.record->typeCode))
+        CmdAICJC->hide();
+    if (!HasIntegrationTime(reading.model) || !reading.Ask("$AA6"))
+        return;
+    const std::string mask = HexToBin(Mid(reading.Reply(), 4, 2));
+    for (int i = 0; i < Channels; ++i)
+        SetTick(CheckAI[static_cast<std::size_t>(i)], Bit(mask, i));
+}
+
+bool FrameAIn::Wants(const PollStep &step, int channel)
+{
+    if (step.effect == PollEffect::ChannelMask)
+        mask_.reset();
+    if (step.condition != PollCondition::ChannelEnabled)
+        return true;
+    if (!mask_)
+        return false; // a module that doesn't tell its mask leaves all channels as they are
+    if (Bit(*mask_, channel))
+        return true;
+    LabAIv[static_cast<std::size_t>(channel)]->clear();
+    LabAIs[static_cast<std::size_t>(channel)]->clear();
+    return false;
+}
+
+void FrameAIn::ShowLive(const LiveReply &reply)
+{
+    if (!reply.accepted)
+        return;
+    if (reply.step.effect == PollEffect::ChannelMask) {
+        mask_ = HexToBin(Mid(reply.text, 4, 2));
+    } else if (reply.step.effect == PollEffect::MaskedReading) {
+        const auto channel = static_cast<std::size_t>(reply.channel);
+        LabAIv[channel]->setText(ToQString(reply.payload));
+        LabAIs[channel]->setText(ToQString(CaptionUnit(FromQString(settings_.CmbRange->currentText()))));
+    }
+}
+
+void FrameAIn::CheckAI_Click(const NodeKey &node, int channel, bool enabled)
+{
+    main().NowStatus("Enable/Diaable channels is processing , Please wait moment....");
+    if (!Send(main(), node, ExpandCommand("$AA6", node)))
+        return;
+    if (!Send(main(), node, ChannelMaskCommand(node, Mid(main().ReplyText, 4, 2), channel, enabled)))
+        return;
+    const DisabledWindow disabled(main());
+    WaitStored(main(), node);
 }
 
 } // namespace vorn

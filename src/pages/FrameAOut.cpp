@@ -1,31 +1,43 @@
 #include "pages/FrameAOut.h"
 
+#include "pages/FrameMSet.h"
+#include "pages/OutputCommands.h"
+#include "pages/OutputEntry.h"
+#include "pages/OutputScale.h"
+#include "platform/Dialogs.h"
+#include "platform/WidgetText.h"
+#include "protocol/Text.h"
 #include "shell/Controls.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
+#include <QComboBox>
+#include <QEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
 
+#include <algorithm>
+#include <utility>
+
 namespace vorn
 {
 
-FrameAOut::FrameAOut() : QGroupBox(QStringLiteral("Analog Output"))
+namespace
 {
-    setObjectName(QStringLiteral("FrameAOut"));
-    LabReadBack = MakeLiveValue(this, QStringLiteral("LabReadBack"), QStringLiteral("Read back"));
-    TextAnalogOut = Named(new QLineEdit(this), "TextAnalogOut", QStringLiteral("Output value"));
-    for (std::size_t i = 0; i < LabAOS.size(); ++i)
-        LabAOS[i] = MakeLabel(this, ElementName("LabAOS", static_cast<int>(i)), "");
-    Slider1 = Named(new QSlider(Qt::Horizontal, this), "Slider1", QStringLiteral("Output value"));
-    Slider1->setTickPosition(QSlider::TicksBelow);
-    const auto button = [this](const char *name, const char *caption) {
-        return Named(new QPushButton(QString::fromLatin1(caption), this), name);
-    };
-    CmdSendAO = button("CmdSendAO", "Se&nd");
-    CmdAO4mA = button("CmdAO4mA", "    &4 mA Calibration");
-    CmdAO20mA = button("CmdAO20mA", "    &20 mA Calibration");
-    CmdAOStartup = button("CmdAOStartup", "  &Startup Calibration");
 
+constexpr int VoltageRange = 2; ///< list position of the voltage range
+constexpr char Hexadecimal = '2';
+
+const char *const RangeNotKnown = "The module's output range is not known.";
+
+} // namespace
+
+FrameAOut::FrameAOut(FormMain &main, const FrameMSet &settings)
+    : PageFrame(main, "FrameAOut", "Analog Output"), settings_(settings)
+{
+    BuildControls();
     FrameGrid grid(this);
     grid.Row(MakeLabel(this, QStringLiteral("LabReadBackCaption"), "Read back :"), LabReadBack, LabAOS[0]);
     grid.Row(MakeLabel(this, QStringLiteral("LabAnalogOut"), "Output &value :", TextAnalogOut), TextAnalogOut,
@@ -33,6 +45,175 @@ FrameAOut::FrameAOut() : QGroupBox(QStringLiteral("Analog Output"))
     grid.WideRow(Slider1);
     grid.Buttons({CmdSendAO});
     grid.WideRow(InPairs({CmdAO4mA, CmdAO20mA, CmdAOStartup}));
+}
+
+void FrameAOut::BuildControls()
+{
+    LabReadBack = MakeLiveValue(this, QStringLiteral("LabReadBack"), QStringLiteral("Read back"));
+    TextAnalogOut = MakeEntry(this, QStringLiteral("TextAnalogOut"), QStringLiteral("Output value"));
+    for (std::size_t i = 0; i < LabAOS.size(); ++i)
+        LabAOS[i] = MakeLabel(this, ElementName("LabAOS", static_cast<int>(i)), "");
+    Slider1 = Named(new QSlider(Qt::Horizontal, this), "Slider1", QStringLiteral("Output value"));
+    Slider1->setTickPosition(QSlider::TicksBelow);
+    CmdSendAO = MakeButton(this, QStringLiteral("CmdSendAO"), "Se&nd");
+    CmdAO4mA = MakeButton(this, QStringLiteral("CmdAO4mA"), "    &4 mA Calibration");
+    CmdAO20mA = MakeButton(this, QStringLiteral("CmdAO20mA"), "    &20 mA Calibration");
+    CmdAOStartup = MakeButton(this, QStringLiteral("CmdAOStartup"), "  &Startup Calibration");
+
+    GuardField(TextAnalogOut, [this] {
+        return CharAt(main().OutputFormatCode, 1) == Hexadecimal ? FieldRule::HexOutput
+                                                                 : FieldRule::DecimalOutput;
+    });
+    new OutputEntry(main(), TextAnalogOut, CmdSendAO, [this](const NodeKey &node, const std::string &text) {
+        TextAnalogOut_Enter(node, text);
+    });
+    Slider1->installEventFilter(this);
+    connect(Slider1, &QSlider::valueChanged, this, &FrameAOut::Slider1_Change);
+}
+
+void FrameAOut::Load(PageReading &reading)
+{
+    if (!reading.record || reading.model != "7231")
+        return;
+    std::string_view unit =
+        reading.range && reading.range->setsAOS ? reading.range->unit : std::string_view{};
+    if (!reading.record->bits.empty())
+        if (const auto ofFormat = DataFormatUnit(reading.record->FormatPosition()); !ofFormat.empty())
+            unit = ofFormat;
+    if (!unit.empty())
+        SetAll(LabAOS, ToQString(unit));
+
+    const int range = settings_.CmbRange->currentIndex();
+    // Without a selection the first position counts, so that the code keeps its two digits.
+    const auto digit = [](int position) { return std::to_string(std::max(0, position)); };
+    main().OutputFormatCode = digit(settings_.CmbDataFormat->currentIndex()) + digit(range);
+    CmdAO4mA->setVisible(range != VoltageRange);
+    CmdAO20mA->setVisible(range != VoltageRange);
+    SetScale(range >= 0);
+    show();
+}
+
+/// Without a known range nobody can say what a value of the slider puts out.
+void FrameAOut::SetScale(bool rangeKnown)
+{
+    const auto scale = rangeKnown ? SliderRangeFor(main().OutputFormatCode) : std::nullopt;
+    for (QWidget *control : {static_cast<QWidget *>(Slider1), static_cast<QWidget *>(CmdSendAO)})
+        Allow(control, rangeKnown, RangeNotKnown);
+    if (!scale)
+        return;
+    const QSignalBlocker quiet(Slider1);
+    Slider1->setRange(scale->min, scale->max);
+    Slider1->setPageStep(scale->largeStep);
+    Slider1->setSingleStep(scale->smallStep);
+    Slider1->setTickInterval(scale->tick);
+}
+
+void FrameAOut::SetSlider(const std::string &value)
+{
+    const QSignalBlocker quiet(Slider1);
+    Slider1->setValue(SliderValue(main().OutputFormatCode, value));
+}
+
+bool FrameAOut::Wants(const PollStep &step, int)
+{
+    return step.condition != PollCondition::NotEditing || !main().OutputEditing;
+}
+
+void FrameAOut::ShowLive(const LiveReply &reply)
+{
+    if (!reply.accepted)
+        return;
+    switch (reply.step.effect) {
+    case PollEffect::OutputReadBack:
+        LabReadBack->setText(ToQString(reply.payload));
+        break;
+    case PollEffect::OutputEntry:
+        ShowOutput(reply);
+        break;
+    case PollEffect::ChannelOutput:
+        LabReadBack->setText(ToQString(reply.payload));
+        ShowOutput(reply);
+        break;
+    default:
+        break;
+    }
+}
+
+/// The outputs of a slot know engineering units only; the slider takes no part in any other form.
+void FrameAOut::ShowOutput(const LiveReply &reply)
+{
+    if (main().OutputEditing)
+        return; // also when the operator began while the reply was on its way
+    ShowInEntry(*TextAnalogOut, ToQString(reply.payload));
+    if (reply.node.isModule() || IsOneOf(main().OutputFormatCode, {"00", "01", "02"}))
+        SetSlider(reply.payload);
+}
+
+/// A value beyond the scale is refused where it was typed: nothing goes out at full scale for a slip of the
+/// finger.
+void FrameAOut::TextAnalogOut_Enter(const NodeKey &node, const std::string &text)
+{
+    const int value = SliderValue(main().OutputFormatCode, text);
+    if (!Slider1->isEnabled() || value < Slider1->minimum() || value > Slider1->maximum()) {
+        main().OutputEditing = true;
+        Beep();
+        return;
+    }
+    SetSlider(text);
+    const bool typedOn = FromQString(TextAnalogOut->text()) != text;
+    SendValue(node, value, typedOn);
+}
+
+/// A drag changes the value faster than the bus takes it: only the latest value is sent. Until then the
+/// refresh keeps its hands off the slider.
+void FrameAOut::Slider1_Change(int value)
+{
+    main().OutputEditing = true;
+    moved_ = Moved{main().PageOnShow(), value};
+    main().TakeForPage(this, Slider1, [this](const NodeKey &node) {
+        const auto latest = std::exchange(moved_, std::nullopt);
+        main().OutputEditing = sliderHeld_;
+        if (latest && latest->page == node.text())
+            SendValue(node, latest->value, false);
+    });
+}
+
+/// Puts out a value of the slider's scale; the entry shows it, unless the operator has typed on in it.
+void FrameAOut::SendValue(const NodeKey &node, int value, bool typedOn)
+{
+    const std::string text = SliderText(main().OutputFormatCode, value);
+    if (!typedOn)
+        TextAnalogOut->setText(ToQString(text));
+    Send(main(), node, AnalogOutputCommand(node, text));
+}
+
+void FrameAOut::SliderEvent(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+        sliderHeld_ = true;
+        main().OutputEditing = true;
+        break;
+    case QEvent::FocusIn:
+        main().OutputEditing = true;
+        break;
+    case QEvent::MouseButtonRelease:
+    case QEvent::Hide:
+        sliderHeld_ = false;
+        main().OutputEditing = moved_.has_value();
+        break;
+    case QEvent::FocusOut:
+        main().OutputEditing = moved_.has_value();
+        break;
+    default:
+        break;
+    }
+}
+
+bool FrameAOut::eventFilter(QObject *, QEvent *event)
+{
+    SliderEvent(event->type());
+    return false;
 }
 
 } // namespace vorn

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
+#include <optional>
 
 class QLabel;
 class QLineEdit;
@@ -12,11 +13,13 @@ class QSlider;
 namespace vorn
 {
 
+class FrameMSet;
+
 /// Output value and calibration of an analog output.
-class FrameAOut final : public QGroupBox
+class FrameAOut final : public PageFrame
 {
 public:
-    FrameAOut();
+    FrameAOut(FormMain &main, const FrameMSet &settings);
 
     QLabel *LabReadBack;            ///< value that the module puts out now
     QLineEdit *TextAnalogOut;       ///< value to put out, in the module's data format
@@ -24,6 +27,32 @@ public:
     QSlider *Slider1;               ///< the value as an integer, scaled by range and format
     QPushButton *CmdSendAO;
     QPushButton *CmdAO4mA, *CmdAO20mA, *CmdAOStartup;
+
+    void Load(PageReading &reading) override;
+    bool Wants(const PollStep &step, int channel) override;
+    void ShowLive(const LiveReply &reply) override;
+
+    bool eventFilter(QObject *control, QEvent *event) override;
+
+private:
+    /// A value that the slider was moved to and that waits to be sent.
+    struct Moved {
+        std::string page;
+        int value;
+    };
+
+    void BuildControls();
+    void SetScale(bool rangeKnown);
+    void SetSlider(const std::string &value);
+    void ShowOutput(const LiveReply &reply);
+    void TextAnalogOut_Enter(const NodeKey &node, const std::string &text);
+    void Slider1_Change(int value);
+    void SendValue(const NodeKey &node, int value, bool typedOn);
+    void SliderEvent(QEvent::Type type);
+
+    const FrameMSet &settings_;
+    std::optional<Moved> moved_;
+    bool sliderHeld_ = false; ///< the mouse button is down on the slider
 };
 
 } // namespace vorn

@@ -1,6 +1,18 @@
 #include "pages/FrameASet.h"
 
+#include "pages/AlarmLimits.h"
+#include "pages/FrameGen.h"
+#include "pages/FrameMSet.h"
+#include "platform/Dialogs.h"
+#include "platform/Events.h"
+#include "platform/WidgetText.h"
+#include "protocol/CommandFrame.h"
+#include "protocol/RangeTables.h"
 #include "shell/Controls.h"
+#include "shell/DIO.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 #include "shell/SelectAllOnFocus.h"
 
 #include <QComboBox>
@@ -10,21 +22,10 @@
 namespace vorn
 {
 
-FrameASet::FrameASet() : QGroupBox(QStringLiteral("Alarm Setting"))
+FrameASet::FrameASet(FormMain &main, const FrameMSet &settings, const FrameGen &live)
+    : PageFrame(main, "FrameASet", "Alarm Setting"), settings_(settings), live_(live)
 {
-    setObjectName(QStringLiteral("FrameASet"));
-    CmdAlarmsetting = Named(new QComboBox(this), "CmdAlarmsetting", QStringLiteral("Alarm mode"));
-    CmdAlarmsetting->addItems(
-        {QStringLiteral("Disable"), QStringLiteral("MOMENTARY"), QStringLiteral("LATCH")});
-    CmdAlarmsetting->setCurrentIndex(-1);
-    TextHighValue = Named(new QLineEdit(this), "TextHighValue", QStringLiteral("High alarm limit"));
-    TextLowValue = Named(new QLineEdit(this), "TextLowValue", QStringLiteral("Low alarm limit"));
-    SelectAllOnFocus(TextHighValue);
-    SelectAllOnFocus(TextLowValue);
-    for (std::size_t i = 0; i < LabAunit.size(); ++i)
-        LabAunit[i] = MakeLabel(this, ElementName("LabAunit", static_cast<int>(i)), "");
-    CmdAlarmUpdata = Named(new QPushButton(QStringLiteral("U&pdate"), this), "CmdAlarmUpdata");
-
+    BuildFields();
     FrameGrid grid(this);
     grid.Row(MakeLabel(this, QStringLiteral("LabAmode"), "Alarm &mode :", CmdAlarmsetting), CmdAlarmsetting);
     grid.Row(MakeLabel(this, QStringLiteral("LabAhigh"), "Hi&gh limit :", TextHighValue), TextHighValue,
@@ -32,6 +33,87 @@ FrameASet::FrameASet() : QGroupBox(QStringLiteral("Alarm Setting"))
     grid.Row(MakeLabel(this, QStringLiteral("LabAlow"), "Lo&w limit :", TextLowValue), TextLowValue,
              LabAunit[1]);
     grid.Buttons({CmdAlarmUpdata});
+}
+
+void FrameASet::BuildFields()
+{
+    CmdAlarmsetting = Named(new QComboBox(this), "CmdAlarmsetting", QStringLiteral("Alarm mode"));
+    CmdAlarmsetting->addItems(
+        {QStringLiteral("Disable"), QStringLiteral("MOMENTARY"), QStringLiteral("LATCH")});
+    CmdAlarmsetting->setCurrentIndex(-1);
+    // However the selection comes, by the operator or by a load.
+    connect(CmdAlarmsetting, &QComboBox::currentIndexChanged, this, &FrameASet::CmdAlarmsetting_Click);
+    TextHighValue = MakeEntry(this, QStringLiteral("TextHighValue"), QStringLiteral("High alarm limit"));
+    TextLowValue = MakeEntry(this, QStringLiteral("TextLowValue"), QStringLiteral("Low alarm limit"));
+    for (QLineEdit *limit : {TextHighValue, TextLowValue}) {
+        SelectAllOnFocus(limit);
+        GuardField(limit, FieldRule::ModuleLimit);
+    }
+    for (std::size_t i = 0; i < LabAunit.size(); ++i)
+        LabAunit[i] = MakeLabel(this, ElementName("LabAunit", static_cast<int>(i)), "");
+    CmdAlarmUpdata = MakeButton(this, QStringLiteral("CmdAlarmUpdata"), "U&pdate");
+    OnClick(main(), CmdAlarmUpdata, this, [this](const NodeKey &node) { CmdAlarmUpdata_Click(node); });
+}
+
+void FrameASet::Load(PageReading &reading)
+{
+    if (!reading.record)
+        return;
+    if (reading.range && reading.range->setsAunit)
+        SetAll(LabAunit, ToQString(reading.range->unit));
+    if (!HasModuleAlarm(reading.model))
+        return;
+    if (reading.Ask("@AADI"))
+        Select(CmdAlarmsetting, reading.ReplyChar(4) - '0');
+    if (reading.Ask("@AARH"))
+        ShowText(TextHighValue, reading.Data());
+    if (reading.Ask("@AARL"))
+        ShowText(TextLowValue, reading.Data());
+}
+
+void FrameASet::CmdAlarmsetting_Click()
+{
+    const auto captions = AlarmPointCaptionsFor(FromQString(CmdAlarmsetting->currentText()));
+    SetCaption(live_.ADIO[0], captions.first);
+    SetCaption(live_.ADIO[1], captions.second);
+}
+
+void FrameASet::CmdAlarmUpdata_Click(const NodeKey &node)
+{
+    main().NowStatus("Now Alarm setting is processing , Please wait moment....");
+    const RefreshHold hold(main());
+    DoEvents();
+    WriteMode(node);
+    WriteLimits(node);
+    MsgBox("Alarm setting is complete !", MsgBoxStyle::Information, "Alarm setting is complete !");
+    Reload(main());
+}
+
+void FrameASet::WriteMode(const NodeKey &node)
+{
+    // Without a selection nothing is sent, and the reply that stands is judged.
+    if (const auto command = AlarmModeCommand(node, CmdAlarmsetting->currentIndex()))
+        Send(main(), node, *command);
+    if (IsAccepted(main().ReplyText))
+        WaitStored(main(), node);
+    else
+        MsgBox("Alarm state setting error !", MsgBoxStyle::Critical, "Alarm state setting error");
+}
+
+void FrameASet::WriteLimits(const NodeKey &node)
+{
+    const LimitPair typed{.low = FromQString(TextLowValue->text()),
+                          .high = FromQString(TextHighValue->text())};
+    if (!AreLimitsInOrder(typed)) {
+        MsgBox("High Alarm Limit Value < Low Alarm Limit value", MsgBoxStyle::Critical,
+               "Alarm Limit setting error !");
+        return;
+    }
+    const LimitPair limits = WireAlarmLimits(node.model(), settings_.CmbRange->currentIndex(), typed);
+    if (!Store(main(), node, HighLimitCommand(node, limits.high)))
+        MsgBox("High Alarm Limit setting error !", MsgBoxStyle::Critical, "High Alarm Limit setting error");
+    if (!Store(main(), node, LowLimitCommand(node, limits.low)))
+        MsgBox("Low Alarm Limit setting error !", MsgBoxStyle::Critical, "Low Alarm Limit setting error");
 }
 
 } // namespace vorn

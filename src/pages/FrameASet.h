@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -12,17 +12,33 @@ class QPushButton;
 namespace vorn
 {
 
+class FrameGen;
+class FrameMSet;
+
 /// Alarm mode and limits of a stand-alone analog input module.
-class FrameASet final : public QGroupBox
+class FrameASet final : public PageFrame
 {
 public:
-    FrameASet();
+    FrameASet(FormMain &main, const FrameMSet &settings, const FrameGen &live);
 
     QComboBox *CmdAlarmsetting;       ///< alarm mode; list position is the code
     QLineEdit *TextHighValue;         ///< high limit, in the unit of the module's range
     QLineEdit *TextLowValue;          ///< low limit
     std::array<QLabel *, 2> LabAunit; ///< unit of the high and of the low limit
     QPushButton *CmdAlarmUpdata;
+
+    void Load(PageReading &reading) override;
+
+private:
+    void BuildFields();
+
+    void CmdAlarmsetting_Click();
+    void CmdAlarmUpdata_Click(const NodeKey &node);
+    void WriteMode(const NodeKey &node);
+    void WriteLimits(const NodeKey &node);
+
+    const FrameMSet &settings_;
+    const FrameGen &live_;
 };
 
 } // namespace vorn

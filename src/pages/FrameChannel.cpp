@@ -1,7 +1,12 @@
 #include "pages/FrameChannel.h"
 
+#include "pages/AlarmLimits.h"
+#include "pages/FrameSlot.h"
+#include "pages/FrameSlotIO.h"
+#include "platform/WidgetText.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
+#include "shell/PageCommand.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -19,25 +24,27 @@ constexpr std::array<const char *, 3> ClearCaptions{"Clear &High Latch", "Clear 
 
 } // namespace
 
-FrameChannel::FrameChannel() : QGroupBox(QStringLiteral("Channel"))
+FrameChannel::FrameChannel(FormMain &main, const FrameSlot &settings)
+    : PageFrame(main, "FrameChannel", "Channel"), settings_(settings)
 {
-    setObjectName(QStringLiteral("FrameChannel"));
     LabChannelValue = MakeLiveValue(this, QStringLiteral("LabChannelValue"), QStringLiteral("Value"));
     LabChannelUnit = MakeLabel(this, QStringLiteral("LabChannelUnit"), "");
     ChannelHAlarm = Named(new DIO(this), "ChannelHAlarm");
     ChannelHAlarm->SetCaption(QStringLiteral("High alarm"));
     ChannelLAlarm = Named(new DIO(this), "ChannelLAlarm");
     ChannelLAlarm->SetCaption(QStringLiteral("Low alarm"));
-    CheckChEnable = Named(new QCheckBox(QStringLiteral("&Channel Disable"), this), "CheckChEnable");
-    connect(CheckChEnable, &QCheckBox::toggled, this, [this](bool on) {
-        CheckChEnable->setText(on ? QStringLiteral("&Channel Enable") : QStringLiteral("&Channel Disable"));
-    });
+    CheckChEnable =
+        MakeStateBox(this, QStringLiteral("CheckChEnable"), {}, "&Channel Enable", "&Channel Disable");
     High = BuildSide(QStringLiteral("H"), QStringLiteral("High"));
     Low = BuildSide(QStringLiteral("L"), QStringLiteral("Low"));
-    CmdChAlarmUpdate = Named(new QPushButton(QStringLiteral("U&pdate"), this), "CmdChAlarmUpdate");
-    for (std::size_t i = 0; i < CmdClearChLatch.size(); ++i)
-        CmdClearChLatch[i] = Named(new QPushButton(QString::fromLatin1(ClearCaptions[i]), this),
-                                   ElementName("CmdClearChLatch", static_cast<int>(i)));
+    CmdChAlarmUpdate = MakeButton(this, QStringLiteral("CmdChAlarmUpdate"), "U&pdate");
+    for (std::size_t i = 0; i < CmdClearChLatch.size(); ++i) {
+        CmdClearChLatch[i] =
+            MakeButton(this, ElementName("CmdClearChLatch", static_cast<int>(i)), ClearCaptions[i]);
+        OnClick(main, CmdClearChLatch[i], this, [this, i](const NodeKey &node) {
+            Send(this->main(), node, ClearChannelCommand(node, static_cast<ChannelClear>(i)));
+        });
+    }
     BuildCount();
 
     FrameGrid grid(this);
@@ -54,23 +61,17 @@ FrameChannel::FrameChannel() : QGroupBox(QStringLiteral("Channel"))
 FrameChannel::AlarmSide FrameChannel::BuildSide(const QString &letter, const QString &side)
 {
     const auto entry = [&](const char *name, const char *what) {
-        auto *field =
-            Named(new QLineEdit(this), letter + QString::fromLatin1(name), side + QString::fromLatin1(what));
+        QLineEdit *field =
+            MakeEntry(this, letter + QString::fromLatin1(name), side + QString::fromLatin1(what));
         field->setMinimumWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
         return field;
     };
     AlarmSide controls;
-    controls.Type = Named(new QComboBox(this), letter + QStringLiteral("AlarmType"),
-                          side + QStringLiteral(" alarm mode"));
-    controls.Type->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    controls.Type->setMinimumContentsLength(8);
+    controls.Type =
+        MakeChoice(this, letter + QStringLiteral("AlarmType"), side + QStringLiteral(" alarm mode"), 8);
     controls.Limit = entry("AlarmLimit", " alarm limit");
-    controls.DOMap =
-        Named(new QCheckBox(QStringLiteral("Disable"), this), QStringLiteral("CheckDOMap") + letter,
-              side + QStringLiteral(" alarm drives an output"));
-    connect(controls.DOMap, &QCheckBox::toggled, controls.DOMap, [box = controls.DOMap](bool on) {
-        box->setText(on ? QStringLiteral("Enable") : QStringLiteral("Disable"));
-    });
+    controls.DOMap = MakeStateBox(this, QStringLiteral("CheckDOMap") + letter,
+                                  side + QStringLiteral(" alarm drives an output"));
     controls.OutSlot = entry("AlarmOutSlot", " alarm output slot");
     controls.OutChannel = entry("AlarmOutChannel", " alarm output channel");
     return controls;
@@ -104,8 +105,8 @@ void FrameChannel::BuildCount()
 {
     FrameCount = Named(new QGroupBox(QStringLiteral("Counter"), this), "FrameCount");
     TextFilterScale =
-        Named(new QLineEdit(FrameCount), "TextFilterScale", QStringLiteral("Digital filter scale"));
-    TextCInitial = Named(new QLineEdit(FrameCount), "TextCInitial", QStringLiteral("Initial count"));
+        MakeEntry(FrameCount, QStringLiteral("TextFilterScale"), QStringLiteral("Digital filter scale"));
+    TextCInitial = MakeEntry(FrameCount, QStringLiteral("TextCInitial"), QStringLiteral("Initial count"));
     OptionC[0] = Named(new QRadioButton(QStringLiteral("STO&P"), FrameCount), "OptionC_0");
     OptionC[1] = Named(new QRadioButton(QStringLiteral("STA&RT"), FrameCount), "OptionC_1");
     CounterChOverflow = Named(new DIO(FrameCount), "CounterChOverflow");
@@ -118,6 +119,33 @@ void FrameChannel::BuildCount()
     auto *state = SideBySide({OptionC[1], OptionC[0], CounterChOverflow});
     state->addStretch();
     grid.WideRow(state);
+}
+
+void FrameChannel::LoadRangeTables(const std::string &model)
+{
+    for (const AlarmSide *side : {&High, &Low})
+        FillList(side->Type, ChannelAlarmModes(model));
+}
+
+void FrameChannel::ShowLive(const LiveReply &reply)
+{
+    switch (reply.step.effect) {
+    case PollEffect::ChannelReading: // empty without an answer
+        LabChannelValue->setText(reply.accepted ? ToQString(reply.payload) : QString());
+        break;
+    case PollEffect::ChannelCount:
+        LabChannelValue->setText(reply.accepted ? ToQString(CounterChannelText(settings_, reply.payload))
+                                                : QString());
+        break;
+    case PollEffect::ChannelAlarm:
+        if (reply.accepted) {
+            ChannelHAlarm->SetValue(IsSetAt(reply.text, 4));
+            ChannelLAlarm->SetValue(IsSetAt(reply.text, 5));
+        }
+        break;
+    default:
+        break;
+    }
 }
 
 } // namespace vorn

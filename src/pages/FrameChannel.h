@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -15,12 +15,13 @@ namespace vorn
 {
 
 class DIO;
+class FrameSlot;
 
 /// Live data, alarms and counter items of one channel of a slot module.
-class FrameChannel final : public QGroupBox
+class FrameChannel final : public PageFrame
 {
 public:
-    FrameChannel();
+    FrameChannel(FormMain &main, const FrameSlot &settings);
 
     /// Settings of the alarm of one side.
     struct AlarmSide {
@@ -43,10 +44,15 @@ public:
     std::array<QRadioButton *, 2> OptionC; ///< 1 start, 0 stop
     DIO *CounterChOverflow;
 
+    void LoadRangeTables(const std::string &model) override;
+    void ShowLive(const LiveReply &reply) override;
+
 private:
     AlarmSide BuildSide(const QString &letter, const QString &side);
     QLayout *BuildAlarms();
     void BuildCount();
+
+    const FrameSlot &settings_;
 };
 
 } // namespace vorn

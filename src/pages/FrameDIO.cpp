@@ -1,7 +1,14 @@
 #include "pages/FrameDIO.h"
 
+#include "pages/OutputCommands.h"
+#include "platform/Dialogs.h"
+#include "platform/WidgetText.h"
+#include "protocol/Conversions.h"
+#include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
 namespace vorn
 {
@@ -14,9 +21,8 @@ const char *const DesignCaption = "DO &0";
 
 } // namespace
 
-FrameDIO::FrameDIO() : QGroupBox(QStringLiteral("Digital Input / Output"))
+FrameDIO::FrameDIO(FormMain &main) : PageFrame(main, "FrameDIO", "Digital Input / Output")
 {
-    setObjectName(QStringLiteral("FrameDIO"));
     LabDL = MakeLabel(this, QStringLiteral("LabDL"), "");
     LabDLv = MakeLiveValue(this, QStringLiteral("LabDLv"), QStringLiteral("Low group, hexadecimal"));
     LabDH = MakeLabel(this, QStringLiteral("LabDH"), "");
@@ -25,12 +31,11 @@ FrameDIO::FrameDIO() : QGroupBox(QStringLiteral("Digital Input / Output"))
         value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("00000")));
 
     FrameGrid grid(this);
-    grid.WideRow(BuildGroup(LabDL, LabDLv, DIOL, "DIOL"));
-    grid.WideRow(BuildGroup(LabDH, LabDHv, DIOH, "DIOH"));
+    grid.WideRow(BuildGroup(PointRow::Low, LabDL, LabDLv, DIOL, "DIOL"));
+    grid.WideRow(BuildGroup(PointRow::High, LabDH, LabDHv, DIOH, "DIOH"));
 }
 
-QLayout *FrameDIO::BuildGroup(QLabel *kind, QLabel *value, std::array<DIO *, Points> &points,
-                              const char *name)
+QLayout *FrameDIO::BuildGroup(PointRow row, QLabel *kind, QLabel *value, Group &points, const char *name)
 {
     auto *group = new QVBoxLayout;
     group->setSpacing(Rhythm::BetweenRows);
@@ -43,11 +48,83 @@ QLayout *FrameDIO::BuildGroup(QLabel *kind, QLabel *value, std::array<DIO *, Poi
         DIO *&point = points[static_cast<std::size_t>(i)];
         point = Named(new DIO(this), ElementName(name, i));
         SetCaption(point, DesignCaption);
+        Wire(point, [this, row, i](const NodeKey &node) { Point_Click(node, row, i); });
         lamps->addWidget(point, i / PointsPerRow, i % PointsPerRow);
         lamps->setColumnStretch(i % PointsPerRow, 1);
     }
     group->addLayout(lamps);
     return group;
+}
+
+void FrameDIO::Point_Click(const NodeKey &node, PointRow row, int element)
+{
+    const Group &points = row == PointRow::High ? DIOH : DIOL;
+    const DIO *point = points[static_cast<std::size_t>(element)];
+    if (!IsOutputCaption(CaptionOf(point)))
+        return;
+    const auto command = PointCommand(node, row, element, point->value());
+    if (command && !Send(main(), node, *command, '>') && JudgesPointReply(node.model()))
+        MsgBox("DO is Invalid!", MsgBoxStyle::Critical, "DO invalid");
+}
+
+void FrameDIO::ShowLive(const LiveReply &reply)
+{
+    if (!reply.accepted)
+        return;
+    switch (reply.step.effect) {
+    case PollEffect::TwoGroups:
+        ShowPair(LabDHv, DIOH, Mid(reply.text, 2, 2));
+        ShowPair(LabDLv, DIOL, Mid(reply.text, 4, 2));
+        break;
+    case PollEffect::LowGroup:
+        ShowPair(LabDLv, DIOL, Mid(reply.text, 2, 2));
+        break;
+    case PollEffect::Relays: {
+        constexpr std::size_t FirstRelay = 4; // element of relay 0
+        const std::string pair = Mid(reply.text, 2, 2);
+        LabDLv->setText(ToQString(pair));
+        SetLamps(std::span(DIOL).subspan(FirstRelay), HexToBin(pair));
+        break;
+    }
+    case PollEffect::SlotFaults:
+        MarkFaults(reply);
+        break;
+    case PollEffect::SlotPoints:
+        ShowSlotPoints(reply);
+        break;
+    default:
+        break;
+    }
+}
+
+void FrameDIO::ShowPair(QLabel *value, const Group &points, const std::string &pair)
+{
+    value->setText(ToQString(pair));
+    SetLamps(points, HexToBin(pair));
+}
+
+void FrameDIO::ShowSlotPoints(const LiveReply &reply)
+{
+    const PairPlaces places = DigitalSlotPlaces(reply.node.model());
+    if (places.high)
+        ShowPair(LabDHv, DIOH, Mid(reply.text, places.high, 2));
+    ShowPair(LabDLv, DIOL, Mid(reply.text, places.low, 2));
+}
+
+/// Marks each point whose bit of the mask is set; the mark stays until the page is loaded again.
+void FrameDIO::MarkFaults(const LiveReply &reply)
+{
+    const auto mark = [](const Group &points, const std::string &pair) {
+        const std::string bits = HexToBin(pair);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            if (Bit(bits, static_cast<int>(i)))
+                SetCaption(points[i], FaultCaption(CaptionOf(points[i])));
+        }
+    };
+    const PairPlaces places = FaultPlaces(reply.node.model());
+    if (places.high)
+        mark(DIOH, Mid(reply.text, places.high, 2));
+    mark(DIOL, Mid(reply.text, places.low, 2));
 }
 
 } // namespace vorn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -10,12 +10,13 @@ namespace vorn
 {
 
 class DIO;
+enum class PointRow;
 
 /// Digital points in two groups of eight: the low group `DIOL`, the high group `DIOH`.
-class FrameDIO final : public QGroupBox
+class FrameDIO final : public PageFrame
 {
 public:
-    FrameDIO();
+    explicit FrameDIO(FormMain &main);
 
     static constexpr int Points = 8;
     QLabel *LabDL, *LabDLv; ///< low group: kind, value in hexadecimal
@@ -23,8 +24,17 @@ public:
     std::array<DIO *, Points> DIOL;
     std::array<DIO *, Points> DIOH;
 
+    void ShowLive(const LiveReply &reply) override;
+
 private:
-    QLayout *BuildGroup(QLabel *kind, QLabel *value, std::array<DIO *, Points> &points, const char *name);
+    using Group = std::array<DIO *, Points>;
+
+    QLayout *BuildGroup(PointRow row, QLabel *kind, QLabel *value, Group &points, const char *name);
+
+    void Point_Click(const NodeKey &node, PointRow row, int element);
+    void ShowSlotPoints(const LiveReply &reply);
+    void MarkFaults(const LiveReply &reply);
+    static void ShowPair(QLabel *value, const Group &points, const std::string &pair);
 };
 
 } // namespace vorn

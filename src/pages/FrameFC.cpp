@@ -1,6 +1,19 @@
 #include "pages/FrameFC.h"
 
+#include "pages/CounterSettings.h"
+#include "pages/FrameFCdata.h"
+#include "pages/FrameMSet.h"
+#include "platform/Dialogs.h"
+#include "platform/RuntimeError.h"
+#include "platform/WidgetText.h"
+#include "protocol/CommandFrame.h"
+#include "protocol/Conversions.h"
+#include "protocol/Number.h"
+#include "protocol/Text.h"
 #include "shell/Controls.h"
+#include "shell/FormMain.h"
+#include "shell/Module1.h"
+#include "shell/PageCommand.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -8,33 +21,35 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <optional>
+
 namespace vorn
 {
 
-FrameFC::FrameFC() : QGroupBox(QStringLiteral("Counter 0"))
+namespace
 {
-    setObjectName(QStringLiteral("FrameFC"));
-    OptionCch0S[0] = Named(new QRadioButton(QStringLiteral("STO&P"), this), "OptionCch0S_0");
-    OptionCch0S[1] = Named(new QRadioButton(QStringLiteral("STA&RT"), this), "OptionCch0S_1");
-    const auto field = [this](const char *name, const char *accessibleName) {
-        return Named(new QLineEdit(this), name, QString::fromLatin1(accessibleName));
-    };
-    TextCMax = field("TextCMax", "Maximum count");
-    TextCPV = field("TextCPV", "Preset or high alarm value");
-    TextCIV = field("TextCIV", "Initial or high-high alarm value");
-    CheckPresetMode = Named(new QCheckBox(QStringLiteral("Disable"), this), "CheckPresetMode",
-                            QStringLiteral("Preset mode"));
-    connect(CheckPresetMode, &QCheckBox::toggled, this, [this](bool on) {
-        CheckPresetMode->setText(on ? QStringLiteral("Enable") : QStringLiteral("Disable"));
-    });
-    CmbFC0Amode = Named(new QComboBox(this), "CmbFC0Amode", QStringLiteral("Alarm mode"));
-    CmbFC0Amode->addItems({QStringLiteral("Disable"), QStringLiteral("Momentary"), QStringLiteral("Latch")});
-    CmbFC0Amode->setCurrentIndex(-1);
-    Labmode = MakeLabel(this, QStringLiteral("Labmode"), "Preset &mode :", CheckPresetMode);
-    LabHvalue = MakeLabel(this, QStringLiteral("LabHvalue"), "Preset &value :", TextCPV);
-    LabHHvalue = MakeLabel(this, QStringLiteral("LabHHvalue"), "&Initial value :", TextCIV);
-    ComCUpdata = Named(new QPushButton(QStringLiteral("Update Cou&nter"), this), "ComCUpdata");
 
+/// Wire form of a counter entry; nothing for a text that is no number.
+std::optional<std::string> WireCount(const QLineEdit &field)
+{
+    try {
+        return DecToHex8(FromQString(field.text()));
+    } catch (const RuntimeError &) {
+        return std::nullopt;
+    }
+}
+
+bool HasDisplay(const NodeKey &node)
+{
+    return node.model() != "7282";
+}
+
+} // namespace
+
+FrameFC::FrameFC(FormMain &main, const FrameMSet &settings, FrameFCdata &live)
+    : PageFrame(main, "FrameFC", "Counter 0"), live_(live)
+{
+    BuildFields();
     FrameGrid grid(this);
     auto *state = SideBySide({OptionCch0S[1], OptionCch0S[0]});
     state->addStretch();
@@ -49,6 +64,148 @@ FrameFC::FrameFC() : QGroupBox(QStringLiteral("Counter 0"))
     grid.Row(LabHvalue, TextCPV);
     grid.Row(LabHHvalue, TextCIV);
     grid.Buttons({ComCUpdata});
+
+    for (int i = 0; i < FrameFCdata::Counters; ++i) {
+        const auto e = static_cast<std::size_t>(i);
+        OnClick(main, live.CmdCounterSet[e], this,
+                [this, i](const NodeKey &node) { CmdCounterSet_Click(node, i); });
+        OnClick(main, OptionCch0S[e], this,
+                [this, i](const NodeKey &node) { OptionCch0S_Click(node, i == 1); });
+    }
+    OnClick(main, ComCUpdata, this, [this](const NodeKey &node) { ComCUpdata_Click(node); });
+    connect(&live, &FrameFCdata::AlarmModeRead, this,
+            [this](char alarm) { Select(CmbFC0Amode, alarm - '0'); });
+    connect(&settings, &FrameMSet::InputModeChanged, this, [this, &settings] {
+        if (!settings.IsCounting())
+            hide();
+    });
+}
+
+void FrameFC::BuildFields()
+{
+    OptionCch0S[0] = Named(new QRadioButton(QStringLiteral("STO&P"), this), "OptionCch0S_0");
+    OptionCch0S[1] = Named(new QRadioButton(QStringLiteral("STA&RT"), this), "OptionCch0S_1");
+    TextCMax = MakeEntry(this, QStringLiteral("TextCMax"), QStringLiteral("Maximum count"));
+    TextCPV = MakeEntry(this, QStringLiteral("TextCPV"), QStringLiteral("Preset or high alarm value"));
+    TextCIV = MakeEntry(this, QStringLiteral("TextCIV"), QStringLiteral("Initial or high-high alarm value"));
+    CheckPresetMode = MakeStateBox(this, QStringLiteral("CheckPresetMode"), QStringLiteral("Preset mode"));
+    CmbFC0Amode = Named(new QComboBox(this), "CmbFC0Amode", QStringLiteral("Alarm mode"));
+    CmbFC0Amode->addItems({QStringLiteral("Disable"), QStringLiteral("Momentary"), QStringLiteral("Latch")});
+    CmbFC0Amode->setCurrentIndex(-1);
+    Labmode = MakeLabel(this, QStringLiteral("Labmode"), "Preset &mode :", CheckPresetMode);
+    LabHvalue = MakeLabel(this, QStringLiteral("LabHvalue"), "Preset &value :", TextCPV);
+    LabHHvalue = MakeLabel(this, QStringLiteral("LabHHvalue"), "&Initial value :", TextCIV);
+    ComCUpdata = MakeButton(this, QStringLiteral("ComCUpdata"), "Update Cou&nter");
+}
+
+QLineEdit *FrameFC::Field(CounterField field) const
+{
+    switch (field) {
+    case CounterField::Preset:
+        return TextCPV;
+    case CounterField::Initial:
+        return TextCIV;
+    case CounterField::Maximum:
+        break;
+    }
+    return TextCMax;
+}
+
+/// Shows a register in its field; one that can't be read leaves the field.
+void FrameFC::SetCount(CounterField field, const std::string &payload)
+{
+    try {
+        ShowText(Field(field), Hex8ToDec(payload));
+    } catch (const RuntimeError &) {
+        // no hexadecimal number
+    }
+}
+
+void FrameFC::CmdCounterSet_Click(const NodeKey &node, int counter)
+{
+    BeginLoad();
+    SetCaption(this, "Counter " + std::to_string(counter));
+    for (const CounterRead &read : CounterReads(node, counter)) {
+        if (Send(main(), node, read.command))
+            Show(node, counter, read);
+    }
+    ShowFields(node, counter);
+    show();
+}
+
+void FrameFC::Show(const NodeKey &node, int counter, const CounterRead &read)
+{
+    const std::string payload = Payload(main().ReplyText, node.checksum());
+    switch (read.use) {
+    case CounterReadUse::State:
+        SetTick(OptionCch0S[Val(payload) != 0 ? 1 : 0], true);
+        break;
+    case CounterReadUse::Maximum:
+        SetCount(CounterField::Maximum, payload);
+        break;
+    case CounterReadUse::Preset:
+        SetCount(CounterField::Preset, payload);
+        break;
+    case CounterReadUse::Initial:
+        SetCount(CounterField::Initial, payload);
+        break;
+    case CounterReadUse::PresetMode: {
+        const bool preset = IsPresetMode(payload, counter);
+        SetTick(CheckPresetMode, preset);
+        live_.ShowPresetMode(counter, preset);
+        break;
+    }
+    case CounterReadUse::AlarmMode:
+        live_.ShowAlarmMode(CharAt(main().ReplyText, 4));
+        break;
+    }
+}
+
+/// Counter 1 of the models with a display has neither preset nor alarm.
+void FrameFC::ShowFields(const NodeKey &node, int counter)
+{
+    const bool display = HasDisplay(node);
+    const bool fields = !display || counter == 0;
+    CheckPresetMode->setVisible(!display);
+    CmbFC0Amode->setVisible(display && fields);
+    ShowAll({Labmode, LabHvalue, LabHHvalue, TextCPV, TextCIV}, fields);
+    const CounterCaptions captions = CounterCaptionsFor(node.model());
+    SetCaption(Labmode, captions.mode);
+    SetCaption(LabHvalue, captions.value);
+    SetCaption(LabHHvalue, captions.highValue);
+    Labmode->setBuddy(display ? static_cast<QWidget *>(CmbFC0Amode) : CheckPresetMode);
+}
+
+void FrameFC::ComCUpdata_Click(const NodeKey &node)
+{
+    main().NowStatus("Now Counter setting is processing , Please wait moment....");
+    if (const auto counter = CounterOfCaption(CaptionOf(this))) {
+        const Hourglass hourglass(main());
+        for (const CounterWrite &write : CounterWrites(node, *counter)) {
+            const auto value = WireCount(*Field(write.field));
+            if (value && Send(main(), node, write.command + *value))
+                WaitModuleReady(main(), node.busAddress(), node.checksum());
+            else
+                MsgBox(write.failureText, MsgBoxStyle::Critical, write.failureTitle);
+        }
+        const auto mode =
+            CounterModeCommand(node, *counter, CheckPresetMode->isChecked(), CmbFC0Amode->currentIndex());
+        if (mode)
+            Send(main(), node, *mode);
+        CmdCounterSet_Click(node, *counter);
+    }
+    MsgBox("Counter setting is complete !", MsgBoxStyle::Information, "Counter setting is complete !");
+}
+
+void FrameFC::OptionCch0S_Click(const NodeKey &node, bool start)
+{
+    const auto counter = CounterOfCaption(CaptionOf(this));
+    if (!counter)
+        return;
+    Send(main(), node, CounterRunCommand(node, *counter, start));
+    WaitModuleReady(main(), node.busAddress(), node.checksum());
+    if (Send(main(), node, CounterStateCommand(node, *counter)))
+        live_.ShowState(*counter, Payload(main().ReplyText, node.checksum()));
 }
 
 } // namespace vorn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -14,11 +14,16 @@ class QRadioButton;
 namespace vorn
 {
 
+class FrameFCdata;
+class FrameMSet;
+enum class CounterField;
+struct CounterRead;
+
 /// Settings of one counter; the last character of the caption, "Counter 0" or "Counter 1", says which.
-class FrameFC final : public QGroupBox
+class FrameFC final : public PageFrame
 {
 public:
-    FrameFC();
+    FrameFC(FormMain &main, const FrameMSet &settings, FrameFCdata &live);
 
     std::array<QRadioButton *, 2> OptionCch0S; ///< 1 start, 0 stop
     QLineEdit *TextCMax;                       ///< maximum count, decimal
@@ -28,6 +33,20 @@ public:
     QLineEdit *TextCPV;                        ///< preset or high alarm value, decimal
     QLineEdit *TextCIV;                        ///< initial or high-high alarm value, decimal
     QPushButton *ComCUpdata;
+
+private:
+    void BuildFields();
+
+    void CmdCounterSet_Click(const NodeKey &node, int counter);
+    void OptionCch0S_Click(const NodeKey &node, bool start);
+    void ComCUpdata_Click(const NodeKey &node);
+
+    void Show(const NodeKey &node, int counter, const CounterRead &read);
+    void ShowFields(const NodeKey &node, int counter);
+    void SetCount(CounterField field, const std::string &payload);
+    QLineEdit *Field(CounterField field) const;
+
+    FrameFCdata &live_;
 };
 
 } // namespace vorn

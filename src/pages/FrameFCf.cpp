@@ -1,6 +1,16 @@
 #include "pages/FrameFCf.h"
 
+#include "pages/CounterSettings.h"
+#include "pages/FrameMSet.h"
+#include "pages/ModuleUpdate.h"
+#include "platform/Dialogs.h"
+#include "platform/WidgetText.h"
+#include "protocol/Number.h"
+#include "protocol/RangeTables.h"
 #include "shell/Controls.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -10,9 +20,16 @@
 namespace vorn
 {
 
-FrameFCf::FrameFCf() : QGroupBox(QStringLiteral("Input Setting"))
+namespace
 {
-    setObjectName(QStringLiteral("FrameFCf"));
+
+constexpr const char *FilterError = "Filter setting error";
+
+} // namespace
+
+FrameFCf::FrameFCf(FormMain &main, const FrameMSet &settings)
+    : PageFrame(main, "FrameFCf", "Input Setting"), settings_(settings)
+{
     BuildFields();
     FrameGrid grid(this);
     auto *stage = SideBySide({OptionFSel[0], OptionFSel[1]});
@@ -24,19 +41,29 @@ FrameFCf::FrameFCf() : QGroupBox(QStringLiteral("Input Setting"))
     grid.Row(LabCHW, TextHW, LabCHWu);
     grid.Row(LabCLW, TextLW, LabCLWu);
     grid.Buttons({ComFUpdata});
+
+    for (int i = 0; i < 2; ++i)
+        OnClick(main, OptionFSel[static_cast<std::size_t>(i)], this,
+                [this, i](const NodeKey &node) { OptionFSel_Click(node, i); });
+    OnTick(main, CheckFilter, this,
+           [this](const NodeKey &node, bool enabled) { CheckFilter_Click(node, enabled); });
+    OnClick(main, ComFUpdata, this, [this](const NodeKey &node) { ComFUpdata_Click(node); });
+    connect(&settings, &FrameMSet::InputModeChanged, this, &FrameFCf::InputModeChanged);
 }
 
 void FrameFCf::BuildFields()
 {
     OptionFSel[0] = Named(new QRadioButton(QStringLiteral("&TTL input"), this), "OptionFSel_0");
     OptionFSel[1] = Named(new QRadioButton(QStringLiteral("&Photo input"), this), "OptionFSel_1");
-    const auto field = [this](const char *name, const char *accessibleName) {
-        return Named(new QLineEdit(this), name, QString::fromLatin1(accessibleName));
+    const auto field = [this](const char *name, const char *accessibleName, FieldRule rule) {
+        QLineEdit *entry = MakeEntry(this, QString::fromLatin1(name), QString::fromLatin1(accessibleName));
+        GuardField(entry, rule);
+        return entry;
     };
-    TextHV = field("TextHV", "High trigger level in volts");
-    TextLV = field("TextLV", "Low trigger level in volts");
-    TextHW = field("TextHW", "Minimum width at high level");
-    TextLW = field("TextLW", "Minimum width at low level");
+    TextHV = field("TextHV", "High trigger level in volts", FieldRule::TriggerLevel);
+    TextLV = field("TextLV", "Low trigger level in volts", FieldRule::TriggerLevel);
+    TextHW = field("TextHW", "Minimum width at high level", FieldRule::InputWidth);
+    TextLW = field("TextLW", "Minimum width at low level", FieldRule::InputWidth);
     const auto label = [this](const char *name, const char *caption, QWidget *buddy = nullptr) {
         return MakeLabel(this, QString::fromLatin1(name), caption, buddy);
     };
@@ -44,14 +71,112 @@ void FrameFCf::BuildFields()
     LabTTLL = label("LabTTLL", "Low trigger level :", TextLV);
     LabTTLHu = label("LabTTLHu", "V");
     LabTTLLu = label("LabTTLLu", "V");
-    CheckFilter =
-        Named(new QCheckBox(QStringLiteral("Disable"), this), "CheckFilter", QStringLiteral("Filter"));
+    CheckFilter = MakeStateBox(this, QStringLiteral("CheckFilter"), QStringLiteral("Filter"));
     LabFstate = label("LabFstate", "Filter :", CheckFilter);
     LabCHW = label("LabCHW", "Min. width, high :", TextHW);
     LabCLW = label("LabCLW", "Min. width, low :", TextLW);
     LabCHWu = label("LabCHWu", "us");
     LabCLWu = label("LabCLWu", "us");
-    ComFUpdata = Named(new QPushButton(QStringLiteral("Update Fi&lter"), this), "ComFUpdata");
+    ComFUpdata = MakeButton(this, QStringLiteral("ComFUpdata"), "Update Fi&lter");
+}
+
+QLineEdit *FrameFCf::Field(FilterField field) const
+{
+    switch (field) {
+    case FilterField::HighLevel:
+        return TextHV;
+    case FilterField::LowLevel:
+        return TextLV;
+    case FilterField::HighWidth:
+        return TextHW;
+    case FilterField::LowWidth:
+        break;
+    }
+    return TextLW;
+}
+
+void FrameFCf::Load(PageReading &reading)
+{
+    if (!reading.record || !IsCounterModel(reading.model))
+        return;
+    if (reading.Ask("$AAB")) {
+        const std::string stage(1, reading.ReplyChar(4));
+        ShowStage(stage);
+        if (stage == "0" || stage == "1")
+            ShowInputStage(stage == "1");
+    }
+    ReadFilter(reading);
+    if (reading.Ask("$AA4")) {
+        SetTick(CheckFilter, Val(std::string(1, reading.ReplyChar(4))) != 0);
+        show();
+    }
+}
+
+void FrameFCf::ShowStage(const std::string &payload)
+{
+    if (payload == "0" || payload == "1")
+        SetTick(OptionFSel[payload == "1" ? 1 : 0], true);
+}
+
+void FrameFCf::ReadFilter(PageReading &reading)
+{
+    for (const FilterRegister &filter : FilterReads()) {
+        if (reading.Ask(filter.command))
+            ShowText(Field(filter.field), FilterFieldText(filter.field, reading.Data()));
+    }
+}
+
+/// Shows the fields that belong to the TTL or to the photo input.
+void FrameFCf::ShowInputStage(bool photo)
+{
+    ShowAll({LabTTLH, LabTTLL, LabTTLHu, LabTTLLu, TextHV, TextLV}, !photo);
+    ComFUpdata->setVisible(!photo || !settings_.IsFrequency());
+}
+
+void FrameFCf::InputModeChanged()
+{
+    const bool counter = settings_.IsCounting();
+    ShowAll({LabCHW, LabCLW, LabCHWu, LabCLWu, LabFstate, CheckFilter, TextHW, TextLW}, counter);
+    ComFUpdata->setVisible(counter || !OptionFSel[1]->isChecked());
+}
+
+void FrameFCf::OptionFSel_Click(const NodeKey &node, int element)
+{
+    BeginLoad();
+    PageReading reading(main(), node);
+    Send(main(), node, InputStageCommand(node, element));
+    bool photo = element == 1;
+    if (reading.Ask("$AAB")) {
+        const std::string stage = reading.Data();
+        ShowStage(stage);
+        if (stage == "0" || stage == "1")
+            photo = stage == "1"; // a refused stage leaves the module at the one that it tells
+    }
+    ReadFilter(reading);
+    ShowInputStage(photo);
+}
+
+void FrameFCf::CheckFilter_Click(const NodeKey &node, bool enabled)
+{
+    Store(main(), node, FilterCommand(node, enabled));
+}
+
+void FrameFCf::ComFUpdata_Click(const NodeKey &node)
+{
+    main().NowStatus("Now Configuration is processing , Please wait moment....");
+    for (const FilterRegister &filter : FilterWrites()) {
+        const QLineEdit *field = Field(filter.field);
+        const bool level = filter.field == FilterField::HighLevel || filter.field == FilterField::LowLevel;
+        if (level && !IsShown(field))
+            continue;
+        const std::string value = FilterWireText(filter.field, FromQString(field->text()));
+        if (!Store(main(), node, FilterCommandOf(node, filter) + value))
+            MsgBox(filter.failureText, MsgBoxStyle::Critical, FilterError);
+    }
+    BeginLoad();
+    PageReading reading(main(), node);
+    ReadFilter(reading);
+    MsgBox("Filter setting is complete !", MsgBoxStyle::Information, "Filter setting is complete !");
 }
 
 } // namespace vorn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -13,11 +13,14 @@ class QRadioButton;
 namespace vorn
 {
 
+class FrameMSet;
+enum class FilterField;
+
 /// Input stage and filter of the counter and frequency modules.
-class FrameFCf final : public QGroupBox
+class FrameFCf final : public PageFrame
 {
 public:
-    FrameFCf();
+    FrameFCf(FormMain &main, const FrameMSet &settings);
 
     std::array<QRadioButton *, 2> OptionFSel; ///< 0 TTL input, 1 photo input
     QLabel *LabTTLH, *LabTTLL, *LabTTLHu, *LabTTLLu;
@@ -28,8 +31,22 @@ public:
     QLineEdit *TextHW, *TextLW; ///< minimum input width at high and low level, microseconds
     QPushButton *ComFUpdata;
 
+    void Load(PageReading &reading) override;
+
 private:
     void BuildFields();
+
+    void InputModeChanged();
+    void OptionFSel_Click(const NodeKey &node, int element);
+    void CheckFilter_Click(const NodeKey &node, bool enabled);
+    void ComFUpdata_Click(const NodeKey &node);
+
+    void ShowStage(const std::string &payload);
+    void ShowInputStage(bool photo);
+    void ReadFilter(PageReading &reading);
+    QLineEdit *Field(FilterField field) const;
+
+    const FrameMSet &settings_;
 };
 
 } // namespace vorn

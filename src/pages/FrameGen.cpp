@@ -1,18 +1,29 @@
 #include "pages/FrameGen.h"
 
+#include "pages/AlarmLimits.h"
+#include "pages/OutputCommands.h"
+#include "pages/OutputEntry.h"
+#include "platform/WidgetText.h"
+#include "protocol/Conversions.h"
+#include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 #include "shell/SelectAllOnFocus.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+
+#include <algorithm>
 
 namespace vorn
 {
 
-FrameGen::FrameGen() : QGroupBox(QStringLiteral("Live Data"))
+FrameGen::FrameGen(FormMain &main) : PageFrame(main, "FrameGen", "Live Data")
 {
-    setObjectName(QStringLiteral("FrameGen"));
     BuildValues();
     BuildButtons();
 
@@ -36,10 +47,13 @@ void FrameGen::BuildValues()
     LabACt = MakeLabel(this, QStringLiteral("LabACt"), "Event count :");
     LabACtv = MakeLiveValue(this, QStringLiteral("LabACtv"), QStringLiteral("Event count"));
     LabAAO = MakeLabel(this, QStringLiteral("LabAAO"), "Excitation (V) :");
-    TextAAOv = Named(new QLineEdit(this), "TextAAOv", QStringLiteral("Excitation output in volts"));
+    TextAAOv = MakeEntry(this, QStringLiteral("TextAAOv"), QStringLiteral("Excitation output in volts"));
     SelectAllOnFocus(TextAAOv);
-    for (std::size_t i = 0; i < ADIO.size(); ++i)
-        ADIO[i] = Named(new DIO(this), ElementName("ADIO", static_cast<int>(i)));
+    GuardField(TextAAOv, FieldRule::DecimalOutput);
+    for (std::size_t i = 0; i < ADIO.size(); ++i) {
+        DIO *point = ADIO[i] = Named(new DIO(this), ElementName("ADIO", static_cast<int>(i)));
+        Wire(point, [this, point](const NodeKey &node) { ADIO_Click(node, *point); });
+    }
     ADIO[0]->SetCaption(QStringLiteral("DO &0 "));
     ADIO[1]->SetCaption(QStringLiteral("DO &1 "));
     ADIO[2]->SetCaption(QStringLiteral("DO &2"));
@@ -49,7 +63,7 @@ void FrameGen::BuildValues()
 void FrameGen::BuildButtons()
 {
     const auto button = [this](const char *name, const char *caption) {
-        return Named(new QPushButton(QString::fromLatin1(caption), this), name);
+        return MakeButton(this, QString::fromLatin1(name), caption);
     };
     CmdAOsend = button("CmdAOsend", "Se&nd");
     CmdClearCount = button("CmdClearCount", "Clear C&ount");
@@ -60,6 +74,79 @@ void FrameGen::BuildButtons()
     CmdG0V = button("CmdG0V", "  A/O 0V Calibration");
     CmdG10V = button("CmdG10V", " A/O 10V Calibration");
     CmdGStartup = button("CmdGStartup", "  Sta&rtup Calibration");
+
+    OnClick(main(), CmdClearCount, this,
+            [this](const NodeKey &node) { Send(main(), node, ClearEventsCommand(node)); });
+    OnClick(main(), CmdClearLatch, this,
+            [this](const NodeKey &node) { Send(main(), node, ClearLatchCommand(node)); });
+    new OutputEntry(main(), TextAAOv, CmdAOsend, [this](const NodeKey &node, const std::string &text) {
+        Send(main(), node, ExcitationCommand(node, text));
+    });
+}
+
+void FrameGen::Load(PageReading &reading)
+{
+    if (!reading.record || reading.record->typeCode.empty())
+        return;
+    if (reading.range && reading.range->setsRdu)
+        LabRdu->setText(ToQString(reading.range->unit));
+    reading.inputUnit = FromQString(LabRdu->text());
+    // Percent and hexadecimal replace the unit of the range.
+    const auto unit = HasDataFormatList(reading.model) && !reading.record->bits.empty()
+                          ? DataFormatUnit(reading.record->FormatPosition())
+                          : std::string_view{};
+    if (!unit.empty())
+        LabRdu->setText(ToQString(unit));
+    if (IsVoltageOfThermocoupleModel(reading.model, reading.record->typeCode))
+        CmdGCJC->hide();
+    if (reading.model == "7218")
+        main().OutputFormatCode = "00"; // its excitation output knows engineering units only
+}
+
+bool FrameGen::Wants(const PollStep &step, int)
+{
+    return step.condition != PollCondition::NotEditing || !main().OutputEditing;
+}
+
+void FrameGen::ShowLive(const LiveReply &reply)
+{
+    if (!reply.accepted)
+        return;
+    switch (reply.step.effect) {
+    case PollEffect::AnalogPoints: {
+        const std::string outputs = HexToBin(Mid(reply.text, 5, 2));
+        ADIO[3]->SetValue(IsSetAt(reply.text, 8));
+        ADIO[0]->SetValue(Bit(outputs, 0));
+        ADIO[1]->SetValue(Bit(outputs, 1));
+        break;
+    }
+    case PollEffect::StrainPoints:
+        SetLamps(ADIO, HexToBin(Mid(reply.text, 5, 2)));
+        break;
+    case PollEffect::EventCount:
+        LabACtv->setText(ToQString(reply.payload));
+        break;
+    case PollEffect::Reading:
+        LabRdv->setText(ToQString(reply.payload));
+        break;
+    case PollEffect::ExcitationEntry:
+        if (!main().OutputEditing) // typed into while the reply was on its way
+            ShowInEntry(*TextAAOv, ToQString(reply.payload));
+        break;
+    default:
+        break;
+    }
+}
+
+void FrameGen::ADIO_Click(const NodeKey &node, const DIO &clicked)
+{
+    if (!IsOutputCaption(CaptionOf(&clicked)))
+        return;
+    std::array<bool, 4> values{};
+    std::ranges::transform(ADIO, values.begin(), [](const DIO *point) { return point->value(); });
+    const auto outputs = static_cast<std::size_t>(AnalogModuleOutputs(node.model()));
+    if (outputs > 0)
+        Send(main(), node, OutputByteCommand(node, std::span(values).first(outputs)));
 }
 
 } // namespace vorn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -14,10 +14,10 @@ namespace vorn
 class DIO;
 
 /// Live data and calibration of the one-channel analog input modules.
-class FrameGen final : public QGroupBox
+class FrameGen final : public PageFrame
 {
 public:
-    FrameGen();
+    explicit FrameGen(FormMain &main);
 
     QLabel *LabRd, *LabRdv, *LabRdu; ///< reading: caption, value, unit
     QLabel *LabACt, *LabACtv;        ///< event counter
@@ -28,9 +28,15 @@ public:
     QPushButton *CmdClearCount, *CmdClearLatch;
     QPushButton *CmdGZero, *CmdGSpan, *CmdGCJC, *CmdG0V, *CmdG10V, *CmdGStartup;
 
+    void Load(PageReading &reading) override;
+    bool Wants(const PollStep &step, int channel) override;
+    void ShowLive(const LiveReply &reply) override;
+
 private:
     void BuildValues();
     void BuildButtons();
+
+    void ADIO_Click(const NodeKey &node, const DIO &clicked);
 };
 
 } // namespace vorn

@@ -1,45 +1,110 @@
 #include "pages/FrameLSet.h"
 
+#include "pages/FrameMSet.h"
+#include "pages/LinearMapping.h"
+#include "platform/Dialogs.h"
+#include "platform/Events.h"
+#include "platform/WidgetText.h"
+#include "protocol/Text.h"
 #include "shell/Controls.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 
 namespace vorn
 {
 
-FrameLSet::FrameLSet() : QGroupBox(QStringLiteral("Linear Mapping"))
+FrameLSet::FrameLSet(FormMain &main, const FrameMSet &settings)
+    : PageFrame(main, "FrameLSet", "Linear Mapping"), settings_(settings)
 {
-    setObjectName(QStringLiteral("FrameLSet"));
-    CheckLinearScaling = Named(new QCheckBox(QStringLiteral("Disable"), this), "CheckLinearScaling",
-                               QStringLiteral("Linear mapping"));
-    connect(CheckLinearScaling, &QCheckBox::toggled, this, [this](bool on) {
-        CheckLinearScaling->setText(on ? QStringLiteral("Enable") : QStringLiteral("Disable"));
-    });
-    const auto field = [this](const char *name, const char *accessibleName) {
-        return Named(new QLineEdit(this), name, QString::fromLatin1(accessibleName));
+    BuildFields();
+    const auto label = [this](const char *name, const char *caption, QWidget *buddy) {
+        return MakeLabel(this, QString::fromLatin1(name), caption, buddy);
     };
-    TextMLowLimit = field("TextMLowLimit", "Input low limit");
-    TextMHighLimit = field("TextMHighLimit", "Input high limit");
-    TextSLowLimit = field("TextSLowLimit", "Output low limit");
-    TextSHighLimit = field("TextSHighLimit", "Output high limit");
+    FrameGrid grid(this);
+    grid.Row(label("LabLinear", "Mapping :", CheckLinearScaling), CheckLinearScaling);
+    grid.Row(label("LabMLow", "Input low :", TextMLowLimit), TextMLowLimit, LabLunit[0]);
+    grid.Row(label("LabMHigh", "Input high :", TextMHighLimit), TextMHighLimit, LabLunit[1]);
+    grid.Row(label("LabSLow", "Output low :", TextSLowLimit), TextSLowLimit, LabLunit[2]);
+    grid.Row(label("LabSHigh", "Output high :", TextSHighLimit), TextSHighLimit, LabLunit[3]);
+    grid.Buttons({CmdLinearUpdata});
+}
+
+void FrameLSet::BuildFields()
+{
+    CheckLinearScaling =
+        MakeStateBox(this, QStringLiteral("CheckLinearScaling"), QStringLiteral("Linear mapping"));
+    const auto limit = [this](const char *name, const char *accessibleName) {
+        QLineEdit *entry = MakeEntry(this, QString::fromLatin1(name), QString::fromLatin1(accessibleName));
+        GuardField(entry, FieldRule::MappingLimit);
+        return entry;
+    };
+    TextMLowLimit = limit("TextMLowLimit", "Input low limit");
+    TextMHighLimit = limit("TextMHighLimit", "Input high limit");
+    TextSLowLimit = limit("TextSLowLimit", "Output low limit");
+    TextSHighLimit = limit("TextSHighLimit", "Output high limit");
     for (std::size_t i = 0; i < LabLunit.size(); ++i)
         LabLunit[i] = MakeLabel(this, ElementName("LabLunit", static_cast<int>(i)), "");
-    CmdLinearUpdata = Named(new QPushButton(QStringLiteral("Update Ma&pping"), this), "CmdLinearUpdata");
+    CmdLinearUpdata = MakeButton(this, QStringLiteral("CmdLinearUpdata"), "Upda&te Mapping");
+    OnClick(main(), CmdLinearUpdata, this, [this](const NodeKey &node) { CmdLinearUpdata_Click(node); });
+}
 
-    FrameGrid grid(this);
-    grid.Row(MakeLabel(this, QStringLiteral("LabLinear"), "Mappin&g :", CheckLinearScaling),
-             CheckLinearScaling);
-    grid.Row(MakeLabel(this, QStringLiteral("LabMLow"), "Input low :", TextMLowLimit), TextMLowLimit,
-             LabLunit[0]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabMHigh"), "Input high :", TextMHighLimit), TextMHighLimit,
-             LabLunit[1]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabSLow"), "Output low :", TextSLowLimit), TextSLowLimit,
-             LabLunit[2]);
-    grid.Row(MakeLabel(this, QStringLiteral("LabSHigh"), "Output high :", TextSHighLimit), TextSHighLimit,
-             LabLunit[3]);
-    grid.Buttons({CmdLinearUpdata});
+void FrameLSet::Load(PageReading &reading)
+{
+    if (!reading.record || reading.model != "7212D")
+        return;
+    SetAll(LabLunit, ToQString(reading.inputUnit));
+    if (reading.Ask("$AAB"))
+        SetTick(CheckLinearScaling, reading.ReplyChar(4) == '1');
+    if (reading.Ask("$AA3"))
+        ShowLimits(reading.Reply(), TextMLowLimit, TextMHighLimit);
+    if (reading.Ask("$AA5"))
+        ShowLimits(reading.Reply(), TextSLowLimit, TextSHighLimit);
+}
+
+void FrameLSet::ShowLimits(const std::string &reply, QLineEdit *low, QLineEdit *high)
+{
+    constexpr std::size_t Low = 4; // place in the reply, from 1
+    constexpr std::size_t Length = 7;
+    ShowText(low, Mid(reply, Low, Length));
+    ShowText(high, Mid(reply, Low + Length, Length));
+}
+
+void FrameLSet::CmdLinearUpdata_Click(const NodeKey &node)
+{
+    main().NowStatus("Now Linear Mapping Configuration is processing , Please wait moment....");
+    const RefreshHold hold(main());
+    DoEvents();
+    const Outcome outcome = Write(node);
+    MsgBox(outcome.text, outcome.success ? MsgBoxStyle::Information : MsgBoxStyle::Critical, outcome.title);
+    Reload(main());
+}
+
+/// The first failure ends the sequence; what was written before stays in the module.
+FrameLSet::Outcome FrameLSet::Write(const NodeKey &node)
+{
+    const auto limits = [](const QLineEdit *low, const QLineEdit *high) {
+        return LimitPair{.low = FromQString(low->text()), .high = FromQString(high->text())};
+    };
+    if (!Store(main(), node, MappingSwitchCommand(node, CaptionOf(CheckLinearScaling) != "Disable")))
+        return {"Configuration is invalid !", "Configuration is invalid"};
+
+    const LimitPair input = limits(TextMLowLimit, TextMHighLimit);
+    if (!AreLimitsInOrder(input))
+        return {"Low limit input value must be lower then high limit input value !", "Input Setting failure"};
+    const int range = settings_.CmbRange->currentIndex();
+    if (!Store(main(), node, MappingInputCommand(node, WireInputLimits(range, input))))
+        return {"Input Setting failure !", "Input Setting failure"};
+
+    const LimitPair output = limits(TextSLowLimit, TextSHighLimit);
+    if (!Store(main(), node, MappingOutputCommand(node, WireOutputLimits(output))))
+        return {"Output Setting failure !", "Output Setting failure"};
+    return {"Configuration is successful !", "Configuration is successful", true};
 }
 
 } // namespace vorn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -12,17 +12,37 @@ class QPushButton;
 namespace vorn
 {
 
+class FrameMSet;
+
 /// Linear mapping of 7212D: an input range that the display shows as an output range.
-class FrameLSet final : public QGroupBox
+class FrameLSet final : public PageFrame
 {
 public:
-    FrameLSet();
+    FrameLSet(FormMain &main, const FrameMSet &settings);
 
     QCheckBox *CheckLinearScaling;             ///< its caption, "Enable" or "Disable", is the state
     QLineEdit *TextMLowLimit, *TextMHighLimit; ///< input range
     QLineEdit *TextSLowLimit, *TextSHighLimit; ///< output range
     std::array<QLabel *, 4> LabLunit;          ///< units, in the order of the fields
     QPushButton *CmdLinearUpdata;
+
+    void Load(PageReading &reading) override;
+
+private:
+    /// What the closing box says.
+    struct Outcome {
+        std::string_view text;
+        std::string_view title;
+        bool success = false;
+    };
+
+    void BuildFields();
+    void ShowLimits(const std::string &reply, QLineEdit *low, QLineEdit *high);
+
+    void CmdLinearUpdata_Click(const NodeKey &node);
+    Outcome Write(const NodeKey &node);
+
+    const FrameMSet &settings_;
 };
 
 } // namespace vorn

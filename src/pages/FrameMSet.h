@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
@@ -14,13 +14,16 @@ class QRadioButton;
 namespace vorn
 {
 
+struct ModuleSettings;
 class UpDown;
 
 /// General settings of a stand-alone module or a base unit.
-class FrameMSet final : public QGroupBox
+class FrameMSet final : public PageFrame
 {
+    Q_OBJECT
+
 public:
-    FrameMSet();
+    explicit FrameMSet(FormMain &main);
 
     QLabel *LabMFV, *LabMFVv; ///< firmware version
     QLineEdit *TextAddress;   ///< new address, decimal
@@ -36,9 +39,35 @@ public:
     std::array<QRadioButton *, 3> OptionLED; ///< what the front display shows
     QPushButton *CmdLED, *CmdDownLoadF, *CmdMUpdate;
 
+    /// The input mode that is chosen on a counter module.
+    bool IsCounting() const;
+    bool IsFrequency() const;
+
+    void LoadRangeTables(const std::string &model) override;
+    void Load(PageReading &reading) override;
+    bool Wants(const PollStep &step, int channel) override;
+
+Q_SIGNALS:
+    /// A counter module's input mode has been chosen or loaded.
+    void InputModeChanged();
+    /// The display of a module is to be written by hand.
+    void DisplayAsked(const vorn::NodeKey &node);
+
 private:
     void BuildFields();
     void BuildButtons();
+
+    void SetAccess(const NodeKey &node);
+    void ShowRecord(const PageReading &reading);
+    void LoadCounter(PageReading &reading);
+
+    void TextAddress_Change();
+    void CmbRange_Click();
+    void OptionLED_Click(const NodeKey &node, int element);
+    void CmdMUpdate_Click(const NodeKey &node);
+    ModuleSettings Settings(const NodeKey &node) const;
+    bool Update(const ModuleSettings &settings);
+    void MoveNode(const ModuleSettings &settings);
 };
 
 } // namespace vorn

@@ -1,5 +1,6 @@
 #include "pages/FrameSlot.h"
 
+#include "protocol/Text.h"
 #include "shell/Controls.h"
 
 #include <QComboBox>
@@ -8,14 +9,18 @@
 namespace vorn
 {
 
-FrameSlot::FrameSlot() : QGroupBox(QStringLiteral("Slot Setting"))
+namespace
 {
-    setObjectName(QStringLiteral("FrameSlot"));
+
+constexpr int ChoiceCharacters = 20;
+
+} // namespace
+
+FrameSlot::FrameSlot(FormMain &main) : PageFrame(main, "FrameSlot", "Slot Setting")
+{
     const auto list = [this](const char *name, const char *accessibleName) {
-        auto *choice = Named(new QComboBox(this), name, QString::fromLatin1(accessibleName));
-        choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        choice->setMinimumContentsLength(20);
-        return choice;
+        return MakeChoice(this, QString::fromLatin1(name), QString::fromLatin1(accessibleName),
+                          ChoiceCharacters);
     };
     CmbSRange = list("CmbSRange", "Range");
     CmbSFormat = list("CmbSFormat", "Data format");
@@ -27,13 +32,10 @@ FrameSlot::FrameSlot() : QGroupBox(QStringLiteral("Slot Setting"))
     LabSRange = MakeLabel(this, QStringLiteral("LabSRange"), "Input &Range :", CmbSRange);
     LabSTimeSlewrate =
         MakeLabel(this, QStringLiteral("LabSTimeSlewrate"), "Integration &Time :", CmbSTimeSlewRate);
-    const auto button = [this](const char *name, const char *caption) {
-        return Named(new QPushButton(QString::fromLatin1(caption), this), name);
-    };
-    CmdSUpdate = button("CmdSUpdate", "&Update");
-    CmdSZero = button("CmdSZero", "    &Zero Calibration");
-    CmdSSpan = button("CmdSSpan", "   &Span Calibration");
-    CmdSCJC = button("CmdSCJC", "    C&JC Calibration");
+    CmdSUpdate = MakeButton(this, QStringLiteral("CmdSUpdate"), "&Update");
+    CmdSZero = MakeButton(this, QStringLiteral("CmdSZero"), "    &Zero Calibration");
+    CmdSSpan = MakeButton(this, QStringLiteral("CmdSSpan"), "   &Span Calibration");
+    CmdSCJC = MakeButton(this, QStringLiteral("CmdSCJC"), "    C&JC Calibration");
 
     FrameGrid grid(this);
     grid.Row(LabSRange, {LabSRangeLab, CmbSRange});
@@ -42,6 +44,33 @@ FrameSlot::FrameSlot() : QGroupBox(QStringLiteral("Slot Setting"))
     grid.Row(LabSTimeSlewrate, {LabS_time_slewrate, CmbSTimeSlewRate});
     grid.Buttons({CmdSUpdate});
     grid.WideRow(InPairs({CmdSZero, CmdSSpan, CmdSCJC}));
+}
+
+bool FrameSlot::ShowsSecondFormat() const
+{
+    return CmbSFormat->count() > 1 && LabSDataFormatLab->text() == CmbSFormat->itemText(1);
+}
+
+void FrameSlot::LoadRangeTables(const std::string &model)
+{
+    const auto ranges = SlotRanges(model);
+    if (ranges.empty())
+        return;
+    FillList(CmbSRange, ranges);
+    if (HasSlotFormatList(model))
+        FillList(CmbSFormat, SlotFormatCaptions(model));
+    if (HasSlotTimeList(model))
+        FillList(CmbSTimeSlewRate, SlotTimeCaptions(model));
+}
+
+void FrameSlot::Load(PageReading &reading)
+{
+    if (!reading.node.hasSlot())
+        return;
+    LabSRangeLab->setText(CmbSRange->currentText());
+    if (!IsOneOf(reading.model, {"3925", "3923", "3931"}))
+        LabSDataFormatLab->setText(CmbSFormat->currentText());
+    LabS_time_slewrate->setText(CmbSTimeSlewRate->currentText());
 }
 
 } // namespace vorn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 class QComboBox;
 class QLabel;
@@ -10,10 +10,10 @@ namespace vorn
 {
 
 /// General settings of a slot module or of one of its channels.
-class FrameSlot final : public QGroupBox
+class FrameSlot final : public PageFrame
 {
 public:
-    FrameSlot();
+    explicit FrameSlot(FormMain &main);
 
     QLabel *LabSRange;
     QComboBox *CmbSRange;      ///< range of the slot module
@@ -24,6 +24,12 @@ public:
     QComboBox *CmbSTimeSlewRate; ///< integration time, or slew rate of 3931
     QLabel *LabS_time_slewrate;  ///< the time or slew rate as text
     QPushButton *CmdSUpdate, *CmdSZero, *CmdSSpan, *CmdSCJC;
+
+    /// Position 1 of the data formats is on show as text.
+    bool ShowsSecondFormat() const;
+
+    void LoadRangeTables(const std::string &model) override;
+    void Load(PageReading &reading) override;
 };
 
 } // namespace vorn

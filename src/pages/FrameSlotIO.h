@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QGroupBox>
+#include "shell/PageFrame.h"
 
 #include <array>
 
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -12,12 +13,13 @@ namespace vorn
 {
 
 class DIO;
+class FrameSlot;
 
 /// Live data of all channels of a slot module; on 3931 the entries of its outputs.
-class FrameSlotIO final : public QGroupBox
+class FrameSlotIO final : public PageFrame
 {
 public:
-    FrameSlotIO();
+    FrameSlotIO(FormMain &main, const FrameSlot &settings);
 
     static constexpr int Channels = 8;
     std::array<QLabel *, Channels> Labch;
@@ -27,8 +29,18 @@ public:
     std::array<DIO *, Channels> ChHA, ChLA;   ///< high and low alarm
     QPushButton *CmdSlotSendAO;
 
-    /// Makes the values entries of the operator, or read-only on a button-coloured field.
-    void SetWritable(bool writable);
+    void Load(PageReading &reading) override;
+    bool Wants(const PollStep &step, int channel) override;
+    void ShowLive(const LiveReply &reply) override;
+
+private:
+    void BuildChannel(QGridLayout *channels, int channel);
+    bool IsTypedInto(std::size_t channel) const;
+
+    const FrameSlot &settings_;
 };
+
+/// Value of a counter channel as the chosen use and format of its slot tell it.
+std::string CounterChannelText(const FrameSlot &settings, const std::string &payload);
 
 } // namespace vorn

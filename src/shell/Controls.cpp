@@ -2,9 +2,12 @@
 
 #include "platform/WidgetText.h"
 
-#include <QAbstractButton>
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QFontDatabase>
 #include <QGroupBox>
+#include <QPushButton>
 #include <QVariant>
 
 namespace vorn
@@ -15,6 +18,9 @@ namespace
 
 const char *const TagProperty = "Tag";
 const char *const CaptionProperty = "Caption";
+const char *const GreyedProperty = "GreyedOut";
+
+const char *const NotAvailable = "This is not available yet.";
 
 } // namespace
 
@@ -49,9 +55,17 @@ void ShowInEntry(QLineEdit &entry, const QString &text)
     if (entry.text() == text)
         return;
     const bool whole = entry.hasSelectedText() && entry.selectedText() == entry.text();
+    const int cursor = entry.cursorPosition();
+    const int selection = entry.selectionStart();
+    const auto length = static_cast<int>(entry.selectedText().size());
+    const bool backwards = selection >= 0 && cursor == selection;
     entry.setText(text);
     if (whole)
         entry.selectAll();
+    else if (selection >= 0)
+        entry.setSelection(backwards ? selection + length : selection, backwards ? -length : length);
+    else
+        entry.setCursorPosition(cursor);
 }
 
 void SetCaption(QWidget *control, std::string_view caption)
@@ -77,6 +91,81 @@ DisabledWindow::~DisabledWindow()
     window_.setEnabled(true);
     if (focus_)
         focus_->setFocus();
+}
+
+Hourglass::Hourglass(QWidget &window) : window_(window)
+{
+    window_.setCursor(Qt::WaitCursor);
+}
+
+Hourglass::~Hourglass()
+{
+    window_.unsetCursor();
+}
+
+void Allow(QWidget *control, bool allowed, const char *whyNot)
+{
+    if (IsGreyedOut(control))
+        return;
+    control->setEnabled(allowed);
+    control->setToolTip(allowed ? QString() : QString::fromLatin1(whyNot));
+}
+
+void GreyOut(QWidget *control)
+{
+    control->setEnabled(false);
+    control->setToolTip(QString::fromLatin1(NotAvailable));
+    control->setProperty(GreyedProperty, true);
+}
+
+void GreyOut(QAction *entry)
+{
+    entry->setEnabled(false);
+    entry->setToolTip(entry->toolTip() + QStringLiteral(": ") + QString::fromLatin1(NotAvailable));
+    entry->setProperty(GreyedProperty, true);
+}
+
+bool IsGreyedOut(const QObject *control)
+{
+    return control->property(GreyedProperty).toBool();
+}
+
+void SetWritable(QLineEdit &field, bool writable)
+{
+    field.setReadOnly(!writable);
+    QPalette colours;
+    if (!writable)
+        colours.setBrush(QPalette::Base, colours.brush(QPalette::Button));
+    field.setPalette(colours);
+}
+
+QPushButton *MakeButton(QWidget *parent, const QString &name, std::string_view caption)
+{
+    return Named(new QPushButton(ToQString(caption), parent), name);
+}
+
+QLineEdit *MakeEntry(QWidget *parent, const QString &name, const QString &accessibleName)
+{
+    return Named(new QLineEdit(parent), name, accessibleName);
+}
+
+QCheckBox *MakeStateBox(QWidget *parent, const QString &name, const QString &accessibleName,
+                        std::string_view on, std::string_view off)
+{
+    auto *box = Named(new QCheckBox(ToQString(off), parent), name, accessibleName);
+    QObject::connect(box, &QCheckBox::toggled, box,
+                     [box, onText = ToQString(on), offText = ToQString(off)](bool ticked) {
+                         box->setText(ticked ? onText : offText);
+                     });
+    return box;
+}
+
+QComboBox *MakeChoice(QWidget *parent, const QString &name, const QString &accessibleName, int characters)
+{
+    auto *choice = Named(new QComboBox(parent), name, accessibleName);
+    choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    choice->setMinimumContentsLength(characters);
+    return choice;
 }
 
 QLabel *MakeLabel(QWidget *parent, const QString &name, std::string_view caption, QWidget *buddy)

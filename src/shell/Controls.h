@@ -11,6 +11,11 @@
 #include <string>
 #include <string_view>
 
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QPushButton;
+
 namespace vorn
 {
 
@@ -22,6 +27,12 @@ constexpr int BetweenFrames = 12;
 constexpr int BetweenRows = 6;
 constexpr int LabelToField = 8;
 } // namespace Rhythm
+
+/// Layout lengths are designed in twips, of which a pixel has 15 at 96 dpi.
+constexpr int Pixels(int twips)
+{
+    return twips / 15;
+}
 
 /// Name of element `index` of a control array: "DIOL_3".
 QString ElementName(const char *array, int index);
@@ -50,8 +61,8 @@ void SetTag(QWidget *control, std::string_view tag);
 std::string CaptionOf(const QWidget *control);
 void SetCaption(QWidget *control, std::string_view caption);
 
-/// Shows a live value in an entry that the operator may be about to type over: the same text leaves cursor
-/// and selection alone, and an entry that is selected whole stays so, for the next key to replace it.
+/// Shows a live value in an entry that the operator may be about to change: cursor and selection stay where
+/// they are, and an entry that is selected whole stays so, for the next key to replace it.
 void ShowInEntry(QLineEdit &entry, const QString &text);
 
 /// Whether a control is to be seen on its page, whether or not the page itself is on show.
@@ -74,8 +85,44 @@ private:
     QPointer<QWidget> focus_;
 };
 
+/// Shows the hourglass pointer on a window for as long as it lives.
+class Hourglass final
+{
+public:
+    explicit Hourglass(QWidget &window);
+    ~Hourglass();
+    Hourglass(const Hourglass &) = delete;
+    Hourglass &operator=(const Hourglass &) = delete;
+
+private:
+    QWidget &window_;
+};
+
+/// Enables a control, or disables it and tells why in its tool tip. One that is greyed out stays so.
+void Allow(QWidget *control, bool allowed, const char *whyNot);
+
+/// Greys a button or menu entry whose work doesn't exist yet, for good, and says so in its tool tip.
+void GreyOut(QWidget *control);
+void GreyOut(QAction *entry);
+/// Whether it is.
+bool IsGreyedOut(const QObject *control);
+
+/// Has a field take the operator's entries, or only show its text, on a button-coloured background.
+void SetWritable(QLineEdit &field, bool writable);
+
 /// A label in front of a field, with the field as its buddy.
 QLabel *MakeLabel(QWidget *parent, const QString &name, std::string_view caption, QWidget *buddy = nullptr);
+
+QPushButton *MakeButton(QWidget *parent, const QString &name, std::string_view caption);
+QLineEdit *MakeEntry(QWidget *parent, const QString &name, const QString &accessibleName);
+
+/// A check box whose caption is its state.
+QCheckBox *MakeStateBox(QWidget *parent, const QString &name, const QString &accessibleName,
+                        std::string_view on = "Enable", std::string_view off = "Disable");
+
+/// A choice whose long captions are cut in the field, not in its list, so that the page stays as narrow as
+/// its window: as wide as `characters`.
+QComboBox *MakeChoice(QWidget *parent, const QString &name, const QString &accessibleName, int characters);
 
 /// A flat, read-only value of the module: not editable, yet selectable.
 QLabel *MakeValue(QWidget *parent, const QString &name, const QString &accessibleName);

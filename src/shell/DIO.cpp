@@ -1,14 +1,17 @@
 #include "shell/DIO.h"
 
 #include "platform/Events.h"
+#include "shell/Controls.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QShortcutEvent>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 
+#include <memory>
 #include <utility>
 
 namespace vorn
@@ -17,12 +20,11 @@ namespace vorn
 namespace
 {
 
-// Twips of the drawing, at 15 a pixel.
+// Twips of the drawing.
 constexpr int EdgeTwips = 120;
 constexpr int InsideTwips = 30;
-constexpr int TwipsPerPixel = 15;
-constexpr int Edge = EdgeTwips / TwipsPerPixel;
-constexpr int Inside = InsideTwips / TwipsPerPixel;
+constexpr int Edge = Pixels(EdgeTwips);
+constexpr int Inside = Pixels(InsideTwips);
 constexpr int LampToCaption = 6;
 
 constexpr QColor SwitchColour(0x1f, 0x8f, 0x4e);    // outputs
@@ -63,8 +65,8 @@ void DIO::SetCaption(const QString &caption)
 
 void DIO::SetEnabled(bool enabled)
 {
-    if (isEnabled() == enabled)
-        return;
+    if (testAttribute(Qt::WA_ForceDisabled) != enabled)
+        return; // said before, whether or not the window is disabled just now
     setEnabled(enabled);
     Q_EMIT PropertyChanged();
 }
@@ -133,13 +135,13 @@ bool DIO::event(QEvent *event)
         setFocus(Qt::ShortcutFocusReason);
         // A key that several points share goes from one to the next; which one is meant, the space key tells.
         if (!static_cast<QShortcutEvent *>(event)->isAmbiguous())
-            Queue(this, [this] { Toggle(); });
+            AskToToggle();
         return true;
     }
     if (!IsLockedClick(event))
         return QWidget::event(event);
     if (event->type() == QEvent::MouseButtonRelease)
-        Queue(this, [this] { Label1_Click(); });
+        AskForLabelClick();
     return true;
 }
 
@@ -161,9 +163,9 @@ void DIO::mouseReleaseEvent(QMouseEvent *event)
     if (std::exchange(doubleClick_, false) || event->button() != Qt::LeftButton || !rect().contains(place))
         return;
     if (label_.contains(place))
-        Queue(this, [this] { Label1_Click(); });
+        AskForLabelClick();
     else
-        Queue(this, [this] { Toggle(); });
+        AskToToggle();
 }
 
 void DIO::mouseDoubleClickEvent(QMouseEvent *event)
@@ -173,27 +175,56 @@ void DIO::mouseDoubleClickEvent(QMouseEvent *event)
     // On the lamp the second press is just another click; on the caption a double click is the toggle.
     if (label_.contains(event->position().toPoint())) {
         doubleClick_ = true;
-        Queue(this, [this] { Toggle(); });
+        AskToToggle();
     }
 }
 
 void DIO::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Space && !event->isAutoRepeat())
-        Queue(this, [this] { Toggle(); });
+        AskToToggle();
     else
         QWidget::keyPressEvent(event);
 }
 
-void DIO::Toggle()
+void DIO::Take(const std::function<void()> &action)
+{
+    if (take_)
+        take_(action);
+    else
+        Queue(this, action);
+}
+
+/// What the operator means is the opposite of what he sees, whatever the lamp shows when his turn comes.
+void DIO::AskToToggle()
 {
     if (!isEnabled())
         return;
-    value_ = !value_;
+    const bool value = !asked_.value_or(value_);
+    asked_ = value;
+    ++toggles_;
+    // Told also when the action is dropped, with the page that it was meant for.
+    const std::shared_ptr<void> end(nullptr, [point = QPointer<DIO>(this)](void *) {
+        if (point && --point->toggles_ == 0)
+            point->asked_.reset();
+    });
+    Take([this, value, end] { Toggle(value); });
+}
+
+void DIO::Toggle(bool value)
+{
+    if (!isEnabled())
+        return;
+    value_ = value;
     DoEvents();
     update();
     Q_EMIT PropertyChanged();
     Q_EMIT Click();
+}
+
+void DIO::AskForLabelClick()
+{
+    Take([this] { Label1_Click(); });
 }
 
 void DIO::Label1_Click()

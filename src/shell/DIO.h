@@ -2,6 +2,10 @@
 
 #include <QWidget>
 
+#include <functional>
+#include <optional>
+#include <utility>
+
 namespace vorn
 {
 
@@ -29,6 +33,9 @@ public:
     bool ac() const { return ac_; }
     void SetAc(bool centred);
 
+    /// Has what the operator does to the point run through `take` instead of from the event loop.
+    void RunThrough(std::function<void(const std::function<void()> &)> take) { take_ = std::move(take); }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -48,8 +55,11 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void Toggle();
+    void AskToToggle();
+    void Toggle(bool value);
+    void AskForLabelClick();
     void Label1_Click();
+    void Take(const std::function<void()> &action);
     void Arrange();
     bool IsLockedClick(QEvent *event) const;
     void DrawLamp(QPainter &painter) const;
@@ -60,6 +70,9 @@ private:
     bool value_ = false;
     bool ac_ = false;
     bool doubleClick_ = false;
+    std::optional<bool> asked_; ///< value that the last toggle which waits for its turn asked for
+    int toggles_ = 0;           ///< toggles that wait
+    std::function<void(const std::function<void()> &)> take_;
     int mnemonic_ = 0;
     QString caption_;
     QRect lamp_;  ///< place of the lamp

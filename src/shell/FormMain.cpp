@@ -4,11 +4,11 @@
 #include "platform/HelpViewer.h"
 #include "platform/WidgetText.h"
 #include "shell/Controls.h"
+#include "shell/RowList.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -23,15 +23,10 @@ namespace vorn
 namespace
 {
 
-constexpr int TwipsPerPixel = 15;
-constexpr QSize StartSize(9000 / TwipsPerPixel, 7000 / TwipsPerPixel);
-constexpr QSize MinimumSize(9000 / TwipsPerPixel, 7200 / TwipsPerPixel);
-constexpr int TreeWidth = 2700 / TwipsPerPixel;
+constexpr QSize StartSize(Pixels(9000), Pixels(7000));
+constexpr QSize MinimumSize(Pixels(9000), Pixels(7200));
+constexpr int TreeWidth = Pixels(2700);
 
-struct ListColumn {
-    const char *caption;
-    int twips;
-};
 constexpr ListColumn ListColumns[] = {
     {"Init State", 560}, {"Address (Hex)", 900}, {"Model", 600}, {"Description", 4600}};
 
@@ -61,7 +56,8 @@ QIcon ToolIcon(const char *name)
 } // namespace
 
 FormMain::FormMain(const Host &host)
-    : TreeView1(Named(new TreeView, "TreeView1", QStringLiteral("Device tree"))), Nodes(*TreeView1),
+    : Gate([this] { return pageOnShow_; }),
+      TreeView1(Named(new TreeView, "TreeView1", QStringLiteral("Device tree"))), Nodes(*TreeView1),
       MSComm1(host.ports), Time(host.clock), PlatformId(host.platformId)
 {
     setObjectName(QStringLiteral("FormMain"));
@@ -77,17 +73,16 @@ FormMain::FormMain(const Host &host)
     Timer1.setInterval(std::chrono::milliseconds(100));
     Timer1.setSingleShot(true);
 
-    connect(TreeView1, &TreeView::MouseDown, this, [this](Qt::MouseButton button) {
-        if (button == Qt::LeftButton)
-            NodeLeftClick = true;
-        else if (button == Qt::RightButton)
-            NodeLeftClick = false;
-    });
-    connect(TreeView1, &TreeView::NodeClick, this, [this](const QString &key) {
-        WhenIdle(this, [this, key = FromQString(key)] {
+    connect(TreeView1, &TreeView::NodeClick, this, [this](const QString &key, bool left) {
+        const auto choose = [this, key = FromQString(key), left] {
+            NodeLeftClick = left;
             Nodes.Select(key);
             TreeView1_NodeClick(key);
-        });
+        };
+        if (left)
+            Gate.TakeInPlace({.context = this, .action = choose, .source = TreeView1});
+        else
+            Gate.Take({.context = this, .action = choose});
     });
 }
 
@@ -169,16 +164,7 @@ QAction *FormMain::ToolButton(int index) const
 
 void FormMain::BuildPanes()
 {
-    ListView1 = Named(new QTreeWidget, "ListView1", QStringLiteral("Modules of the port"));
-    ListView1->setRootIsDecorated(false);
-    ListView1->setUniformRowHeights(true);
-    ListView1->setAllColumnsShowFocus(true);
-    ListView1->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    QStringList captions;
-    for (const ListColumn &column : ListColumns)
-        captions << QString::fromLatin1(column.caption);
-    ListView1->setHeaderLabels(captions);
-    FitColumns();
+    ListView1 = Named(new RowList(ListColumns), "ListView1", QStringLiteral("Modules of the port"));
 
     Frame1 = Named(new QGroupBox, "Frame1", QStringLiteral("Page"));
     auto *pages = new QWidget;
@@ -213,14 +199,6 @@ void FormMain::BuildPanes()
     setCentralWidget(LabMove);
 }
 
-void FormMain::FitColumns()
-{
-    for (int i = 0; i < ListView1->columnCount(); ++i) {
-        ListView1->resizeColumnToContents(i);
-        ListView1->setColumnWidth(i, qMax(ListView1->columnWidth(i), ListColumns[i].twips / TwipsPerPixel));
-    }
-}
-
 void FormMain::BuildStatusBar()
 {
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
@@ -231,6 +209,12 @@ void FormMain::BuildStatusBar()
     statusBar()->addWidget(StatusBar1_1, 1);
 }
 
+void FormMain::ChooseNode(const std::string &key)
+{
+    NodeLeftClick = true;
+    TreeView1_NodeClick(key);
+}
+
 void FormMain::TreeView1_NodeClick(const std::string &key)
 {
     if (nodeClick_)
@@ -239,12 +223,14 @@ void FormMain::TreeView1_NodeClick(const std::string &key)
 
 void FormMain::OnAction(std::initializer_list<QAction *> entries, const std::function<void()> &handler)
 {
+    const QObject *source = *entries.begin(); // however it is chosen, it is one action
     for (QAction *entry : entries) {
         actionHandlers_.insert(entry, handler);
         const bool ofContextMenu = COM->actions().contains(entry) || VORNModule->actions().contains(entry);
         if (!ofContextMenu)
-            connect(entry, &QAction::triggered, this,
-                    [this, handler] { Queue(this, [this, handler] { WhenIdle(this, handler); }); });
+            connect(entry, &QAction::triggered, this, [this, source, handler] {
+                TakeForPage(this, source, [handler](const NodeKey &) { handler(); });
+            });
     }
 }
 
@@ -254,10 +240,19 @@ void FormMain::RunAction(QAction *entry)
         handler();
 }
 
-void FormMain::HoldRefresh()
+void FormMain::TakeForPage(QObject *context, const QObject *source,
+                           const std::function<void(const NodeKey &)> &handler)
 {
-    PauseRefresh = true;
-    Timer1.stop();
+    Gate.Take({.context = context,
+               .action = [handler, node = NodeKey(pageOnShow_)] { handler(node); },
+               .source = source,
+               .page = pageOnShow_});
+}
+
+void FormMain::SetPage(const std::string &key)
+{
+    SetTag(Frame1, key);
+    SetPageOnShow(key);
 }
 
 NodeKey FormMain::PageNode() const

@@ -2,6 +2,7 @@
 
 #include "platform/MSComm.h"
 #include "protocol/NodeKey.h"
+#include "shell/Gate.h"
 #include "shell/TreeNodes.h"
 #include "shell/TreeView.h"
 
@@ -29,6 +30,7 @@ namespace vorn
 
 class Clock;
 class HelpViewer;
+class RowList;
 class SerialPorts;
 
 /// What the machine supplies to the program.
@@ -55,11 +57,11 @@ public:
     // The bus.
 
     /// One transaction: opens the selected port, sends `cmd` (with its checksum appended to it, if asked
-    /// for), waits for a reply line and closes the port. The reply is left in `ReplyText`, empty if nothing
-    /// came; a reply that lost its carriage return leaves the reply before in place. A call inside a running
-    /// transaction does nothing.
-    void trans(std::string &cmd, bool checksum);
-    void trans(std::string &&cmd, bool checksum) { trans(cmd, checksum); }
+    /// for), waits for a reply line and closes the port. The reply is left in `ReplyText`, and returned:
+    /// empty if nothing came or the port was refused; a reply that lost its carriage return leaves the reply
+    /// before in place. A call inside a running transaction does nothing. The windows are served meanwhile.
+    std::string trans(std::string &cmd, bool checksum);
+    std::string trans(std::string &&cmd, bool checksum) { return trans(cmd, checksum); }
 
     /// Whether a COM port exists, by opening it; one that another owner holds exists.
     bool checkcomm(int port);
@@ -71,22 +73,17 @@ public:
     std::string ReplyText;      ///< reply of the last transaction, without its carriage return
     bool TransBusy = false;     ///< a transaction is running, or an unexpected error has silenced the bus
     bool PortRefused = false;   ///< the last transaction found its port missing or held, and told so
-    bool NoYield = false;       ///< the first wait of a transaction serves no window events
+    bool NoYield = false;       ///< the bus belongs to the live refresh or to a page load; see `NoYieldHold`
     bool StopScan = false;      ///< a search is to end
-    bool PauseRefresh = false;  ///< the live refresh is to end
+    bool PauseRefresh = false;  ///< the live refresh is to end; see `RefreshHold`
     bool OutputEditing = false; ///< the operator works on an output entry; the refresh leaves it alone
 
-    /// What a handler begins with that uses the bus for its own ends: holds the refresh, also the one that
-    /// `Timer1` would start in one of the handler's yields. The reload at the handler's end lets it go on.
-    void HoldRefresh();
-
-    /// Whether `trans` is on the stack. `TransBusy` also stays on when an error has silenced the bus.
-    bool InTransaction() const { return transactions_ > 0; }
-
-    /// Runs a handler that uses the bus: at once, or from the event loop as soon as the transaction that is
-    /// on its way has ended. Begun inside that one's wait it would have each of its own calls dropped. A
-    /// handler that waits goes with its `context`.
-    void WhenIdle(QObject *context, const std::function<void()> &handler);
+    /// Everything that the operator does goes through here.
+    class Gate Gate;
+    /// Takes an action about the page on show, for which `handler` gets the key of its node. Of an action
+    /// with a `source` only one waits or runs at a time.
+    void TakeForPage(QObject *context, const QObject *source,
+                     const std::function<void(const NodeKey &)> &handler);
 
     /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number
     /// ("32" is COM2 at position 3). A search writes the entry of its port.
@@ -95,13 +92,20 @@ public:
 
     // The selection.
 
-    /// Chooses a node: loads its page if `NodeLeftClick`, else opens its menu. Returns when the page's
-    /// refresh has ended.
+    /// Loads the page of a node as a left click does.
+    void ChooseNode(const std::string &key);
+    /// Chooses a node: loads its page if `NodeLeftClick`, else opens its menu.
     void TreeView1_NodeClick(const std::string &key);
     /// What `TreeView1_NodeClick` runs; the pages attach themselves here.
     void OnNodeClick(std::function<void(const std::string &key)> handler) { nodeClick_ = std::move(handler); }
 
-    /// Key of the page on show.
+    /// Key of the node whose page the operator sees, also while that page is still being loaded. Empty before
+    /// the first.
+    const std::string &PageOnShow() const { return pageOnShow_; }
+    void SetPageOnShow(const std::string &key) { pageOnShow_ = key; }
+    /// Makes a node that is loaded the one that `Frame1` is tagged with.
+    void SetPage(const std::string &key);
+    /// Key of the page that is loaded.
     NodeKey PageNode() const;
 
     bool NodeLeftClick = false;  ///< a node click loads the page (left) instead of opening a menu (right)
@@ -121,7 +125,7 @@ public:
 
     TreeView *TreeView1;
     TreeNodes Nodes;
-    QTreeWidget *ListView1;
+    RowList *ListView1;
     QGroupBox *Frame1; ///< the page of the selected node; its tag is that node's key
     QSplitter *LabMove;
     QTimer Timer1; ///< one-shot that restarts the refresh after a click
@@ -149,16 +153,14 @@ public:
     QToolBar *Toolbar1;
     QAction *ToolButton(int index) const;
 
-    /// Attaches one handler to entries of menus and toolbar. It is entered from the event loop, between
-    /// transactions; an entry of a context menu only by `RunAction`, while the node that the menu belongs to
-    /// is still selected.
+    /// Attaches one handler to entries of menus and toolbar, for the page that is on show when one is chosen.
+    /// An entry of a context menu runs by `RunAction` only, while the node that the menu belongs to is still
+    /// selected.
     void OnAction(std::initializer_list<QAction *> entries, const std::function<void()> &handler);
     void RunAction(QAction *entry);
 
     /// Layout in which the frames of the pages stand one below the other.
     QVBoxLayout *PageLayout() const { return pageLayout_; }
-    /// Gives each column of `ListView1` its width: the designed one, or more where a text needs it.
-    void FitColumns();
     /// Puts the page into the space left.
     void ArrangePage();
     /// Shows the help page of a subject; the contents if there is none.
@@ -169,6 +171,10 @@ public:
 Q_SIGNALS:
     /// The program ends now; what holds a port lets it go.
     void Unload();
+    /// A module's node has another key and text.
+    void NodeChanged(const std::string &oldKey, const std::string &newKey);
+    /// A data scope was opened or closed: the port's tools change.
+    void ScopesChanged();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -182,18 +188,10 @@ private:
 
     void Transact(std::string &cmd, bool checksum);
     int PortOfTransaction() const;
-    void AwaitReply(std::int64_t timeOut);
     void TransError(int number);
-    void WaitForLine(std::int64_t time, bool yield);
-    void EndTransaction();
 
-    struct Waiting {
-        QPointer<QObject> context;
-        std::function<void()> handler;
-    };
-    int transactions_ = 0; ///< calls of `trans` on the stack: one inside the error box of another is possible
-    std::vector<Waiting> waiting_; ///< handlers for the end of the running transaction
-
+    std::string pageOnShow_;
+    std::optional<std::uint64_t> refusedIn_; ///< action in which a refused port was told; 0 outside of any
     std::function<void(const std::string &)> nodeClick_;
     QHash<QAction *, std::function<void()>> actionHandlers_;
     QVBoxLayout *pageLayout_ = nullptr;

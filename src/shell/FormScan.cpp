@@ -24,14 +24,27 @@ namespace
 
 constexpr int LastAddress = 255;
 
+std::string_view TagOfWork(ProgressOf work)
+{
+    switch (work) {
+    case ProgressOf::Scan:
+        return "Scan";
+    case ProgressOf::Memory:
+        return "Memory";
+    case ProgressOf::Download:
+        break;
+    }
+    return "Download";
+}
+
 } // namespace
 
-FormScan::FormScan(FormMain &main, const char *tag) : QWidget(nullptr, Qt::Window), main_(main)
+FormScan::FormScan(FormMain &main, ProgressOf work) : QWidget(nullptr, Qt::Window), main_(main)
 {
     setObjectName(QStringLiteral("FormScan"));
     setAttribute(Qt::WA_DeleteOnClose);
-    SetTag(this, tag);
-    const bool scan = std::string_view(tag) == "Scan";
+    SetTag(this, TagOfWork(work));
+    const bool scan = work == ProgressOf::Scan;
     if (scan)
         setWindowTitle(ToQString(main.Nodes.Text(main.Nodes.Selected()) + " Searching ..."));
 
@@ -45,7 +58,7 @@ FormScan::FormScan(FormMain &main, const char *tag) : QWidget(nullptr, Qt::Windo
     Command1 =
         Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
               "Command1");
-    Command1->setEnabled(std::string_view(tag) != "Download");
+    Command1->setEnabled(work != ProgressOf::Download);
     connect(Command1, &QPushButton::clicked, this, &FormScan::Command1_Click);
 
     auto *layout = new QVBoxLayout(this);

@@ -12,14 +12,21 @@ namespace vorn
 class Animation;
 class FormMain;
 
-/// Progress window of the long handlers. Its tag tells the work: "Scan", "Memory" or "Download".
+/// Works that the progress window is for. Its tag is "Scan", "Memory" or "Download".
+enum class ProgressOf {
+    Scan,
+    Memory,   ///< the transfer of a logger's records
+    Download, ///< of firmware, which can't be stopped
+};
+
+/// Progress window of the long handlers.
 class FormScan final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `tag` decides the layout; the window stays above the others and goes with its closing.
-    FormScan(FormMain &main, const char *tag);
+    /// The window stays above the others and goes with its closing.
+    FormScan(FormMain &main, ProgressOf work);
 
     /// Shows the address that is asked now.
     void ShowAddress(const std::string &hexAddress, int address);

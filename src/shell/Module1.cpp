@@ -6,8 +6,6 @@
 #include "shell/FormMain.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 namespace vorn
 {
@@ -17,12 +15,20 @@ namespace
 
 constexpr double ReadySeconds = 30;
 constexpr double IdleSeconds = 0.5;
-constexpr double DeadBusPause = 0.02; // seconds
+constexpr int DeadBusPause = 20; // milliseconds
 
-void Sleep(double seconds)
+/// Polls until the module answers or 30 seconds have gone. A refused port ends it, too.
+void PollUntilReply(FormMain &main, const std::string &command, bool checksum)
 {
-    if (seconds > 0)
-        std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+    const double start = main.Time.Timer();
+    do {
+        DoEvents();
+        if (ElapsedSeconds(main.Time, start) > ReadySeconds)
+            return;
+        if (main.TransBusy) // a dead bus takes no transaction: nothing to spin for
+            WaitForEvents(DeadBusPause);
+        main.trans(std::string(command), checksum);
+    } while (main.ReplyText.empty() && !main.PortRefused);
 }
 
 } // namespace
@@ -34,46 +40,27 @@ std::string FormatOutputValue(const FormMain &main, std::string &text)
 
 void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum)
 {
-    const double start = main.Time.Timer();
-    do {
-        if (main.NoYield)
-            KeepWindowAlive();
-        else
-            DoEvents();
-        if (ElapsedSeconds(main.Time, start) > ReadySeconds)
-            return;
-        if (main.TransBusy) // a dead bus takes no transaction: nothing to spin for
-            main.NoYield ? Sleep(DeadBusPause) : WaitForEvents(static_cast<int>(1000 * DeadBusPause));
-        main.trans("$" + addr + "2", checksum);
-    } while (main.ReplyText.empty());
+    PollUntilReply(main, "$" + addr + "2", checksum);
 }
 
 void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum)
 {
-    const double start = main.Time.Timer();
-    do {
-        DoEvents();
-        if (ElapsedSeconds(main.Time, start) > ReadySeconds)
-            return;
-        if (main.TransBusy)
-            WaitForEvents(static_cast<int>(1000 * DeadBusPause));
-        main.trans("$" + addr + "3", checksum);
-    } while (main.ReplyText.empty());
+    PollUntilReply(main, "$" + addr + "3", checksum);
 }
 
 void DelaySeconds(const FormMain &main, float seconds)
 {
     const double start = main.Time.Timer();
     for (double gone = 0; gone <= static_cast<double>(seconds); gone = ElapsedSeconds(main.Time, start))
-        Sleep(std::max(0.001, static_cast<double>(seconds) - gone));
+        WaitForEvents(std::max(1, static_cast<int>(1000 * (static_cast<double>(seconds) - gone))));
 }
 
 void WaitTransIdle(const FormMain &main)
 {
-    constexpr double Look = 0.005; // seconds between two looks at the flag
+    constexpr int Look = 5; // milliseconds between two looks at the flag
     const double start = main.Time.Timer();
     while (main.TransBusy && ElapsedSeconds(main.Time, start) <= IdleSeconds)
-        Sleep(Look);
+        WaitForEvents(Look);
 }
 
 } // namespace vorn

@@ -12,18 +12,20 @@ class FormMain;
 /// Puts `text` into the wire form of the data format of the open analog output page (`OutputFormatCode`).
 std::string FormatOutputValue(const FormMain &main, std::string &text);
 
-/// Polls a restarting module with "$AA2" until it answers or 30 seconds have gone; the window stays alive
-/// unless `NoYield`. The verdict is in `ReplyText`.
+// The windows are served in all waits; nothing else begins in them.
+
+/// Polls a restarting module with "$AA2" until it answers, 30 seconds have gone, or its port is refused. The
+/// verdict is in `ReplyText`.
 void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum);
 
-/// Polls a module at the end of a calibration step with "$AA3" until it answers or 30 seconds have gone.
+/// Polls a module at the end of a calibration step with "$AA3" in the same way.
 void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum);
 
-/// Waits, without serving window events, until more than `seconds` have gone.
+/// Waits until more than `seconds` have gone.
 void DelaySeconds(const FormMain &main, float seconds);
 
-/// Waits until a running transaction has ended, half a second at most. Called from within that transaction's
-/// own yield it can only run out; it is short for that reason.
+/// Waits until a running transaction has ended, half a second at most: a bus that an error has silenced stays
+/// busy for good.
 void WaitTransIdle(const FormMain &main);
 
 } // namespace vorn

@@ -1,33 +1,20 @@
 #include "shell/PageCommand.h"
 
-#include "platform/Events.h"
-#include "platform/RuntimeError.h"
 #include "protocol/CommandFrame.h"
+#include "shell/Controls.h"
 #include "shell/FormMain.h"
 #include "shell/Module1.h"
 
 #include <QAbstractButton>
 
-#include <memory>
 #include <utility>
 
 namespace vorn
 {
 
-Hourglass::Hourglass(FormMain &main) : main_(main)
-{
-    main_.setCursor(Qt::WaitCursor);
-}
-
-Hourglass::~Hourglass()
-{
-    main_.unsetCursor();
-}
-
 bool Send(FormMain &main, const NodeKey &node, std::string command, char lead)
 {
-    main.trans(command, node.checksum());
-    return IsAccepted(main.ReplyText, lead);
+    return IsAccepted(main.trans(command, node.checksum()), lead);
 }
 
 void WaitStored(FormMain &main, const NodeKey &node)
@@ -46,56 +33,52 @@ bool Store(FormMain &main, const NodeKey &node, std::string command)
 
 void Reload(FormMain &main)
 {
-    // From the event loop: the refresh that the load ends in must not become part of the handler.
-    Queue(&main, [&main] {
-        main.NodeLeftClick = true;
-        main.TreeView1_NodeClick(main.Nodes.Selected());
+    main.ChooseNode(main.Nodes.Selected());
+}
+
+RefreshHold::RefreshHold(FormMain &main) : main_(main)
+{
+    main_.PauseRefresh = true;
+    main_.Timer1.stop();
+}
+
+RefreshHold::~RefreshHold()
+{
+    if (kept_)
+        return;
+    main_.PauseRefresh = false;
+    main_.Timer1.start();
+}
+
+NoYieldHold::NoYieldHold(FormMain &main, bool noYield)
+    : main_(main), before_(std::exchange(main.NoYield, noYield))
+{
+}
+
+NoYieldHold::~NoYieldHold()
+{
+    main_.NoYield = before_;
+}
+
+void OnClick(FormMain &main, QAbstractButton *button, QObject *context,
+             const std::function<void(const NodeKey &)> &handler)
+{
+    QObject::connect(button, &QAbstractButton::clicked, context,
+                     [&main, button, context, handler] { main.TakeForPage(context, button, handler); });
+}
+
+void OnTick(FormMain &main, QAbstractButton *box, QObject *context,
+            const std::function<void(const NodeKey &, bool)> &handler)
+{
+    QObject::connect(box, &QAbstractButton::clicked, context, [&main, context, handler](bool ticked) {
+        main.TakeForPage(context, nullptr, [handler, ticked](const NodeKey &node) { handler(node, ticked); });
     });
 }
 
-void OnClick(QAbstractButton *button, QObject *context, const std::function<void()> &handler)
+void OnWindowClick(Gate &gate, QAbstractButton *button, QWidget *window, const std::function<void()> &handler)
 {
-    struct State {
-        bool running = false;
-        bool again = false;
-    };
-    const auto state = std::make_shared<State>();
-    QObject::connect(button, &QAbstractButton::clicked, context, [button, context, handler, state] {
-        if (std::exchange(state->running, true)) {
-            state->again = button->isCheckable();
-            return;
-        }
-        Queue(context, [handler, state] {
-            do {
-                state->again = false;
-                try {
-                    handler();
-                } catch (const RuntimeError &) {
-                    // What the handler had done by then stands.
-                }
-            } while (state->again);
-            state->running = false;
-        });
-    });
-}
-
-void OnIdleClick(FormMain &main, QAbstractButton *button, QObject *context,
-                 const std::function<void()> &handler)
-{
-    const auto running = std::make_shared<bool>(false);
-    QObject::connect(button, &QAbstractButton::clicked, context, [&main, context, handler, running] {
-        if (std::exchange(*running, true))
-            return;
-        Queue(context, [&main, context, handler, running] {
-            main.WhenIdle(context, [handler, running] {
-                try {
-                    handler();
-                } catch (const RuntimeError &) {
-                    // What the handler had done by then stands.
-                }
-                *running = false;
-            });
-        });
+    QObject::connect(button, &QAbstractButton::clicked, window, [&gate, button, window, handler] {
+        gate.Take({.context = window, .action = handler, .source = button});
     });
 }
 

@@ -7,24 +7,13 @@
 
 class QAbstractButton;
 class QObject;
+class QWidget;
 
 namespace vorn
 {
 
 class FormMain;
-
-/// Shows the hourglass pointer on the main window for as long as it lives.
-class Hourglass final
-{
-public:
-    explicit Hourglass(FormMain &main);
-    ~Hourglass();
-    Hourglass(const Hourglass &) = delete;
-    Hourglass &operator=(const Hourglass &) = delete;
-
-private:
-    FormMain &main_;
-};
+class Gate;
 
 /// Sends a command to a page's node; true if the reply begins with `lead`.
 bool Send(FormMain &main, const NodeKey &node, std::string command, char lead = '!');
@@ -36,18 +25,51 @@ void WaitStored(FormMain &main, const NodeKey &node);
 /// refused.
 bool Store(FormMain &main, const NodeKey &node, std::string command);
 
-/// Loads the page of the selected node anew, from what its module now holds, as soon as the handler has
-/// ended.
+/// Loads the page of the selected node anew, from what its module now holds.
 void Reload(FormMain &main);
 
-/// Runs a handler for each click of a button, from the event loop. A click while the handler still runs is
-/// ignored; one that switched the button over has the handler run once more at its end, so that the module
-/// gets what the screen shows. A run-time error ends the handler silently.
-void OnClick(QAbstractButton *button, QObject *context, const std::function<void()> &handler);
+/// Holds the live refresh for as long as it lives: for a handler that uses the bus for its own ends. Behind
+/// it the refresh of the page on show goes on.
+class RefreshHold final
+{
+public:
+    explicit RefreshHold(FormMain &main);
+    ~RefreshHold();
+    /// Leaves the refresh held, until the next page is loaded.
+    void Keep() { kept_ = true; }
+    RefreshHold(const RefreshHold &) = delete;
+    RefreshHold &operator=(const RefreshHold &) = delete;
 
-/// The same for a handler that shows a dialog or takes a port: it begins between two transactions, since one
-/// that ran underneath would stand still and hold its port. A click while it waits or runs is ignored.
-void OnIdleClick(FormMain &main, QAbstractButton *button, QObject *context,
-                 const std::function<void()> &handler);
+private:
+    FormMain &main_;
+    bool kept_ = false;
+};
+
+/// Sets `NoYield` for as long as it lives, and puts back what it was.
+class NoYieldHold final
+{
+public:
+    explicit NoYieldHold(FormMain &main, bool noYield = true);
+    ~NoYieldHold();
+    NoYieldHold(const NoYieldHold &) = delete;
+    NoYieldHold &operator=(const NoYieldHold &) = delete;
+
+private:
+    FormMain &main_;
+    bool before_;
+};
+
+/// Runs a handler for a press of a page's button, with the node whose page was on show at the press. A press
+/// while the one before waits or runs is ignored.
+void OnClick(FormMain &main, QAbstractButton *button, QObject *context,
+             const std::function<void(const NodeKey &node)> &handler);
+
+/// The same for a check box: each press counts, with the state that it came to.
+void OnTick(FormMain &main, QAbstractButton *box, QObject *context,
+            const std::function<void(const NodeKey &node, bool ticked)> &handler);
+
+/// Runs a handler for a press of a button of a window of its own, whatever page is on show.
+void OnWindowClick(Gate &gate, QAbstractButton *button, QWidget *window,
+                   const std::function<void()> &handler);
 
 } // namespace vorn

@@ -4,42 +4,27 @@
 
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
-#include "platform/Events.h"
 #include "platform/RuntimeError.h"
 #include "platform/WidgetText.h"
 #include "protocol/CommandFrame.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
+#include "shell/LineExchange.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScopeGuard>
-
-#include <algorithm>
-#include <utility>
 
 namespace vorn
 {
 
-namespace
-{
-
-constexpr char CarriageReturn = '\r';
-
-/// One lone character counts as nothing.
-constexpr int ShortestReply = 2;
-
-} // namespace
-
-void FormMain::trans(std::string &cmd, bool checksum)
+std::string FormMain::trans(std::string &cmd, bool checksum)
 {
     if (TransBusy)
-        return;
+        return ReplyText;
     TransBusy = true;
     PortRefused = false;
-    ++transactions_;
-    const auto end = qScopeGuard([this] { EndTransaction(); });
+    const Gate::OnLine line(Gate);
     try {
         Transact(cmd, checksum);
         if (MSComm1.PortOpen())
@@ -48,24 +33,7 @@ void FormMain::trans(std::string &cmd, bool checksum)
     } catch (const RuntimeError &error) {
         TransError(error.number());
     }
-}
-
-void FormMain::WhenIdle(QObject *context, const std::function<void()> &handler)
-{
-    if (InTransaction())
-        waiting_.push_back({context, handler});
-    else
-        handler();
-}
-
-void FormMain::EndTransaction()
-{
-    if (--transactions_ > 0)
-        return;
-    for (const Waiting &waiting : std::exchange(waiting_, {})) {
-        if (waiting.context)
-            Queue(waiting.context, [this, waiting] { WhenIdle(waiting.context, waiting.handler); });
-    }
+    return ReplyText;
 }
 
 void FormMain::Transact(std::string &cmd, bool checksum)
@@ -82,68 +50,10 @@ void FormMain::Transact(std::string &cmd, bool checksum)
     MSComm1.SetInputLen(0);
     MSComm1.SetPortOpen(true);
     MSComm1.ClearInBuffer();
-    MSComm1.Output(FromQString(TextPretix->text()) + cmd + CarriageReturn);
-
-    const std::uint32_t start = Time.GetTickCount();
-    while (MSComm1.InBufferCount() < ShortestReply) {
-        const std::int64_t elapsed = ElapsedTicks(Time, start);
-        if (elapsed > timeOut)
-            break;
-        WaitForLine(std::max<std::int64_t>(timeOut - elapsed, 1), !NoYield);
-    }
-    if (MSComm1.InBufferCount() < ShortestReply) {
-        ReplyText.clear();
-        return;
-    }
-    AwaitReply(timeOut);
-}
-
-/// Collects the reply up to its carriage return, with a time-out of its own. Without one, `ReplyText` stays
-/// as it was. Text behind a carriage return inside the last piece doubles that piece's head: handlers rely on
-/// positions from the front, and nothing else cuts the reply.
-void FormMain::AwaitReply(std::int64_t timeOut)
-{
-    std::string collected;
-    std::string chunk;
-    const std::uint32_t start = Time.GetTickCount();
-    for (;;) {
-        const std::int64_t elapsed = ElapsedTicks(Time, start);
-        if (elapsed > timeOut)
-            return;
-        if (MSComm1.InBufferCount() > 0)
-            chunk = MSComm1.Input();
-        const std::size_t lineEnd = chunk.find(CarriageReturn);
-        if (lineEnd != std::string::npos) {
-            if (chunk.back() != CarriageReturn)
-                collected += chunk.substr(0, lineEnd + 1);
-            chunk.pop_back();
-            ReplyText = collected + chunk;
-            return;
-        }
-        collected += chunk;
-        chunk.clear();
-        WaitForLine(timeOut - elapsed + 1, false);
-    }
-}
-
-/// Waits for the line, at most `time` milliseconds. A wait that may not yield and lasts keeps the window
-/// painted and closable all the same.
-void FormMain::WaitForLine(std::int64_t time, bool yield)
-{
-    using std::chrono::milliseconds;
-    constexpr std::int64_t Patience = 1000; // without any window event
-    constexpr std::int64_t Slice = 50; // between two looks at the line, whatever woke or failed to wake it
-
-    if (yield) {
-        DoEvents();
-        if (MSComm1.InBufferCount() < ShortestReply)
-            MSComm1.WaitForInputOrEvents(milliseconds(std::clamp<std::int64_t>(time, 0, Slice)));
-    } else if (time <= Patience) {
-        MSComm1.WaitForInput(milliseconds(std::max<std::int64_t>(time, 0)));
-    } else {
-        KeepWindowAlive();
-        MSComm1.WaitForInput(milliseconds(Slice));
-    }
+    LineExchange exchange(MSComm1, Time);
+    const auto [outcome, reply] = exchange.Run(FromQString(TextPretix->text()) + cmd, timeOut);
+    if (outcome != LineExchange::Outcome::Broken)
+        ReplyText = reply;
 }
 
 int FormMain::PortOfTransaction() const
@@ -166,7 +76,13 @@ void FormMain::TransError(int number)
         StopScan = true;
         TransBusy = false;
         PortRefused = true;
-        MsgBox(text, MsgBoxStyle::Critical, title);
+        ReplyText.clear(); // nothing came
+        // An action that goes on with its next command is told once.
+        const std::uint64_t action = Gate.RunningNumber();
+        if (action == 0 || refusedIn_ != action) {
+            refusedIn_ = action;
+            MsgBox(text, MsgBoxStyle::Critical, title);
+        }
     };
     switch (number) {
     case RuntimeErrorNumber::InvalidPort:

@@ -1,7 +1,5 @@
 #include "shell/TreeView.h"
 
-#include "platform/Events.h"
-
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -22,14 +20,15 @@ TreeView::TreeView(QWidget *parent) : QTreeWidget(parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     header()->setStretchLastSection(true);
 
-    connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { RaiseNodeClick(item); });
-    connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem *item) {
+    connect(this, &QTreeWidget::itemClicked, this,
+            [this](const QTreeWidgetItem *item) { Q_EMIT NodeClick(KeyOf(item), left_); });
+    connect(this, &QTreeWidget::itemExpanded, this, [this](const QTreeWidgetItem *item) {
         if (!silent_)
-            Queue(this, [this, key = KeyOf(item)] { Q_EMIT Expand(key); });
+            Q_EMIT Expand(KeyOf(item));
     });
-    connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem *item) {
+    connect(this, &QTreeWidget::itemCollapsed, this, [this](const QTreeWidgetItem *item) {
         if (!silent_)
-            Queue(this, [this, key = KeyOf(item)] { Q_EMIT Collapse(key); });
+            Q_EMIT Collapse(KeyOf(item));
     });
 }
 
@@ -49,7 +48,8 @@ void TreeView::SelectSilently(QTreeWidgetItem *item)
 
 void TreeView::mousePressEvent(QMouseEvent *event)
 {
-    Q_EMIT MouseDown(event->button());
+    if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton)
+        left_ = event->button() == Qt::LeftButton;
     QTreeWidget::mousePressEvent(event);
 }
 
@@ -59,10 +59,8 @@ void TreeView::keyPressEvent(QKeyEvent *event)
     const QTreeWidgetItem *before = currentItem();
     QTreeWidget::keyPressEvent(event);
     const bool again = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (currentItem() && (currentItem() != before || again)) {
-        Q_EMIT MouseDown(Qt::LeftButton);
-        RaiseNodeClick(currentItem());
-    }
+    if (currentItem() && (currentItem() != before || again))
+        Q_EMIT NodeClick(KeyOf(currentItem()), true);
 }
 
 void TreeView::contextMenuEvent(QContextMenuEvent *event)
@@ -72,19 +70,13 @@ void TreeView::contextMenuEvent(QContextMenuEvent *event)
     event->accept();
     if (!item)
         return;
-    setCurrentItem(item);
-    Q_EMIT MouseDown(Qt::RightButton);
-    RaiseNodeClick(item);
+    SelectSilently(item);
+    Q_EMIT NodeClick(KeyOf(item), false);
 }
 
-QString TreeView::KeyOf(const QTreeWidgetItem *item) const
+QString TreeView::KeyOf(const QTreeWidgetItem *item)
 {
     return item->data(0, Qt::UserRole).toString();
-}
-
-void TreeView::RaiseNodeClick(const QTreeWidgetItem *item)
-{
-    Queue(this, [this, key = KeyOf(item)] { Q_EMIT NodeClick(key); });
 }
 
 } // namespace vorn

@@ -6,7 +6,7 @@ namespace vorn
 {
 
 /// The device tree's view. It turns mouse, keyboard and menu key into the few events that the program
-/// handles, and raises them from the event loop, so that a handler may yield as long as it likes.
+/// handles.
 class TreeView final : public QTreeWidget
 {
     Q_OBJECT
@@ -20,9 +20,9 @@ public:
     void SelectSilently(QTreeWidgetItem *item);
 
 Q_SIGNALS:
-    void MouseDown(Qt::MouseButton button);
-    /// A node was chosen: by a click of either button, by the keyboard, or by the menu key.
-    void NodeClick(const QString &key);
+    /// A node was chosen: to load its page (`left`, or by the keyboard), or to open its menu (the right
+    /// button, or the menu key).
+    void NodeClick(const QString &key, bool left);
     void Expand(const QString &key);
     void Collapse(const QString &key);
 
@@ -32,10 +32,10 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    QString KeyOf(const QTreeWidgetItem *item) const;
-    void RaiseNodeClick(const QTreeWidgetItem *item);
+    static QString KeyOf(const QTreeWidgetItem *item);
 
-    bool silent_ = false;
+    bool silent_ = false; ///< a change by the program
+    bool left_ = true;    ///< the left button was the last to go down, of left and right
 };
 
 } // namespace vorn

@@ -1,6 +1,5 @@
 #include "tools/BenchTools.h"
 
-#include "discovery/Toolbar.h"
 #include "shell/FormMain.h"
 #include "tools/FormFull_Screen.h"
 #include "tools/FormScope.h"
@@ -45,7 +44,7 @@ void BenchTools::Data_Scope_Click()
     main_.ScopeForm[port]->show();
     main_.ScopeForm[port]->activateWindow();
     main_.ScopeOnPort[port] = true;
-    RefreshToolbar(main_);
+    Q_EMIT main_.ScopesChanged();
 }
 
 } // namespace vorn

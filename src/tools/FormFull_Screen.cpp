@@ -2,7 +2,6 @@
 
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
-#include "platform/Events.h"
 #include "platform/ProgramDirectory.h"
 #include "platform/RuntimeError.h"
 #include "platform/TopmostWindow.h"
@@ -29,8 +28,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <memory>
-#include <optional>
 #include <utility>
 
 namespace vorn
@@ -68,26 +65,6 @@ QString CommandFilesFolder()
 }
 
 } // namespace
-
-/// A dialog of the window is open for as long as this lives: nothing else of the window begins underneath it,
-/// another dialog, say, or a send that empties the log which is being saved. A send loop pauses.
-class FormFull_Screen::HandlersWait final
-{
-public:
-    explicit HandlersWait(FormFull_Screen &form) : form_(form) { ++form_.dialogs_; }
-    ~HandlersWait()
-    {
-        if (--form_.dialogs_ > 0)
-            return;
-        for (const auto &handler : std::exchange(form_.behindDialog_, {}))
-            form_.OnBus(handler);
-    }
-    HandlersWait(const HandlersWait &) = delete;
-    HandlersWait &operator=(const HandlersWait &) = delete;
-
-private:
-    FormFull_Screen &form_;
-};
 
 FormFull_Screen::FormFull_Screen(FormMain &main) : QWidget(nullptr, Qt::Window), main_(main)
 {
@@ -154,7 +131,7 @@ QWidget *FormFull_Screen::BuildSource()
 QLayout *FormFull_Screen::BuildButtons()
 {
     const auto button = [this](const char *name, const char *caption) {
-        return Named(new QPushButton(QString::fromLatin1(caption), this), name);
+        return MakeButton(this, QString::fromLatin1(name), caption);
     };
     CmdSend = button("CmdSend", "&Send");
     CmdContinueSend = button("CmdContinueSend", "&Continue Send");
@@ -171,45 +148,20 @@ QLayout *FormFull_Screen::BuildButtons()
 
 void FormFull_Screen::Wire()
 {
-    using Handler = void (FormFull_Screen::*)();
-    // Between transactions, since a dialog on top of one would hold the port. A second request while the
-    // first waits or runs is dropped.
-    const auto inTurn = [this](Handler handler) {
-        return [this, handler, busy = std::make_shared<bool>(false)] {
-            if (std::exchange(*busy, true))
-                return;
-            OnBus([this, handler, busy] {
-                const auto done = qScopeGuard([busy] { *busy = false; });
-                (this->*handler)();
-            });
-        };
-    };
-    // The command is taken when it is asked for, whatever is typed until its turn comes. The same once more
-    // while it waits is dropped, so that a held key piles up nothing. A stop takes back what still waits,
-    // unless it was asked for again after it.
-    using Sender = void (FormFull_Screen::*)(const std::string &command);
-    const auto sending = [this](Sender handler) {
-        using Asked = std::pair<int, std::string>; // stops by then, and the command
-        return [this, handler, waiting = std::make_shared<std::optional<Asked>>()] {
-            const Asked asked(stops_, FromQString(TextCommand->text()));
-            if (std::exchange(*waiting, asked) == asked)
-                return;
-            OnBus([this, handler, waiting, asked] {
-                if (*waiting == asked)
-                    waiting->reset();
-                if (asked.first == stops_)
-                    (this->*handler)(asked.second);
-            });
-        };
-    };
-    connect(CmdSend, &QPushButton::clicked, this, sending(&FormFull_Screen::CmdSend_Click));
-    connect(CmdContinueSend, &QPushButton::clicked, this, sending(&FormFull_Screen::CmdContinueSend_Click));
-    connect(TextCommand, &QLineEdit::returnPressed, this, sending(&FormFull_Screen::TRANS_RESPONSE));
+    const auto send = [this](const std::string &command) { CmdSend_Click(command); };
+    connect(CmdSend, &QPushButton::clicked, this, [this, send] { TakeSend(CmdSend, send); });
+    connect(CmdContinueSend, &QPushButton::clicked, this,
+            [this] { TakeSend(CmdContinueSend, [this](const std::string &) { CmdContinueSend_Click(); }); });
+    connect(TextCommand, &QLineEdit::returnPressed, this, [this] {
+        TakeSend(TextCommand, [this](const std::string &command) { TRANS_RESPONSE(command); });
+    });
     connect(Text1, &LogView::ReturnPressed, this, &FormFull_Screen::Text1_Return);
     connect(CmdStop, &QPushButton::clicked, this, &FormFull_Screen::CmdStop_Click);
-    connect(CmdSave, &QPushButton::clicked, this, inTurn(&FormFull_Screen::CmdSave_Click));
-    connect(Comincludtxt, &QPushButton::clicked, this, inTurn(&FormFull_Screen::Comincludtxt_Click));
-    connect(TextFileName, &QLineEdit::returnPressed, this, inTurn(&FormFull_Screen::OpenFile));
+    connect(CmdSave, &QPushButton::clicked, this, [this] { Take(CmdSave, [this] { CmdSave_Click(); }); });
+    connect(Comincludtxt, &QPushButton::clicked, this,
+            [this] { Take(Comincludtxt, [this] { Comincludtxt_Click(); }); });
+    connect(TextFileName, &QLineEdit::returnPressed, this,
+            [this] { Take(TextFileName, [this] { OpenFile(); }); });
     // The file that is open is the one whose name stands in the field.
     connect(TextFileName, &QLineEdit::textChanged, this, [this] { file_.Close(); });
     connect(cmdExit, &QPushButton::clicked, this, &QWidget::close);
@@ -235,55 +187,74 @@ void FormFull_Screen::OptionSel_Click()
     }
 }
 
+/// The command is taken when it is asked for, whatever is typed until its turn comes. The same once more
+/// while it waits is dropped, so that a held key piles up nothing. A stop takes back what still waits, unless
+/// it was asked for again after it.
+void FormFull_Screen::TakeSend(const QObject *source, const std::function<void(const std::string &)> &send)
+{
+    const std::pair asked(loop_.Ask(), FromQString(TextCommand->text()));
+    const auto [waiting, isNew] = asked_.try_emplace(source, asked);
+    if (!isNew && std::exchange(waiting->second, asked) == asked)
+        return;
+    Take(nullptr, [this, source, send, asked] {
+        if (const auto last = asked_.find(source); last != asked_.end() && last->second == asked)
+            asked_.erase(last);
+        if (loop_.Holds(asked.first))
+            send(asked.second);
+    });
+}
+
 void FormFull_Screen::CmdSend_Click(const std::string &command)
 {
     if (!CmdSend->isEnabled())
         return; // the loop was started before its turn came
-    ContinueMode = false;
-    if (std::exchange(ClearOnSend, false))
+    if (loop_.BeginSend())
         Text1->Clear();
     if (OptionSel[0]->isChecked()) {
         TRANS_RESPONSE(command);
         return;
     }
     main_.TerminalStop = false;
-    RoundCount = 0;
+    loop_.CountAnew();
     if (!file_.IsOpen())
         OpenFile();
     Trans_File();
 }
 
-void FormFull_Screen::CmdContinueSend_Click(const std::string &)
+void FormFull_Screen::CmdContinueSend_Click()
 {
     if (!CmdContinueSend->isEnabled())
         return;
     Text1->Clear();
-    RoundCount = 0;
-    ContinueMode = true;
-    ClearOnSend = false;
+    loop_.BeginLoop();
+    file_.Close(); // the loop begins with the first line
     CmdSend->setEnabled(false);
     CmdContinueSend->setEnabled(false);
     main_.TerminalStop = false;
-    OnBus([this, stops = stops_] { SendLoop(stops); });
+    AskForRounds(loop_.Ask());
 }
 
-/// Goes on from the event loop, round by round, so that a refresh that is called up meanwhile gets its turn
-/// as well. `stops` is how often the sending had been stopped when the loop began.
-void FormFull_Screen::SendLoop(int stops)
+/// The loop goes round by round through the gate, so that whatever else is asked for gets its turn.
+void FormFull_Screen::AskForRounds(SendLoop::Ticket ticket)
 {
-    const auto goesOn = [&] { return stops == stops_ && !main_.TerminalStop; };
+    Take(nullptr, [this, ticket] { SendRounds(ticket); });
+}
+
+void FormFull_Screen::SendRounds(SendLoop::Ticket ticket)
+{
+    const auto goesOn = [&] { return loop_.Holds(ticket) && loop_.IsLooping() && !main_.TerminalStop; };
     const std::uint32_t start = main_.Time.GetTickCount();
     bool sent = true;
     while (goesOn() && sent) {
         sent = SendRound();
         if (main_.NoYield || ElapsedTicks(main_.Time, start) >= RoundsAtOnce)
-            break;
+            break; // the refresh, and who else waits
     }
     if (goesOn())
         QTimer::singleShot(sent ? std::chrono::milliseconds(0) : IdleRound, this,
-                           [this, stops] { OnBus([this, stops] { SendLoop(stops); }); });
-    else if (stops == stops_)
-        StopSending();
+                           [this, ticket] { AskForRounds(ticket); });
+    else if (loop_.Holds(ticket))
+        loop_.Stop();
 }
 
 /// One round of the send loop; false if nothing could go out.
@@ -291,34 +262,26 @@ bool FormFull_Screen::SendRound()
 {
     const bool silenced = main_.TransBusy;
     if (OptionSel[0]->isChecked()) {
-        ++RoundCount;
+        loop_.NextRound();
         TRANS_RESPONSE(FromQString(TextCommand->text()));
         return !silenced;
     }
     if (!file_.IsOpen()) {
         OpenFile();
-        RoundCount = 0;
+        loop_.CountAnew();
     }
     if (file_.IsOpen())
         Trans_File();
     else
         main_.TerminalStop = true;
-    return !silenced && RoundCount > 0;
+    return !silenced && loop_.Rounds() > 0;
 }
 
-/// Ends the send loop, takes back the sends that wait, and closes the file: the next send plays it from its
-/// first line. Lines typed into the log go out all the same.
-void FormFull_Screen::StopSending()
-{
-    ++stops_;
-    main_.TerminalStop = true;
-    ContinueMode = false;
-    file_.Close();
-}
-
+/// Works at any moment. The file stays open: the next send plays its next line.
 void FormFull_Screen::CmdStop_Click()
 {
-    StopSending();
+    main_.TerminalStop = true;
+    loop_.Stop();
     CmdSend->setEnabled(true);
     CmdContinueSend->setEnabled(true);
 }
@@ -327,7 +290,7 @@ void FormFull_Screen::TRANS_RESPONSE(const std::string &command)
 {
     main_.CommPortNo = static_cast<int>(Val(Mid(FromQString(windowTitle()), 4, 1)));
     LabResponse->clear();
-    Exchange([&] { Transmit(command, OptionSChecksum->isChecked(), ContinueMode, LabResponse); });
+    Exchange([&] { Transmit(command, OptionSChecksum->isChecked(), loop_.IsLooping(), LabResponse); });
 }
 
 void FormFull_Screen::Trans_File()
@@ -336,13 +299,15 @@ void FormFull_Screen::Trans_File()
         Tell("File Not Open !");
         return;
     }
-    if (!file_.AtEnd() && !main_.TerminalStop) {
-        const std::string line = file_.ReadLine();
-        ++RoundCount;
-        Exchange([&] { Transmit(line, OptionCChecksum->isChecked(), true); });
-    }
+    const auto close = qScopeGuard([this] {
+        if (file_.AtEnd())
+            file_.Close();
+    });
     if (file_.AtEnd() || main_.TerminalStop)
-        file_.Close();
+        return;
+    const std::string line = file_.ReadLine();
+    loop_.NextRound();
+    Exchange([&] { Transmit(line, OptionCChecksum->isChecked(), true); });
 }
 
 /// Sends a command and logs it and its reply, or the text that stands in for one; `numbered` puts the round's
@@ -350,7 +315,7 @@ void FormFull_Screen::Trans_File()
 void FormFull_Screen::Transmit(std::string command, bool checksum, bool numbered, QLabel *response)
 {
     const auto prefixed = [&](std::string (*prefix)(double), const std::string &record) {
-        return (numbered ? prefix(static_cast<double>(RoundCount)) : std::string{}) + record;
+        return (numbered ? prefix(loop_.Rounds()) : std::string{}) + record;
     };
     AddToLog(prefixed(SentPrefix, LogRecord(SentText(command, checksum), TimeOfDay())));
     const std::uint32_t start = main_.Time.GetTickCount();
@@ -380,7 +345,7 @@ void FormFull_Screen::Text1_Return()
     if (cmd.empty() && typedLines_ > 0)
         return;
     ++typedLines_;
-    OnBus([this, cmd] {
+    Take(nullptr, [this, cmd] {
         const auto done = qScopeGuard([this] { --typedLines_; });
         Exchange([&] {
             auto back = qScopeGuard([&] { Text1->PutTyped(cmd); });
@@ -402,8 +367,9 @@ void FormFull_Screen::Exchange(const std::function<void()> &exchange)
     } catch (const RuntimeError &error) {
         if (error.number() != RuntimeErrorNumber::OutOfMemory)
             throw;
-        ClearOnSend = true;
-        StopSending();
+        main_.TerminalStop = true;
+        loop_.LogIsFull();
+        file_.Close();
         CmdSend->setEnabled(true);
         main_.TerminalOwnsPort = false;
         CmdSave_Click();
@@ -441,7 +407,6 @@ void FormFull_Screen::OpenFile()
 void FormFull_Screen::Comincludtxt_Click()
 {
     main_.TerminalStop = false;
-    const HandlersWait wait(*this);
     const TopmostPause pause(*this);
     const auto name = ShowOpen(this, {.title = QStringLiteral("Open"),
                                       .folder = CommandFilesFolder(),
@@ -456,55 +421,38 @@ void FormFull_Screen::Comincludtxt_Click()
 
 void FormFull_Screen::CmdSave_Click()
 {
-    const HandlersWait wait(*this);
     SaveLog(*this, *Text1, QStringLiteral("Terminal Patch File(*.txt)"), QStringLiteral("Terminal.txt"),
             saveFolder_);
 }
 
-/// Runs a handler that uses the bus, between transactions.
-void FormFull_Screen::OnBus(const std::function<void()> &handler)
+/// Has an action run through the gate, whatever error ends it.
+void FormFull_Screen::Take(const QObject *source, const std::function<void()> &action)
 {
-    Queue(this, [this, handler] { main_.WhenIdle(this, [this, handler] { Run(handler); }); });
-}
-
-/// Runs a handler to its end, whatever error ends it and even if the window is unloaded in one of its yields.
-/// What waited when it was unloaded isn't begun any more; what comes while a dialog is open waits for its
-/// end.
-void FormFull_Screen::Run(const std::function<void()> &handler)
-{
-    if (unloaded_)
-        return;
-    if (dialogs_ > 0) {
-        behindDialog_.push_back(handler);
-        return;
-    }
-    ++running_;
-    try {
-        handler();
-    } catch (const RuntimeError &) {
-        // The one that is left: a command whose characters add up to more than the checksum can hold.
-        StopSending();
-        Tell("Checksum overflow !");
-    }
-    --running_;
-    if (unloaded_ && running_ == 0)
-        deleteLater();
+    const auto run = [this, action] {
+        try {
+            action();
+        } catch (const RuntimeError &) {
+            // The one that is left: a command whose characters add up to more than the checksum can hold.
+            main_.TerminalStop = true;
+            loop_.Stop();
+            Tell("Checksum overflow !");
+        }
+    };
+    main_.Gate.Take({.context = this, .action = run, .source = source});
 }
 
 void FormFull_Screen::Tell(const char *text)
 {
-    const HandlersWait wait(*this);
     MsgBox(text, MsgBoxStyle::Critical, text);
 }
 
 void FormFull_Screen::closeEvent(QCloseEvent *)
 {
-    StopSending();
-    unloaded_ = true;
+    main_.TerminalStop = true;
+    loop_.Stop();
     if (main_.FormFull_Screen == this)
         main_.FormFull_Screen = nullptr;
-    if (running_ == 0)
-        deleteLater();
+    main_.Gate.Retire(this);
 }
 
 } // namespace vorn

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "tools/CommandFile.h"
+#include "tools/SendLoop.h"
 
 #include <QWidget>
 
 #include <array>
 #include <functional>
+#include <map>
 #include <string>
-#include <vector>
+#include <utility>
 
 class QLabel;
 class QLineEdit;
@@ -49,15 +51,13 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    class HandlersWait;
-
     QWidget *BuildSource();
     QLayout *BuildButtons();
     void Wire();
 
     void OptionSel_Click();
     void CmdSend_Click(const std::string &command);
-    void CmdContinueSend_Click(const std::string &command);
+    void CmdContinueSend_Click();
     void CmdStop_Click();
     void CmdSave_Click();
     void Comincludtxt_Click();
@@ -66,9 +66,9 @@ private:
     void TRANS_RESPONSE(const std::string &command);
     void Trans_File();
     void OpenFile();
-    void SendLoop(int stops);
+    void AskForRounds(SendLoop::Ticket ticket);
+    void SendRounds(SendLoop::Ticket ticket);
     bool SendRound();
-    void StopSending();
 
     void Transmit(std::string command, bool checksum, bool numbered, QLabel *response = nullptr);
     std::string Ask(std::string command, bool checksum);
@@ -76,22 +76,17 @@ private:
     void AddToLog(std::string line);
     std::string TimeOfDay() const;
 
-    void OnBus(const std::function<void()> &handler);
-    void Run(const std::function<void()> &handler);
+    void Take(const QObject *source, const std::function<void()> &action);
+    void TakeSend(const QObject *source, const std::function<void(const std::string &command)> &send);
     void Tell(const char *text);
 
     FormMain &main_;
-    bool ContinueMode = false; ///< `CmdContinueSend` is running; log lines get numbers
-    CommandFile file_;         ///< the command file; `CmdFileOpen` is that it is open
-    float RoundCount = 0;      ///< rounds or lines sent
-    bool ClearOnSend = false;  ///< the log ran full and is to be cleared at the next send
-    int stops_ = 0;            ///< how often the sending was stopped
-    int typedLines_ = 0;       ///< lines typed into the log that wait or are being sent
-    int dialogs_ = 0;          ///< dialogs of this window that are open
-    std::vector<std::function<void()>> behindDialog_; ///< handlers that wait for their end
-    QString saveFolder_;                              ///< where the save dialog was last
-    int running_ = 0;                                 ///< handlers of this window on the stack
-    bool unloaded_ = false;
+    SendLoop loop_;
+    CommandFile file_;   ///< the command file; `CmdFileOpen` is that it is open
+    int typedLines_ = 0; ///< lines typed into the log that wait or are being sent
+    QString saveFolder_; ///< where the save dialog was last
+    std::map<const QObject *, std::pair<SendLoop::Ticket, std::string>>
+        asked_; ///< sends that wait, by their control
 };
 
 } // namespace vorn

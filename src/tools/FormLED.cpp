@@ -24,7 +24,8 @@ constexpr const char *MappedModel =
 
 } // namespace
 
-FormLED::FormLED(FormMain &main) : QDialog(&main), main_(main), model_(main.PageNode().model())
+FormLED::FormLED(FormMain &main, const NodeKey &node)
+    : QDialog(&main), main_(main), node_(node), model_(node.model())
 {
     setObjectName(QStringLiteral("FormLED"));
     setWindowTitle(QStringLiteral("LED Display"));
@@ -36,13 +37,13 @@ FormLED::FormLED(FormMain &main) : QDialog(&main), main_(main), model_(main.Page
         digits->addWidget(Image[i]);
     }
     digits->addStretch();
-    Text1 = Named(new QLineEdit(this), "Text1", QStringLiteral("Value to show"));
+    Text1 = MakeEntry(this, QStringLiteral("Text1"), QStringLiteral("Value to show"));
     GuardField(Text1, model_ == MappedModel ? FieldRule::SignedDisplay : FieldRule::UnsignedDisplay);
     Text1->installEventFilter(this);
-    ComSend = Named(new QPushButton(QStringLiteral("&Send Data"), this), "ComSend");
-    cmdExit = Named(new QPushButton(QStringLiteral("&Exit"), this), "cmdExit");
+    ComSend = MakeButton(this, QStringLiteral("ComSend"), "&Send Data");
+    cmdExit = MakeButton(this, QStringLiteral("cmdExit"), "&Exit");
     ComSend->setDefault(true);
-    OnClick(ComSend, this, [this] { ComSend_Click(); });
+    OnWindowClick(main_.Gate, ComSend, this, [this] { ComSend_Click(); });
     connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
 
     auto *layout = new QVBoxLayout(this);
@@ -54,9 +55,16 @@ FormLED::FormLED(FormMain &main) : QDialog(&main), main_(main), model_(main.Page
     buttons->insertStretch(0);
     layout->addLayout(buttons);
     SetTopmost(*this, true);
+}
 
-    const NodeKey node = main_.PageNode();
-    Send(main_, node, "$" + node.busAddress() + "82");
+/// The display of the mapped model is given back when the window has closed, whatever it was in the middle
+/// of.
+void FormLED::Run()
+{
+    Send(main_, node_, "$" + node_.busAddress() + "82");
+    exec();
+    if (model_ == MappedModel)
+        Send(main_, node_, "$" + node_.busAddress() + "81");
 }
 
 bool FormLED::eventFilter(QObject *, QEvent *event)
@@ -72,24 +80,12 @@ bool FormLED::eventFilter(QObject *, QEvent *event)
 
 void FormLED::ComSend_Click()
 {
-    const NodeKey node = main_.PageNode();
     const std::string value = LedValue(model_, FromQString(Text1->text()));
-    if (!Send(main_, node, "$" + node.busAddress() + "9" + value))
+    if (!Send(main_, node_, "$" + node_.busAddress() + "9" + value))
         return;
     const auto pictures = LedPictures(model_, value);
     for (std::size_t i = 0; i < Image.size(); ++i)
         Image[i]->SetPicture(pictures[i]);
-}
-
-void FormLED::done(int result)
-{
-    if (model_ == MappedModel) {
-        const NodeKey node = main_.PageNode();
-        Send(main_, node, "$" + node.busAddress() + "81");
-    }
-    for (SevenSegment *digit : Image)
-        digit->SetPicture({});
-    QDialog::done(result);
 }
 
 } // namespace vorn

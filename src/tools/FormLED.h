@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/NodeKey.h"
 #include "tools/LedText.h"
 
 #include <QDialog>
@@ -22,15 +23,14 @@ class FormLED final : public QDialog
     Q_OBJECT
 
 public:
-    /// Takes the display under host control.
-    explicit FormLED(FormMain &main);
+    FormLED(FormMain &main, const NodeKey &node);
+    /// Takes the module's display under host control, and shows the window until it is closed.
+    void Run();
 
     QLineEdit *Text1;
     QPushButton *ComSend;
     QPushButton *cmdExit;
     std::array<SevenSegment *, LedDigits> Image; ///< `Image1` to `Image5`, from left to right
-
-    void done(int result) override;
 
 protected:
     bool eventFilter(QObject *control, QEvent *event) override;
@@ -39,7 +39,8 @@ private:
     void ComSend_Click();
 
     FormMain &main_;
-    std::string model_;
+    const NodeKey node_;
+    const std::string model_;
 };
 
 } // namespace vorn

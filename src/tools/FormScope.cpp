@@ -1,6 +1,5 @@
 #include "tools/FormScope.h"
 
-#include "discovery/Toolbar.h"
 #include "platform/Dialogs.h"
 #include "platform/RuntimeError.h"
 #include "platform/TopmostWindow.h"
@@ -77,7 +76,7 @@ QWidget *FormScope::BuildFilter()
     CmdUpdate->setEnabled(false);
     ListFilter->setFixedWidth(CmdUpdate->sizeHint().width());
     connect(ListFilter, &QListWidget::itemSelectionChanged, this, [this] { CmdUpdate->setEnabled(true); });
-    OnIdleClick(main_, CmdUpdate, this, [this] { CmdUpdate_Click(); });
+    OnWindowClick(main_.Gate, CmdUpdate, this, [this] { CmdUpdate_Click(); });
 
     auto *layout = new QVBoxLayout(frame);
     layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin / 2, Rhythm::Margin, Rhythm::Margin);
@@ -91,16 +90,16 @@ QWidget *FormScope::BuildFilter()
 QLayout *FormScope::BuildButtons()
 {
     const auto button = [this](const char *name, const char *caption) {
-        return Named(new QPushButton(QString::fromLatin1(caption), this), name);
+        return MakeButton(this, QString::fromLatin1(name), caption);
     };
     CmdStart = button("CmdStart", "S&tart");
     CmdStop = button("CmdStop", "Sto&p");
     CmdClear = button("CmdClear", "&Clear Text");
     CmdSave = button("CmdSave", "&Save to File");
-    OnClick(CmdStart, this, [this] { CmdStart_Click(); });
-    OnClick(CmdStop, this, [this] { CmdStop_Click(); });
+    connect(CmdStart, &QPushButton::clicked, this, &FormScope::CmdStart_Click);
+    connect(CmdStop, &QPushButton::clicked, this, &FormScope::CmdStop_Click);
     connect(CmdClear, &QPushButton::clicked, this, [this] { Text1->Clear(); });
-    OnIdleClick(main_, CmdSave, this, [this] { CmdSave_Click(); });
+    OnWindowClick(main_.Gate, CmdSave, this, [this] { CmdSave_Click(); });
     auto *row = SideBySide({CmdStart, CmdStop, CmdClear});
     row->addStretch();
     row->addWidget(CmdSave);
@@ -113,8 +112,8 @@ void FormScope::CmdStart_Click()
     if (main_.FormFull_Screen && portDigit(*main_.FormFull_Screen) == portDigit(*this))
         main_.FormFull_Screen->close();
     // Behind the transaction that runs, which may be the terminal's last one.
-    if (!std::exchange(starting_, true))
-        main_.WhenIdle(this, [this] { OpenPort(); });
+    starting_ = true;
+    main_.Gate.Take({.context = this, .action = [this] { OpenPort(); }, .source = CmdStart});
 }
 
 void FormScope::OpenPort()
@@ -184,8 +183,8 @@ void FormScope::closeEvent(QCloseEvent *)
     main_.ScopeOnPort[static_cast<std::size_t>(port_)] = false;
     if (MSComm1.PortOpen())
         MSComm1.SetPortOpen(false);
-    RefreshToolbar(main_);
-    deleteLater();
+    Q_EMIT main_.ScopesChanged();
+    main_.Gate.Retire(this);
 }
 
 } // namespace vorn

@@ -1,56 +1,53 @@
 #pragma once
 
 #include "protocol/NodeKey.h"
-#include "protocol/PollList.h"
 
-#include <array>
-#include <optional>
-#include <string>
+#include <QObject>
+#include <QTimer>
 
-class QLabel;
+#include <cstddef>
+#include <cstdint>
 
 namespace vorn
 {
 
-class DIO;
 class FormMain;
-class ModulePageLoad;
 class Pages;
+struct PollStep;
 
-/// Keeps the data area of the open page live: one loop that sends the model's read commands back to back,
-/// serves window events between them, and ends when `PauseRefresh` is set.
-class LiveData final
+/// Keeps the data area of the open page live: sends the model's read commands one after the other, round by
+/// round, until `PauseRefresh` is set.
+///
+/// Each command is a turn of the event loop of its own, so that whatever the operator does gets its turn
+/// between two of them, and no handler ever has the refresh below it on the stack.
+class LiveData final : public QObject
 {
 public:
-    LiveData(FormMain &main, Pages &pages, ModulePageLoad &load);
+    LiveData(FormMain &main, Pages &pages);
 
-    /// Runs the refresh of a node's page; returns when it has ended. A call from within a running refresh
-    /// ends that one instead.
+    /// Starts the refresh of a node's page, in place of one that runs.
     void PollLiveData(const std::string &key);
+    /// Ends the refresh that runs.
+    void End();
+    /// Whether it runs, also while it gives way.
+    bool IsRunning() const { return running_; }
 
 private:
-    bool Round(const NodeKey &node);
-    bool RunStep(const PollStep &step, const NodeKey &node);
-    bool Applies(const PollStep &step, int channel) const;
-    bool YieldGoesOn();
-
-    void Show(const PollStep &step, const NodeKey &node, int channel);
-    void ShowPoints(PollEffect effect, const std::string &reply);
-    void ShowOutput(const std::string &payload);
-    void ShowChannelOutput(const std::string &payload);
-    void ShowSlot(PollEffect effect, const NodeKey &node, int channel, const std::string &payload);
-    void ShowSlotReadings(const NodeKey &node);
-    void ShowSlotPoints(const std::string &model);
-    void MarkFaults(const std::string &model);
-    std::string CounterChannelText(const std::string &payload) const;
-    static void ShowPair(QLabel *value, const std::array<DIO *, 8> &points, const std::string &pair);
-    static std::string CountText(const std::string &hex);
+    void Step();
+    void BeginRound();
+    void Send(const PollStep &step);
+    void Next();
 
     FormMain &main_;
     Pages &pages_;
-    ModulePageLoad &load_;
-    std::optional<std::string>
-        mask_; ///< channel mask of the 7221 family, if the module told it in this round
+    QTimer turn_; ///< the next step
+    NodeKey node_;
+    bool running_ = false;
+    bool waiting_ = false; ///< gives way; the gate tells when it may go on
+    std::size_t step_ = 0; ///< place in the poll list, from 0; its length behind the last step
+    int channel_ = 0;      ///< channel of the step that is next
+    bool between_ = true;  ///< a round begins next
+    std::uint32_t roundStart_ = 0;
 };
 
 } // namespace vorn

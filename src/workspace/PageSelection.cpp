@@ -1,11 +1,7 @@
 #include "workspace/PageSelection.h"
 
-#include "consoles/Consoles.h"
-#include "discovery/FramePort.h"
 #include "discovery/ToolStates.h"
 #include "discovery/Toolbar.h"
-#include "pages/FrameSlotIO.h"
-#include "platform/Events.h"
 #include "platform/RuntimeError.h"
 #include "platform/WidgetText.h"
 #include "protocol/CommandFrame.h"
@@ -15,13 +11,14 @@
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
 #include "shell/Module1.h"
+#include "shell/PageCommand.h"
+#include "shell/RowList.h"
 #include "workspace/LiveData.h"
 #include "workspace/ModulePageLoad.h"
 #include "workspace/PageTable.h"
 #include "workspace/Pages.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QCursor>
 #include <QGroupBox>
@@ -41,26 +38,26 @@ constexpr int SlotListRows = 8;
 
 } // namespace
 
-PageSelection::PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live,
-                             Consoles &consoles)
-    : main_(main), pages_(pages), load_(load), live_(live), consoles_(consoles)
+PageSelection::PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live)
+    : main_(main), pages_(pages), load_(load), live_(live)
 {
     main.OnNodeClick([this](const std::string &key) { TreeView1_NodeClick(key); });
-    // Not queued: a tick that waits would outlive the stopping of the timer.
     connect(&main.Timer1, &QTimer::timeout, this, &PageSelection::Timer1_Tick);
+    // Whatever ended the refresh, it comes back when nothing is left to do.
+    connect(&main.Gate, &Gate::Idle, this, [this] {
+        if (!live_.IsRunning() && !main_.PauseRefresh && !main_.Timer1.isActive())
+            main_.Timer1.start();
+    });
 
     const auto onRow = [this](void (PageSelection::*handler)(const std::string &)) {
-        return [this, handler](QTreeWidgetItem *item) {
-            Queue(this, [this, handler, key = FromQString(item->data(0, Qt::UserRole).toString())] {
-                main_.WhenIdle(this, [this, handler, key] { (this->*handler)(key); });
+        return [this, handler](const QString &key) {
+            main_.TakeForPage(this, nullptr, [this, handler, key = FromQString(key)](const NodeKey &) {
+                (this->*handler)(key);
             });
         };
     };
-    connect(pages.ListView3900, &QTreeWidget::itemClicked, this,
-            onRow(&PageSelection::ListView3900_ItemClick));
-    // A double click, and Return on the chosen row.
-    connect(pages.ListView3900, &QTreeWidget::itemActivated, this,
-            onRow(&PageSelection::ListView3900_DblClick));
+    connect(pages.ListView3900, &RowList::RowClick, this, onRow(&PageSelection::ListView3900_ItemClick));
+    connect(pages.ListView3900, &RowList::RowDblClick, this, onRow(&PageSelection::ListView3900_DblClick));
 }
 
 void PageSelection::TreeView1_NodeClick(const std::string &key)
@@ -110,19 +107,22 @@ void PageSelection::LeftClick(const std::string &key)
     const bool ofModule = NodeClass != ClassPC && NodeClass != ClassCOM;
     SetCaption(main_.Frame1, ofModule ? PageCaption(NodeKey(key)) : std::string{});
     main_.LastNodeIndex = main_.Nodes.IndexOf(key);
+    live_.End(); // that of the page before
     main_.ArrangePage();
     main_.OutputEditing = false; // what was typed and not sent goes with its page
     ShowPage(key);
+    main_.SetPageOnShow(key);
     // The page is painted before the bus is used.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     main_.repaint();
 
     if (ofModule && !IsConsoleModel(NodeClass))
         load_.LoadModulePage(key);
-    SetTag(main_.Frame1, key);
+    main_.SetPage(key);
     RefreshToolbar(main_); // a scope may have been closed while the page was loading
     ClickGuard = false;
-    if (main_.NodeLeftClick && ofModule && NodeClass != BaseUnitModel) {
+    const bool portRefused = ofModule && main_.PortRefused; // told once; the next click tries again
+    if (main_.NodeLeftClick && ofModule && NodeClass != BaseUnitModel && !portRefused) {
         main_.PauseRefresh = false;
         live_.PollLiveData(key);
     }
@@ -167,7 +167,7 @@ void PageSelection::ShowPort(const std::string &key)
 {
     const bool list = main_.Nodes.IsExpanded(key);
     if (!list) {
-        pages_.FramePort->LabCOM_5->setText(ToQString(" " + main_.Nodes.Text(key)));
+        SetCaption(pages_.Control("LabCOM_5"), " " + main_.Nodes.Text(key));
         pages_.FramePort->show();
     }
     main_.Frame1->setHidden(list);
@@ -183,7 +183,6 @@ void PageSelection::ShowModule(const std::string &key)
                                                     : ModulePage(NodeClass);
     if (page)
         Apply(*page);
-    pages_.FrameSlotIO->SetWritable(AreChannelTextsWritable(NodeClass));
     pages_.TabStrip1->setCurrentIndex(0);
     if (NodeClass == BaseUnitModel)
         FillSlotList(key);
@@ -220,23 +219,20 @@ void PageSelection::FillSlotList(const std::string &key)
             break;
         const NodeKey slot(child);
         const SlotListRow description = SlotListRowOf(slot.model());
-        auto *item = new QTreeWidgetItem(pages_.ListView3900,
-                                         {ToQString(std::string("  ") + slot.slot()),
-                                          ToQString(description.name), ToQString(description.description)});
-        item->setData(0, Qt::UserRole, ToQString(child));
+        pages_.ListView3900->AddRow(child, {ToQString(std::string("  ") + slot.slot()),
+                                            ToQString(description.name), ToQString(description.description)});
     }
 }
 
 /// Shows the console above the page as the reset left it, and takes up the refresh state again behind it.
 void PageSelection::ShowConsole(const std::string &key)
 {
-    const bool noYield = std::exchange(main_.NoYield, true);
+    const NoYieldHold noYield(main_);
     main_.ListView1->hide();
     main_.Frame1->show();
     const std::string speed(BaudSpeedText(main_.CmbPBaudrate->currentIndex()));
     main_.SelectedNodeKey = key;
-    consoles_.Show(NodeClass, speed);
-    main_.NoYield = noYield;
+    Q_EMIT ConsoleAsked(NodeClass, speed);
 }
 
 void PageSelection::RightClick(const std::string &key)
@@ -246,7 +242,6 @@ void PageSelection::RightClick(const std::string &key)
     const std::string page = TagOf(main_.Frame1);
     const std::string kind = Left(main_.Nodes.Text(key), 2);
     const std::string parentKind = Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 2);
-    main_.Timer1.stop(); // the refresh mustn't start inside the menu's own event loop
     if (kind == "CO")
         PopupCOM(key);
     else if (kind != "PC" && parentKind == "CO")
@@ -269,11 +264,11 @@ void PageSelection::PopupCOM(const std::string &key)
     main_.CSearch->setEnabled(states.search);
     main_.CTerminal->setEnabled(states.terminal);
     main_.CData_Scope->setEnabled(states.dataScope);
-    const bool slotIO = IsShown(pages_.FrameSlotIO);
-    pages_.FrameSlotIO->hide();
+    QWidget *slotIO = pages_.Control("FrameSlotIO");
+    const bool shown = IsShown(slotIO);
+    slotIO->hide();
     QAction *chosen = Popup(main_.COM);
-    if (slotIO)
-        pages_.FrameSlotIO->show();
+    slotIO->setVisible(shown);
     RunChosen(chosen);
 }
 
@@ -301,6 +296,8 @@ void PageSelection::RunChosen(QAction *chosen)
 
 void PageSelection::Timer1_Tick()
 {
+    if (main_.Gate.IsBusy() || main_.Gate.IsOnLine())
+        return; // a menu may have selected another node; the end of what runs brings the next tick
     if (TagOf(main_.Frame1) != main_.Nodes.Selected())
         main_.Nodes.Select(main_.Nodes.KeyAt(main_.LastNodeIndex));
     const std::string selected = main_.Nodes.Selected();
@@ -309,18 +306,10 @@ void PageSelection::Timer1_Tick()
     const std::string text = main_.Nodes.Text(selected);
     if (Left(text, 2) == "PC" || Left(text, 3) == "COM" || Left(text, 4) == "3900")
         return;
-    if (main_.NoYield && !main_.PauseRefresh)
-        return; // it runs
-    // Begun inside a transaction, in a handler's yield or under a box, the refresh would hold up what lies
-    // below for as long as the page is on show.
-    if (main_.InTransaction()) {
-        main_.WhenIdle(this, [this] { Timer1_Tick(); });
-    } else if (main_.NoYield || YieldDepth() > 0 || QApplication::activeModalWidget()) {
-        main_.Timer1.start();
-    } else {
-        main_.PauseRefresh = false;
-        live_.PollLiveData(selected);
-    }
+    if (live_.IsRunning() || main_.PortRefused)
+        return; // a refused port was told once; the next click tries again
+    main_.PauseRefresh = false;
+    live_.PollLiveData(selected);
 }
 
 void PageSelection::ListView3900_ItemClick(const std::string &key)
@@ -339,8 +328,7 @@ void PageSelection::ListView3900_DblClick(const std::string &key)
     const std::string selected = main_.Nodes.Selected();
     if (TagOf(main_.Frame1) == selected)
         return;
-    main_.NodeLeftClick = true;
-    main_.TreeView1_NodeClick(selected);
+    main_.ChooseNode(selected);
 }
 
 } // namespace vorn

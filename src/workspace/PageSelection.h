@@ -10,7 +10,6 @@ class QMenu;
 namespace vorn
 {
 
-class Consoles;
 class FormMain;
 class LiveData;
 class ModulePageLoad;
@@ -18,15 +17,19 @@ struct PageDescription;
 class Pages;
 
 /// The switchboard of the program: what a chosen node shows, loads and polls.
-///
-/// A click that comes while the refresh runs is handled inside the refresh's own yield. It ends the refresh
-/// through `PauseRefresh` and `NoYield`, and `Timer1`, armed as the last act of every click, starts it again.
 class PageSelection final : public QObject
 {
+    Q_OBJECT
+
 public:
-    PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live, Consoles &consoles);
+    PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live);
 
     void TreeView1_NodeClick(const std::string &key);
+
+Q_SIGNALS:
+    /// The console of a model is to be shown; returns when it has closed. `consoleBaud` is the line speed as
+    /// digits, empty if none is chosen.
+    void ConsoleAsked(const std::string &model, const std::string &consoleBaud);
 
 private:
     void LeftClick(const std::string &key);
@@ -54,8 +57,7 @@ private:
     Pages &pages_;
     ModulePageLoad &load_;
     LiveData &live_;
-    Consoles &consoles_;
-    bool ClickGuard = false; ///< a click is being handled; keeps a nested one out
+    bool ClickGuard = false; ///< a click is being handled; stays set behind a run-time error
     std::string NodeClass;   ///< "PC", "COM", or the model of the chosen node
 };
 

@@ -1,6 +1,5 @@
 #include "workspace/Pages.h"
 
-#include "discovery/FramePort.h"
 #include "logger/FrameMAlarmset.h"
 #include "logger/FrameMemOperation.h"
 #include "logger/FrameMemory.h"
@@ -21,10 +20,9 @@
 #include "protocol/ModelCatalogue.h"
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
+#include "shell/RowList.h"
 
-#include <QHeaderView>
 #include <QTabBar>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace vorn
@@ -33,38 +31,41 @@ namespace vorn
 namespace
 {
 
-constexpr int TwipsPerPixel = 15;
 constexpr int SlotRows = 8;
-
-struct SlotColumn {
-    const char *caption;
-    int twips;
-};
-constexpr SlotColumn SlotColumns[] = {{"Slot", 450}, {"Module", 1500}, {"Description", 4600}};
+constexpr ListColumn SlotColumns[] = {{"Slot", 450}, {"Module", 1500}, {"Description", 4600}};
 
 constexpr const char *LoggerTabs[] = {"Module", "Memory", "Limits", "Records"};
 
 } // namespace
 
-Pages::Pages(FormMain &main)
-    : FramePort(new class FramePort(main)), FrameMSet(new class FrameMSet), FrameGen(new class FrameGen),
-      FrameAIn(new class FrameAIn), FrameAOut(new class FrameAOut), FrameDIO(new class FrameDIO),
-      FrameFCdata(new class FrameFCdata), FrameFC(new class FrameFC), FrameFCf(new class FrameFCf),
-      FrameASet(new class FrameASet), FrameLSet(new class FrameLSet), FrameSlot(new class FrameSlot),
-      FrameSlotIO(new class FrameSlotIO), FrameChannel(new class FrameChannel),
-      FrameMemory(new class FrameMemory), FrameMAlarmset(new class FrameMAlarmset),
-      FrameMemOperation(new class FrameMemOperation)
+Pages::Pages(FormMain &main, QWidget *framePort) : FramePort(framePort), FrameMSet(new class FrameMSet(main))
 {
     BuildLists();
-    const std::initializer_list<QWidget *> inOrder{
-        LabPC,     FramePort,   TabStrip1,    FrameMSet,   ListView3900,   FrameGen,         FrameAIn,
-        FrameAOut, FrameDIO,    FrameFCdata,  FrameFC,     FrameFCf,       FrameASet,        FrameLSet,
-        FrameSlot, FrameSlotIO, FrameChannel, FrameMemory, FrameMAlarmset, FrameMemOperation};
-    for (QWidget *frame : inOrder) {
-        frame->hide();
-        main.PageLayout()->addWidget(frame);
-        Register(frame);
-    }
+    auto *data = new FrameGen(main);
+    auto *counters = new FrameFCdata(main, *FrameMSet);
+    auto *slot = new FrameSlot(main);
+    const std::initializer_list<QWidget *> inOrder{LabPC,
+                                                   FramePort,
+                                                   TabStrip1,
+                                                   FrameMSet,
+                                                   ListView3900,
+                                                   data,
+                                                   new FrameAIn(main, *FrameMSet),
+                                                   new FrameAOut(main, *FrameMSet),
+                                                   new FrameDIO(main),
+                                                   counters,
+                                                   new FrameFC(main, *FrameMSet, *counters),
+                                                   new FrameFCf(main, *FrameMSet),
+                                                   new FrameASet(main, *FrameMSet, *data),
+                                                   new FrameLSet(main, *FrameMSet),
+                                                   slot,
+                                                   new FrameSlotIO(main, *slot),
+                                                   new FrameChannel(main, *slot),
+                                                   new FrameMemory(main),
+                                                   new FrameMAlarmset(main),
+                                                   new FrameMemOperation(main)};
+    for (QWidget *part : inOrder)
+        Add(main, part);
     main.PageLayout()->addStretch(1);
 }
 
@@ -81,28 +82,19 @@ void Pages::BuildLists()
     for (const char *tab : LoggerTabs)
         TabStrip1->addTab(QString::fromLatin1(tab));
 
-    ListView3900 = Named(new QTreeWidget, "ListView3900", QStringLiteral("Slots of the base unit"));
-    ListView3900->setRootIsDecorated(false);
-    ListView3900->setUniformRowHeights(true);
-    ListView3900->setAllColumnsShowFocus(true);
-    ListView3900->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    QStringList captions;
-    for (const SlotColumn &column : SlotColumns)
-        captions << QString::fromLatin1(column.caption);
-    ListView3900->setHeaderLabels(captions);
-    for (int i = 0; i < ListView3900->columnCount(); ++i) {
-        ListView3900->resizeColumnToContents(i);
-        ListView3900->setColumnWidth(
-            i, qMax(ListView3900->columnWidth(i), SlotColumns[i].twips / TwipsPerPixel));
-    }
+    ListView3900 = Named(new RowList(SlotColumns), "ListView3900", QStringLiteral("Slots of the base unit"));
     const int row = ListView3900->fontMetrics().height() + Rhythm::BetweenRows;
     ListView3900->setMinimumHeight((SlotRows + 2) * row);
 }
 
-void Pages::Register(QWidget *frame)
+void Pages::Add(FormMain &main, QWidget *part)
 {
-    controls_.insert(frame->objectName(), frame);
-    const QList<QWidget *> children = frame->findChildren<QWidget *>();
+    part->hide();
+    main.PageLayout()->addWidget(part);
+    if (auto *frame = dynamic_cast<PageFrame *>(part))
+        frames_.push_back(frame);
+    controls_.insert(part->objectName(), part);
+    const QList<QWidget *> children = part->findChildren<QWidget *>();
     for (QWidget *child : children) {
         if (!child->objectName().isEmpty())
             controls_.insert(child->objectName(), child);

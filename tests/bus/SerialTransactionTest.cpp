@@ -184,18 +184,13 @@ TEST_F(TransTest, AHugeTimeOutWaitsForTheReplyAndKeepsTheWindowAlive)
     // The peer answers only when the window has served a step in the middle of the wait.
     Operate([&](Operator &op) {
         SetTimeOut(op, "2147483647");
-        for (const bool noYield : {false, true}) {
-            peer_.Forget();
-            op.Gui([&] { main().NoYield = noYield; });
-            QMetaObject::invokeMethod(
-                &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
-            ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"} && main().TransBusy; },
-                                   "the command"));
-            peer_.Send("!01\r");
-            ASSERT_TRUE(op.WaitFor([&] { return !main().TransBusy; }, "the end of the transaction"));
-            EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "!01");
-        }
-        op.Gui([&] { main().NoYield = false; });
+        QMetaObject::invokeMethod(
+            &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
+        ASSERT_TRUE(
+            op.WaitFor([&] { return peer_.Lines() == Lines{"$012"} && main().TransBusy; }, "the command"));
+        peer_.Send("!01\r");
+        ASSERT_TRUE(op.WaitFor([&] { return !main().TransBusy; }, "the end of the transaction"));
+        EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "!01");
     });
 }
 
@@ -218,68 +213,64 @@ TEST_F(TransTest, ACallInsideARunningTransactionDoesNothing)
     });
 }
 
-TEST_F(TransTest, WithoutYieldNothingElseIsServedInTheFirstWait)
+TEST_F(TransTest, ReturnsTheReplyThatItLeaves)
 {
+    peer_.Reply("$012", "!01400600\r");
     Operate([&](Operator &op) {
         SetTimeOut(op, "50");
+        EXPECT_EQ(op.Gui([&] { return main().trans("$012", false); }), "!01400600");
+        EXPECT_EQ(op.Gui([&] { return main().trans("$022", false); }), "");
+    });
+}
+
+TEST_F(TransTest, WindowEventsAreServedAndNoActionBeginsInAnyWait)
+{
+    // Two characters begin a reply, so that the second wait runs as well.
+    peer_.OnLine([](const std::string &, const RawPeer::Writer &write) { write("!0"); });
+    Operate([&](Operator &op) {
+        SetTimeOut(op, "200");
+        bool served = false;
+        bool acted = false;
         op.Gui([&] {
-            bool served = false;
-            vorn::Queue(&main(), [&served] { served = true; });
-            main().NoYield = true;
-            main().trans("$012", false);
-            EXPECT_FALSE(served);
-            main().NoYield = false;
+            main().Gate.Take({.context = &main(), .action = [&] { acted = true; }});
+            vorn::Queue(&main(), [&] { served = true; });
             main().trans("$012", false);
             EXPECT_TRUE(served);
+            EXPECT_FALSE(acted);
         });
+        op.WaitFor([&] { return acted; }, "the action");
     });
 }
 
-TEST_F(TransTest, AHandlerThatWantsTheBusWaitsForTheEndOfTheTransaction)
+TEST_F(TransTest, ARefusedPortLeavesNoReplyOfAnotherTransaction)
 {
-    peer_.Reply("$022", "!02\r");
+    peer_.Reply("$012", "!01400600\r");
     Operate([&](Operator &op) {
-        SetTimeOut(op, "30000");
-        std::string reply;
-        QMetaObject::invokeMethod(
-            &main(), [this] { main().trans("$012", false); }, Qt::QueuedConnection);
-        ASSERT_TRUE(op.WaitFor([&] { return peer_.Lines() == Lines{"$012"}; }, "the command"));
-        op.Gui([&] {
-            main().WhenIdle(&main(), [&] {
-                main().trans("$022", false);
-                reply = main().ReplyText;
-            });
-            auto gone = std::make_unique<QObject>();
-            main().WhenIdle(gone.get(), [] { FAIL() << "its object has gone"; });
-        });
-        EXPECT_EQ(op.Gui([&] { return reply; }), "");
-        peer_.Send("!01\r");
-        ASSERT_TRUE(op.WaitFor([&] { return !reply.empty(); }, "the second transaction"));
-        EXPECT_EQ(reply, "!02");
-        op.Gui([&] {
-            main().WhenIdle(&main(), [&] { reply = "at once"; });
-            EXPECT_EQ(reply, "at once");
-        });
-    });
-}
-
-TEST_F(TransTest, HandlersThatWaitStayOutOfTheErrorBox)
-{
-    Operate([&](Operator &op) {
+        Trans(op, "$012");
+        const RawPeer other(ports.Link(9));
         std::filesystem::remove(ports.Link(3));
-        bool served = false;
+        std::filesystem::copy_symlink(ports.Link(9), ports.Link(3));
+        vorn::SerialPorts machine;
+        vorn::MSComm holder(machine);
+        op.Gui([&] {
+            holder.SetCommPort(9);
+            holder.SetPortOpen(true);
+        });
         QMetaObject::invokeMethod(
-            &main(),
-            [&] {
-                vorn::Queue(&main(), [&] { main().WhenIdle(&main(), [&] { served = true; }); });
-                main().trans("$012", false);
-            },
-            Qt::QueuedConnection);
-        ASSERT_TRUE(op.AwaitBox("the box"));
-        op.Settle();
-        EXPECT_FALSE(op.Gui([&] { return served; }));
+            &main(), [this] { main().trans("$022", false); }, Qt::QueuedConnection);
+        op.AnswerBox("Port already open !", 16, "Port already open");
+        op.WaitFor([&] { return !main().Gate.IsOnLine(); }, "the end of the transaction");
+        EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "");
+        op.Gui([&] {
+            holder.SetPortOpen(false);
+            main().ReplyText = "!01";
+        });
+        std::filesystem::remove(ports.Link(3));
+        QMetaObject::invokeMethod(
+            &main(), [this] { main().trans("$022", false); }, Qt::QueuedConnection);
         op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
-        op.WaitFor([&] { return served; }, "the handler");
+        op.WaitFor([&] { return !main().Gate.IsOnLine(); }, "the end of the transaction");
+        EXPECT_EQ(op.Gui([&] { return main().ReplyText; }), "");
     });
 }
 

@@ -84,14 +84,7 @@ protected:
     /// Right-clicks a node, looks at the menu and leaves it with Escape, or with an entry.
     void RightClick(Operator &op, const char *key, const std::function<void(QMenu &)> &look)
     {
-        QMetaObject::invokeMethod(
-            &main(),
-            [this, key] {
-                main().Nodes.Select(key);
-                Q_EMIT main().TreeView1->MouseDown(Qt::RightButton);
-                main().TreeView1_NodeClick(key);
-            },
-            Qt::QueuedConnection);
+        op.Gui([&] { ClickNode(key, Qt::RightButton); });
         op.WaitFor([] { return qobject_cast<QMenu *>(QApplication::activePopupWidget()) != nullptr; },
                    "the menu");
         op.Gui([&] { look(*qobject_cast<QMenu *>(QApplication::activePopupWidget())); });
@@ -434,13 +427,9 @@ TEST_F(DeviceTreeTest, SlotsAndChannelsHaveNoMenu)
         Plant(op);
         Choose(op, Plain);
         for (const char *key : {Slot, Channel, "KeyPC"}) {
-            op.Gui([&] {
-                main().Nodes.Select(key);
-                Q_EMIT main().TreeView1->MouseDown(Qt::RightButton);
-            });
-            QMetaObject::invokeMethod(
-                &main(), [this, key] { main().TreeView1_NodeClick(key); }, Qt::QueuedConnection);
-            op.WaitFor([&] { return main().Nodes.Selected() == Plain; }, "the selection's return");
+            op.Gui([&] { ClickNode(key, Qt::RightButton); });
+            op.WaitFor([&] { return !main().Gate.IsBusy(); }, "the end of the click");
+            EXPECT_EQ(op.Gui([&] { return main().Nodes.Selected(); }), Plain);
             EXPECT_TRUE(op.Gui([] { return QApplication::activePopupWidget() == nullptr; }));
         }
     });

@@ -371,7 +371,7 @@ TEST_F(PageSelectionTest, ARowOfTheSlotListSelectsAndADoubleClickLoads)
         EXPECT_TRUE(op.Gui([&] { return main().Nodes.IsExpanded("_0003!!203900"); }));
         op.Gui([&] {
             auto *list = Find<QTreeWidget>("ListView3900");
-            Q_EMIT list->itemActivated(list->topLevelItem(0), 0);
+            Q_EMIT list->itemDoubleClicked(list->topLevelItem(0), 0);
         });
         op.WaitFor([&] { return vorn::TagOf(main().Frame1) == slot; }, "the slot's page");
     });
@@ -397,7 +397,7 @@ TEST_F(PageSelectionTest, TheTimerStartsTheRefreshInTheTickThatBringsTheSelectio
         const std::string key = AddModule(op, "7256");
         Choose(op, key);
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh");
-        op.Gui([&] { main().HoldRefresh(); });
+        op.Gui([&] { main().PauseRefresh = true; });
         op.WaitFor([&] { return !main().NoYield; }, "the end of the refresh");
         peer_.Forget();
         op.Gui([&] {
@@ -415,7 +415,7 @@ TEST_F(PageSelectionTest, TheRefreshNeverBeginsInsideATransactionOrUnderABox)
         const std::string key = AddModule(op, "7256");
         Choose(op, key);
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh");
-        op.Gui([&] { main().HoldRefresh(); });
+        op.Gui([&] { main().PauseRefresh = true; });
         op.WaitFor([&] { return !main().NoYield; }, "the end of the refresh");
         peer_.Forget();
         op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("30000")); });
@@ -460,15 +460,7 @@ TEST_F(PageSelectionTest, ADeviceThatVanishesDuringTheRefreshIsToldAndTheWindowG
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh");
         std::filesystem::remove(ports.Link(3));
         op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
-        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
-        op.Gui([&] { main().PauseRefresh = true; });
-        op.WaitFor(
-            [] {
-                if (QWidget *box = QApplication::activeModalWidget())
-                    box->close();
-                return QApplication::activeModalWidget() == nullptr;
-            },
-            "the end of the boxes");
+        op.WaitFor([&] { return !main().NoYield; }, "the end of the refresh");
         Choose(op, "KeyPC");
         EXPECT_TRUE(op.Gui([&] { return Shown("LabPC"); }));
     });

@@ -382,7 +382,7 @@ TEST_F(ScopeTest, ClosedOverAModulesPageItLeavesTheBusToolsOff)
             main().PauseRefresh = true;
             main().Search->setEnabled(true);
         });
-        op.WaitFor([&] { return !main().NoYield && !main().InTransaction(); }, "the end of the refresh");
+        op.WaitFor([&] { return !main().NoYield && !main().Gate.IsOnLine(); }, "the end of the refresh");
         op.Trigger(main().Search);
         op.Settle();
         EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }))
@@ -460,7 +460,7 @@ TEST_F(ScopeTest, AStartThatWaitsIsTakenBackByStopAndByClosing)
             op.WaitFor([&] { return !peer_.Lines().empty(); }, "the command");
             steps();
             peer_.Send("!05\r");
-            op.WaitFor([&] { return !main().InTransaction(); }, "the reply");
+            op.WaitFor([&] { return !main().Gate.IsOnLine(); }, "the reply");
             op.Settle();
         };
         inTransaction([&] {

@@ -279,7 +279,8 @@ TEST_F(SettingsTest, ABaseUnitsRecordIsWrittenWithoutAType)
         op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
         ASSERT_FALSE(peer.Lines().empty());
         EXPECT_EQ(peer.Lines().front(), "%00000740");
-        EXPECT_EQ(op.Gui([&] { return main().Nodes.Children("KeyCOM003"); }), Lines{"_0003!!003900"});
+        EXPECT_EQ(op.Gui([&] { return main().Nodes.Children("KeyCOM003"); }), Lines{"_1003!!003900"})
+            << "from here on the unit speaks with checksum";
     });
 }
 

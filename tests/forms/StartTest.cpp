@@ -165,7 +165,9 @@ TEST_F(WindowTest, ToolbarButtonsStandInTheirPlaces)
                 EXPECT_EQ(button->isSeparator(), *key == '\0') << i;
                 EXPECT_EQ(button->objectName(), QString::fromLatin1(key)) << i;
                 if (!button->isSeparator()) {
-                    EXPECT_EQ(button->toolTip(), QString::fromLatin1(tip)) << i;
+                    // What is not available yet says so behind its name.
+                    EXPECT_EQ(button->toolTip().section(QLatin1Char(':'), 0, 0), QString::fromLatin1(tip))
+                        << i;
                     EXPECT_FALSE(button->icon().isNull()) << i;
                 }
             }
@@ -190,7 +192,7 @@ TEST_F(WindowTest, TheListsHaveTheirColumns)
     Operate([&](Operator &op) {
         op.Gui([&] {
             expectColumns(
-                *main().ListView1,
+                static_cast<const QTreeWidget &>(*main().ListView1),
                 {{"Init State", 560}, {"Address (Hex)", 900}, {"Model", 600}, {"Description", 4600}});
             expectColumns(*Find<QTreeWidget>("ListView3900"),
                           {{"Slot", 450}, {"Module", 1500}, {"Description", 4600}});

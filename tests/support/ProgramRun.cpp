@@ -6,7 +6,9 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QTest>
 #include <QTreeWidgetItemIterator>
 
 ProgramRun::ProgramRun(int platformId) : platformId_(platformId) {}
@@ -27,18 +29,7 @@ void ProgramRun::Operate(const std::function<void(Operator &)> &steps)
         });
         if (loaded)
             steps(op);
-        // Let every loop end, so that the handlers return.
-        const auto ended = [&] {
-            main().Timer1.stop();
-            main().StopScan = true;
-            main().PauseRefresh = true;
-            main().TerminalStop = true;
-            return !main().NoYield;
-        };
-        op.WaitFor(ended, "end of the refresh");
-        // A tick that waited for its turn may have begun another.
-        op.Settle();
-        op.WaitFor(ended, "end of the last refresh");
+        AwaitActions(op);
     });
     QCoreApplication::sendPostedEvents();
     program_.reset();
@@ -69,27 +60,48 @@ bool ProgramRun::Shown(const char *name)
     return control->isVisible();
 }
 
-void ProgramRun::LeftClick(const std::string &key)
+QTreeWidgetItem *ProgramRun::Item(const std::string &key)
 {
-    // As the mouse does it: the view moves at once, the program follows when the click is handled.
     for (QTreeWidgetItemIterator item(main().TreeView1); *item; ++item) {
         if ((*item)->data(0, Qt::UserRole).toString() == vorn::ToQString(key))
-            main().TreeView1->SelectSilently(*item);
+            return *item;
     }
-    Q_EMIT main().TreeView1->MouseDown(Qt::LeftButton);
-    QMetaObject::invokeMethod(
-        main().TreeView1, [this, key] { Q_EMIT main().TreeView1->NodeClick(vorn::ToQString(key)); },
-        Qt::QueuedConnection);
+    ADD_FAILURE() << "no node " << key;
+    return nullptr;
+}
+
+void ProgramRun::ClickNode(const std::string &key, Qt::MouseButton button)
+{
+    QTreeWidgetItem *item = Item(key);
+    if (!item)
+        return;
+    vorn::TreeView *tree = main().TreeView1;
+    for (QTreeWidgetItem *parent = item->parent(); parent; parent = parent->parent())
+        tree->SetExpandedSilently(parent, true);
+    tree->scrollToItem(item);
+    const QPoint place = tree->visualItemRect(item).center();
+    QTest::mouseClick(tree->viewport(), button, {}, place);
+    if (button == Qt::RightButton) {
+        QContextMenuEvent menu(QContextMenuEvent::Mouse, place, tree->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(tree->viewport(), &menu);
+    }
+}
+
+void ProgramRun::LeftClick(const std::string &key)
+{
+    ClickNode(key, Qt::LeftButton);
+}
+
+void ProgramRun::AwaitActions(Operator &op)
+{
+    op.WaitFor([&] { return !main().Gate.IsBusy(); }, "the end of all actions");
 }
 
 void ProgramRun::Choose(Operator &op, const std::string &key)
 {
-    op.Gui([&] {
-        // A mark that the page's load takes away again, so that choosing the page on show can be awaited too.
-        vorn::SetTag(main().Frame1, "");
-        LeftClick(key);
-    });
-    op.WaitFor([&] { return vorn::TagOf(main().Frame1) == key; }, ("page of " + key).c_str());
+    op.Gui([&] { LeftClick(key); });
+    AwaitActions(op);
+    EXPECT_EQ(op.Gui([&] { return vorn::TagOf(main().Frame1); }), key);
 }
 
 void ProgramRun::Search(Operator &op, const char *start)

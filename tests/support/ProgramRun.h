@@ -7,6 +7,7 @@
 #include "platform/Clock.h"
 #include "platform/SerialPorts.h"
 #include "shell/Controls.h"
+#include "shell/RowList.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -18,6 +19,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+
+class QTreeWidgetItem;
 
 /// The machine's time, unless a test stops it.
 class TestClock final : public vorn::Clock
@@ -41,7 +44,8 @@ public:
     PortsFolder ports;
     TestClock clock;
 
-    /// Starts the program and runs the steps of the operator on it; ends what still loops when they are done.
+    /// Starts the program and runs the steps of the operator on it; what they began has ended when it
+    /// returns.
     void Operate(const std::function<void(Operator &)> &steps);
 
     vorn::Program &program() { return *program_; }
@@ -69,14 +73,19 @@ public:
     bool Shown(const char *name);
     std::string Status() { return Text("StatusBar1_1"); }
 
+    /// Waits until all that the operator has done has had its turn.
+    void AwaitActions(Operator &op);
     /// Chooses a node as a left click does, and waits until its page is loaded.
     void Choose(Operator &op, const std::string &key);
-    /// A left click on a node, without waiting.
+    /// A click on a node, without waiting. Its branch is unfolded first, as it is behind a search.
     void LeftClick(const std::string &key);
+    void ClickNode(const std::string &key, Qt::MouseButton button);
     /// A whole search of the selected port from address `start` on; the tree is filled when it returns.
     void Search(Operator &op, const char *start = "0");
 
 private:
+    QTreeWidgetItem *Item(const std::string &key);
+
     int platformId_;
     std::unique_ptr<vorn::SerialPorts> serialPorts_;
     std::unique_ptr<vorn::Program> program_;

@@ -4,6 +4,7 @@
 #include "platform/WidgetText.h"
 #include "protocol/ModelCatalogue.h"
 #include "shell/Controls.h"
+#include "shell/RowList.h"
 
 #include <QApplication>
 #include <QGroupBox>

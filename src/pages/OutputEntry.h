@@ -1,0 +1,42 @@
+#pragma once
+
+#include "protocol/NodeKey.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+class QAbstractButton;
+class QKeyEvent;
+class QLineEdit;
+
+namespace vorn
+{
+
+class FormMain;
+
+/// An entry of an output's value. Return, and the button beside it, send what stands in the entry then. While
+/// the operator types, the refresh leaves the entry alone.
+class OutputEntry final : public QObject
+{
+public:
+    /// `send` gets the node whose page was on show, and the text that stood in the entry, never an empty one.
+    OutputEntry(FormMain &main, QLineEdit *entry, QAbstractButton *button,
+                std::function<void(const NodeKey &node, const std::string &text)> send);
+
+protected:
+    bool eventFilter(QObject *control, QEvent *event) override;
+
+private:
+    bool Key(const QKeyEvent &key);
+    void Ask();
+
+    FormMain &main_;
+    QLineEdit *entry_;
+    std::function<void(const NodeKey &, const std::string &)> send_;
+    std::optional<std::string> asked_; ///< the text that waits to be sent: a held key piles up nothing
+};
+
+} // namespace vorn

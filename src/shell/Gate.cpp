@@ -1,0 +1,138 @@
+#include "shell/Gate.h"
+
+#include "platform/RuntimeError.h"
+
+#include <QApplication>
+#include <QScopeGuard>
+#include <QWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace vorn
+{
+
+namespace
+{
+
+/// Whether a context belongs to a window: is it, or one of its parts.
+bool BelongsTo(const QObject *context, const QWidget *window)
+{
+    const auto *widget = qobject_cast<const QWidget *>(context);
+    return widget && (widget == window || window->isAncestorOf(widget));
+}
+
+} // namespace
+
+Gate::OnLine::OnLine(Gate &gate) : gate_(gate)
+{
+    ++gate_.onLine_;
+}
+
+Gate::OnLine::~OnLine()
+{
+    if (--gate_.onLine_ == 0)
+        gate_.Ask();
+}
+
+void Gate::Take(Taken taken)
+{
+    const auto same = [&taken](const auto &other) {
+        return other.context && other.source == taken.source && other.page == taken.page;
+    };
+    if (taken.source && (std::ranges::any_of(waiting_, same) || std::ranges::any_of(running_, same)))
+        return;
+    waiting_.push_back(std::move(taken));
+    Ask();
+}
+
+void Gate::TakeInPlace(Taken taken)
+{
+    if (!waiting_.empty() && waiting_.back().source && waiting_.back().source == taken.source)
+        waiting_.pop_back();
+    waiting_.push_back(std::move(taken));
+    Ask();
+}
+
+bool Gate::IsBusy() const
+{
+    return IsRunning() || std::ranges::any_of(waiting_, [](const Taken &taken) { return taken.context; });
+}
+
+/// Has the event loop look for the next action. An action never begins inside the handler that takes it.
+void Gate::Ask()
+{
+    if (!std::exchange(asked_, true))
+        QMetaObject::invokeMethod(this, &Gate::RunNext, Qt::QueuedConnection);
+}
+
+void Gate::RunNext()
+{
+    asked_ = false;
+    if (IsOnLine())
+        return; // the end of the transaction asks again
+    const QWidget *modal = QApplication::activeModalWidget();
+    // The running action waits for something else than a window of its own; its end asks again.
+    const bool ownWindow = modal && std::ranges::find(running_, modal, &Running::modal) == running_.end();
+    if (IsRunning() && !ownWindow)
+        return;
+
+    std::erase_if(waiting_, [this](const Taken &taken) { return IsRetired(taken.context); });
+    const auto next = std::ranges::find_if(
+        waiting_, [modal](const Taken &taken) { return !modal || BelongsTo(taken.context, modal); });
+    if (next != waiting_.end()) {
+        const Taken taken = std::move(*next);
+        waiting_.erase(next);
+        if (!taken.page || *taken.page == pageOnShow_())
+            Run(taken, modal);
+        Ask();
+    } else if (!IsRunning() && waiting_.empty() && !modal) {
+        Q_EMIT Idle();
+    }
+}
+
+void Gate::Run(const Taken &taken, const QWidget *modal)
+{
+    running_.push_back({taken.context, taken.source, taken.page, modal, ++started_});
+    const auto end = qScopeGuard([this] {
+        running_.pop_back();
+        DeleteRetired();
+    });
+    try {
+        taken.action();
+    } catch (const RuntimeError &) {
+        // What the action had done by then stands.
+    }
+}
+
+bool Gate::IsRetired(const QObject *context) const
+{
+    return !context || std::ranges::any_of(retired_, [context](const QPointer<QWidget> &window) {
+        return window && BelongsTo(context, window);
+    });
+}
+
+bool Gate::HoldsRunning(const QWidget *window) const
+{
+    return std::ranges::any_of(running_,
+                               [window](const Running &action) { return BelongsTo(action.context, window); });
+}
+
+void Gate::Retire(QWidget *window)
+{
+    window->hide();
+    retired_.emplace_back(window);
+    DeleteRetired();
+    Ask();
+}
+
+void Gate::DeleteRetired()
+{
+    std::erase_if(retired_, [](const QPointer<QWidget> &window) { return !window; });
+    for (const QPointer<QWidget> &window : retired_) {
+        if (!HoldsRunning(window))
+            window->deleteLater();
+    }
+}
+
+} // namespace vorn

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "protocol/PollList.h"
+#include "shell/PageReading.h"
+
+#include <QGroupBox>
+
+#include <functional>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+
+class QAbstractButton;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace vorn
+{
+
+class DIO;
+class FormMain;
+
+/// Reply of a step of the live refresh.
+struct LiveReply {
+    const PollStep &step;
+    const NodeKey &node;
+    int channel; ///< channel that the step was sent for, 0 where it has none
+    bool accepted;
+    const std::string &text;
+    std::string payload; ///< data of an accepted reply
+};
+
+/// A frame of the page: it lays out its own controls, loads them, shows their live values and handles them.
+class PageFrame : public QGroupBox
+{
+public:
+    PageFrame(FormMain &main, const char *name, const char *title);
+
+    /// Clears and fills the lists of a model; a list that the model doesn't use keeps its entries.
+    virtual void LoadRangeTables(const std::string &model);
+    /// Reads from the module what the frame shows. Nothing is cached: the controls are the only copy of the
+    /// module's settings. A command that the module doesn't answer is skipped, and its controls keep what
+    /// they show. Does nothing for a node that the frame has no part in.
+    virtual void Load(PageReading &reading);
+
+    /// Whether a step of the refresh is to be sent as far as this frame has a say in it.
+    virtual bool Wants(const PollStep &step, int channel);
+    /// Shows the reply of a step, if it is this frame's.
+    virtual void ShowLive(const LiveReply &reply);
+
+    /// Notes that a load begins: what the operator changes from now on stays as he leaves it.
+    void BeginLoad();
+
+protected:
+    FormMain &main() const { return main_; }
+
+    // Loaded values. What the operator has changed since the load began isn't overwritten.
+    void ShowText(QLineEdit *entry, std::string_view text);
+    /// Selects a position; one that the list doesn't have leaves its selection.
+    void Select(QComboBox *list, int position);
+    void SetTick(QAbstractButton *button, bool ticked);
+
+    /// Has a point act through the gate, for the page that is on show when it is switched.
+    void Wire(DIO *point, const std::function<void(const NodeKey &node)> &click);
+
+private:
+    bool IsTouched(const QWidget *control) const;
+
+    FormMain &main_;
+};
+
+/// Fills a list from its captions and leaves nothing selected.
+void FillList(QComboBox *list, std::span<const std::string_view> captions);
+void FillList(QComboBox *list, std::span<const RangeRow> rows);
+
+/// Sets the text of all labels of an array.
+template <class Labels>
+void SetAll(const Labels &labels, const QString &text)
+{
+    for (QLabel *label : labels)
+        label->setText(text);
+}
+
+void ShowAll(std::initializer_list<QWidget *> controls, bool show);
+
+/// Sets the lamps of a group from eight binary characters: element i from bit i.
+void SetLamps(std::span<DIO *const> points, std::string_view bits);
+
+/// Whether the character of a reply at a position from 1 is a digit other than 0.
+bool IsSetAt(std::string_view reply, std::size_t position);
+
+} // namespace vorn
