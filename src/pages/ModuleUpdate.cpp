@@ -46,13 +46,6 @@ void PutNumber(std::string &bits, int lowest, int number)
     }
 }
 
-/// What sorts siblings: their keys from the address on.
-std::string SortText(std::string_view key)
-{
-    constexpr std::size_t Address = 8;
-    return Mid(key, Address);
-}
-
 } // namespace
 
 std::string FormatBits(const ModuleSettings &settings)
@@ -132,13 +125,14 @@ std::string KeyAfterUpdate(const ModuleSettings &settings)
 std::optional<std::size_t> MovedPlace(std::span<const std::string> keys, std::size_t index,
                                       std::string_view newKey)
 {
-    const std::string text = SortText(newKey);
-    const bool behindPrevious = index == 0 || SortText(keys[index - 1]) <= text;
-    const bool beforeNext = index + 1 >= keys.size() || text <= SortText(keys[index + 1]);
+    const auto sortText = [](std::string_view key) { return NodeKey(std::string(key)).sortText(); };
+    const std::string text = sortText(newKey);
+    const bool behindPrevious = index == 0 || sortText(keys[index - 1]) <= text;
+    const bool beforeNext = index + 1 >= keys.size() || text <= sortText(keys[index + 1]);
     if (behindPrevious && beforeNext)
         return std::nullopt;
     std::size_t place = 0;
-    while (place < keys.size() && (place == index || SortText(keys[place]) <= text))
+    while (place < keys.size() && (place == index || sortText(keys[place]) <= text))
         ++place;
     return place;
 }

@@ -86,7 +86,7 @@ std::string ExcitationCommand(const NodeKey &node, std::string text)
 
 std::string AnalogOutputCommand(const NodeKey &node, std::string_view value)
 {
-    return ExpandCommand(node.isModule() ? "#AA" : "#AASsCc", node) + std::string(value);
+    return ExpandCommand(node.kind() == NodeKind::Module ? "#AA" : "#AASsCc", node) + std::string(value);
 }
 
 std::string SlotOutputCommand(const NodeKey &node, int channel, std::string_view text)
