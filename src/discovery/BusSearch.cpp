@@ -211,13 +211,11 @@ void BusSearch::AddSlots(const std::string &moduleKey, const Finding &finding)
     const std::string reply = main_.ReplyText;
     if (!IsAccepted(reply))
         return;
-    const int overhead = finding.checksum ? 5 : 3;
-    const int last = (static_cast<int>(reply.size()) - overhead) / 2 - 1;
-    for (int slot = 0; slot <= last; ++slot) {
-        const std::string code = Mid(reply, static_cast<std::size_t>(2 * slot + 4), 2);
+    char digit = '0' - 1;
+    for (const std::string &code : SlotCodes(reply, finding.checksum)) {
+        ++digit;
         if (code == EmptySlotCode)
             continue;
-        const char digit = static_cast<char>('0' + slot);
         const std::string slotKey = SlotKey(moduleKey, digit, SlotModel(code));
         if (!main_.Nodes.Add(moduleKey, slotKey, std::string("(S") + digit + ") " + SlotNodeText(code),
                              SlotImage.normal, SlotImage.selected))

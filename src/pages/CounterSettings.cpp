@@ -1,6 +1,7 @@
 #include "pages/CounterSettings.h"
 
 #include "pages/AlarmLimits.h"
+#include "platform/RuntimeError.h"
 #include "protocol/Conversions.h"
 #include "protocol/Number.h"
 #include "protocol/PollList.h"
@@ -154,6 +155,17 @@ CounterCaptions CounterCaptionsFor(std::string_view model)
     if (KindOf(model) == Preset)
         return {"Preset &mode :", "Preset &value :", "&Initial value :"};
     return {"&Alarm mode :", "&High alarm value :", "H&iHi alarm value :"};
+}
+
+std::optional<int> DisplaySourceOf(std::string_view payload)
+{
+    constexpr char Last = '2';
+    const char digit = CharAt(payload, 1);
+    if (!IsDigit(digit))
+        return std::nullopt;
+    if (digit > Last)
+        throw RuntimeError(RuntimeErrorNumber::InvalidControlIndex);
+    return digit - '0';
 }
 
 std::string CounterRunCommand(const NodeKey &node, int counter, bool start)

@@ -1,5 +1,7 @@
 #include "protocol/ModelCatalogue.h"
 
+#include "protocol/CommandFrame.h"
+
 #include <algorithm>
 #include <array>
 #include <span>
@@ -156,6 +158,16 @@ std::string_view ModelHelpPage(std::string_view model)
     default:
         return "module-setting";
     }
+}
+
+std::vector<std::string> SlotCodes(std::string_view reply, bool checksum)
+{
+    constexpr std::size_t Width = 2;
+    const std::string payload = Payload(reply, checksum);
+    std::vector<std::string> codes;
+    for (std::size_t at = 0; at + Width <= payload.size() && codes.size() < MostSlots; at += Width)
+        codes.push_back(payload.substr(at, Width));
+    return codes;
 }
 
 std::string SlotModel(std::string_view code)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,10 @@ std::string_view ModelHelpPage(std::string_view model);
 
 /// Slot code of an empty slot.
 inline constexpr std::string_view EmptySlotCode = "FF";
+/// Slots of a base unit at most, whatever a reply's length says.
+inline constexpr std::size_t MostSlots = 8;
+/// Slot codes in a "$AAT" reply, slot 0 first, two characters each.
+std::vector<std::string> SlotCodes(std::string_view reply, bool checksum);
 /// Model of a slot code: "39" and the code, but "3H" is 3923H.
 std::string SlotModel(std::string_view code);
 /// What the text of a slot's node holds behind "(Sn) ".

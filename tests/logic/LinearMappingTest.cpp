@@ -58,7 +58,7 @@ TEST(OutputDigits, AreThoseOfTheLongerLimit)
 {
     constexpr DigitsCase Cases[] = {
         {"0", "100", 3},      {"0", "9.75", 1}, {"-100", "5", 4}, {"-5", "5", 2},   {"1000", "2", 4},
-        {"+0012.50", "3", 2}, {".5", ".75", 0}, {"0", ".5", 1},   {"-.5", ".5", 1}, {"", "", 1},
+        {"+0012.50", "3", 2}, {".5", ".75", 1}, {"0", ".5", 1},   {"-.5", ".5", 2}, {"", "", 1},
     };
     for (const DigitsCase &c : Cases)
         EXPECT_EQ(OutputDigits({c.low, c.high}), c.digits) << c.low << " " << c.high;
@@ -69,7 +69,7 @@ TEST(WireOutputLimits, ShareTheNumberOfDigits)
     EXPECT_EQ(WireOutputLimits({"0", "100"}), (LimitPair{"+000.00", "+100.00"}));
     EXPECT_EQ(WireOutputLimits({"0", "9.75"}), (LimitPair{"+0.0000", "+9.7500"}));
     EXPECT_EQ(WireOutputLimits({"-5", "5"}), (LimitPair{"-05.000", "+05.000"}));
-    EXPECT_EQ(WireOutputLimits({".25", ".5"}), (LimitPair{"+.25000", "+.50000"}));
+    EXPECT_EQ(WireOutputLimits({".25", ".5"}), (LimitPair{"+0.2500", "+0.5000"}));
 }
 
 TEST(WireOutputLimits, NeverExceedSevenCharacters)

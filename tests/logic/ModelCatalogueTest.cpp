@@ -1,5 +1,7 @@
 #include "protocol/ModelCatalogue.h"
 
+#include "protocol/Number.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -162,6 +164,28 @@ TEST(SlotCodes, UnknownOnesMakeANodeWithoutChannels)
     EXPECT_EQ(SlotModel("3h"), "393h") << "only upper case is widened";
     EXPECT_EQ(SlotListRowOf("3999").name, "");
     EXPECT_EQ(SlotListRowOf("7252").description, "");
+}
+
+TEST(SlotCodes, AreCutFromTheReply)
+{
+    using Codes = std::vector<std::string>;
+    EXPECT_EQ(SlotCodes("!0A21233HFF", false), (Codes{"21", "23", "3H", "FF"}));
+    EXPECT_EQ(SlotCodes("!0A21233HFFC7", true), (Codes{"21", "23", "3H", "FF"}));
+    EXPECT_EQ(SlotCodes("!0A", false), Codes{});
+    EXPECT_EQ(SlotCodes("!0AC7", true), Codes{});
+    EXPECT_EQ(SlotCodes("!0A213", false), Codes{"21"}) << "half a code is none";
+    EXPECT_EQ(SlotCodes("", true), Codes{});
+}
+
+TEST(SlotCodes, AreEightAtMost)
+{
+    std::string reply = "!0A";
+    for (int slot = 0; slot < 20; ++slot)
+        reply += HexByte(slot);
+    const auto codes = SlotCodes(reply, false);
+    ASSERT_EQ(codes.size(), 8U);
+    EXPECT_EQ(codes.front(), "00");
+    EXPECT_EQ(codes.back(), "07");
 }
 
 TEST(NodeImages, OfEveryKindOfNode)

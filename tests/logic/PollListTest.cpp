@@ -190,7 +190,7 @@ TEST(CounterText, DividesFrequenciesAndLeavesCounts)
     constexpr CountCase Cases[] = {
         {"0000012345", true, "Dec", "123.45"},
         {"0000010000", true, "Dec", "100"},
-        {"0000000050", true, "Dec", ".5"},
+        {"0000000050", true, "Dec", "0.5"},
         {"0000000000", true, "Dec", "0"},
         {"00002710", true, "Hex", "64"},
         {"000000C7", true, "Hex", "1"},
@@ -252,8 +252,8 @@ TEST(FaultCaption, OfEveryKindOfPoint)
 
 TEST(CounterText, ShowsFrequenciesBelowOneHertz)
 {
-    EXPECT_EQ(CounterText("0000000005", true, "Dec"), ".05");
-    EXPECT_EQ(CounterText("0000000001", true, "Dec"), ".01");
+    EXPECT_EQ(CounterText("0000000005", true, "Dec"), "0.05");
+    EXPECT_EQ(CounterText("0000000001", true, "Dec"), "0.01");
     EXPECT_EQ(CounterText("9999999999", true, "Dec"), "99999999.99");
     EXPECT_EQ(CounterText("00000064", true, "Hex"), "1");
     EXPECT_EQ(CounterText("0000", false, "Hex"), "0000");
