@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/NodeKey.h"
+#include "protocol/Registers.h"
 
 #include <optional>
 #include <string>
@@ -94,7 +95,7 @@ enum class FilterField {
 /// One register of the input filter: read as it stands, written with a value behind it.
 struct FilterRegister {
     FilterField field;
-    std::string_view command; ///< pattern with "AA"
+    Register reg;
     std::string_view failureText;
 };
 

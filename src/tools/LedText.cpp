@@ -1,5 +1,6 @@
 #include "tools/LedText.h"
 
+#include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 
 #include <cstddef>
@@ -14,7 +15,7 @@ constexpr std::size_t ValueLength = 7;
 
 bool HasSign(std::string_view model)
 {
-    return model == "7212D";
+    return Has(model, Feature::SignedDisplay);
 }
 
 std::string SignedValue(std::string_view entry)

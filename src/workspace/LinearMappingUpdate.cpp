@@ -53,7 +53,7 @@ LinearMappingUpdate::Outcome LinearMappingUpdate::Write(const NodeKey &node)
     if (!AreLimitsInOrder(input))
         return {"Low limit input value must be lower then high limit input value !", "Input Setting failure"};
     const int range = pages_.FrameMSet->CmbRange->currentIndex();
-    if (!Store(main_, node, MappingInputCommand(node, WireInputLimits(range, input))))
+    if (!Store(main_, node, MappingInputCommand(node, WireInputLimits(node.model(), range, input))))
         return {"Input Setting failure !", "Input Setting failure"};
 
     const LimitPair output = limits(frame->TextSLowLimit, frame->TextSHighLimit);

@@ -120,8 +120,8 @@ bool LiveData::RunStep(const PollStep &step, const NodeKey &node)
         if (!Applies(step, channel))
             continue;
         const bool checksum = NodeKey(TagOf(main_.Frame1)).checksum();
-        main_.trans(ExpandCommand(step.command, node, channel), checksum);
-        if (IsAccepted(main_.ReplyText, step.expect))
+        main_.trans(Query(step.reg, node, channel), checksum);
+        if (IsAccepted(main_.ReplyText, RowOf(step.reg).lead))
             Show(step, node, channel);
         else if (step.effect == PollEffect::ChannelReading)
             pages_.FrameChannel->LabChannelValue->clear();
@@ -159,7 +159,8 @@ void LiveData::Show(const PollStep &step, const NodeKey &node, int channel)
 {
     const std::string &reply = main_.ReplyText;
     const bool checksum = NodeKey(TagOf(main_.Frame1)).checksum();
-    const std::string payload = step.expect == '>' ? DataPayload(reply, checksum) : Payload(reply, checksum);
+    const std::string payload =
+        RowOf(step.reg).lead == '>' ? DataPayload(reply, checksum) : Payload(reply, checksum);
     const QString text = ToQString(payload);
     switch (step.effect) {
     case PollEffect::EventCount:

@@ -121,7 +121,7 @@ void PageValues(const std::string &reply)
     (void)key.port();
     (void)ChannelMaskCommand(key, Mid(reply, 4, 2), 3, true);
     for (const PollStep &step : PollSteps(key))
-        (void)ExpandCommand(step.command, key, 1);
+        (void)Query(step.reg, key, 1);
 }
 
 } // namespace

@@ -33,20 +33,21 @@ TEST(WireInputLimits, HoldBothLimitsAgainstTheBound)
     for (const InputCase &c : Cases) {
         const std::string bound = c.bound;
         const std::string wire = c.wire;
-        EXPECT_EQ(WireInputLimits(c.range, {"-" + bound, bound}), (LimitPair{"-" + wire, "+" + wire}))
+        EXPECT_EQ(WireInputLimits("7212D", c.range, {"-" + bound, bound}),
+                  (LimitPair{"-" + wire, "+" + wire}))
             << c.range;
         const LimitPair highAbove{"0", c.above};
-        EXPECT_EQ(WireInputLimits(c.range, highAbove), highAbove) << c.range;
+        EXPECT_EQ(WireInputLimits("7212D", c.range, highAbove), highAbove) << c.range;
         const LimitPair lowAbove{"-" + std::string(c.above), "0"};
-        EXPECT_EQ(WireInputLimits(c.range, lowAbove), lowAbove) << c.range;
+        EXPECT_EQ(WireInputLimits("7212D", c.range, lowAbove), lowAbove) << c.range;
     }
 }
 
 TEST(WireInputLimits, OfAnUnknownRangeStayAsTyped)
 {
     const LimitPair typed{"1", "2"};
-    EXPECT_EQ(WireInputLimits(-1, typed), typed);
-    EXPECT_EQ(WireInputLimits(6, typed), typed);
+    EXPECT_EQ(WireInputLimits("7212D", -1, typed), typed);
+    EXPECT_EQ(WireInputLimits("7212D", 6, typed), typed);
 }
 
 struct DigitsCase {

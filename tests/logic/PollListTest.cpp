@@ -79,9 +79,9 @@ TEST(PollSteps, SendTheirBytesInOrder)
             for (std::size_t i = 0; i < steps.size(); ++i) {
                 std::vector<std::string> lines;
                 for (int channel = 0; channel < steps[i].channels; ++channel)
-                    lines.push_back(ExpandCommand(steps[i].command, node, channel));
+                    lines.push_back(Query(steps[i].reg, node, channel));
                 EXPECT_EQ(lines, list.steps[i].lines) << key;
-                EXPECT_EQ(steps[i].expect, list.steps[i].expect) << key << " " << lines.front();
+                EXPECT_EQ(RowOf(steps[i].reg).lead, list.steps[i].expect) << key << " " << lines.front();
                 EXPECT_EQ(steps[i].effect, list.steps[i].effect) << key << " " << lines.front();
                 EXPECT_EQ(steps[i].condition, list.steps[i].condition) << key << " " << lines.front();
             }
@@ -223,7 +223,7 @@ TEST(PollSteps, OfAModuleInInitStateGoToAddress00)
             for (std::size_t i = 0; i < steps.size(); ++i) {
                 std::string line = list.steps[i].lines.front();
                 line.replace(1, 2, "00");
-                EXPECT_EQ(ExpandCommand(steps[i].command, node), line) << key;
+                EXPECT_EQ(Query(steps[i].reg, node), line) << key;
             }
         }
     }
@@ -236,8 +236,7 @@ TEST(PollSteps, FollowTheSlotAndChannelDigitsOfTheKey)
             const NodeKey node(std::string("_1003") + slot + channel + "FF3931");
             const auto steps = PollSteps(node);
             ASSERT_EQ(steps.size(), 1U);
-            EXPECT_EQ(ExpandCommand(steps[0].command, node),
-                      std::string("$FFS") + slot + "C" + channel + "6");
+            EXPECT_EQ(Query(steps[0].reg, node), std::string("$FFS") + slot + "C" + channel + "6");
         }
     }
 }
