@@ -63,8 +63,7 @@ enum class PageName : std::uint8_t {
     EightInputSlot,
     OutputAndInputSlot,
     SixteenOutputSlot,
-    SixRelaySlot,
-    EightRelaySlot,
+    RelaySlot,
     // Of channels.
     SensorChannel,
     VoltageChannel,

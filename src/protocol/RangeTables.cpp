@@ -378,6 +378,11 @@ std::string CaptionUnit(std::string_view caption)
     return Right(caption, UnitLength);
 }
 
+bool HasFixedSlotFormat(std::string_view model)
+{
+    return (Has(model, Feature::CardInputs) || Has(model, Feature::CardOutputs)) && !HasSlotFormatList(model);
+}
+
 bool HasSlotFormatList(std::string_view model)
 {
     return !SlotFormatCaptions(model).empty();

@@ -108,6 +108,9 @@ std::string_view DataFormatUnit(int position);
 /// The unit that a range caption ends with: its last two characters.
 std::string CaptionUnit(std::string_view caption);
 
+/// Whether a card's format is the one and only text "Engineering unit" of its page.
+bool HasFixedSlotFormat(std::string_view model);
+
 /// Whether loading a slot model's ranges refills the list at all; 3931 gets a cleared time list.
 bool HasSlotFormatList(std::string_view model);
 bool HasSlotTimeList(std::string_view model);

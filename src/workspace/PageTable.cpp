@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <initializer_list>
 #include <map>
-#include <span>
 
 namespace vorn
 {
@@ -183,15 +182,6 @@ Page BothRowsInputs(Page page)
         .Caption("LabDH", "Digital Input");
 }
 
-/// Relays 0 to `last` of a card.
-Page Relays(int last)
-{
-    return Page()
-        .Show({"FrameDIO", {"DIOL", 0, last}})
-        .Number({{"DIOL", 0, last, "DO  &", 0}})
-        .Caption("LabDL", "Relay Output");
-}
-
 /// Rows of all channels of an input slot: number, value, unit and alarms.
 Page InputSlot(const ModelRow &model)
 {
@@ -218,7 +208,8 @@ struct PageRow {
     PageDescription (*build)(const ModelRow &model);
 };
 
-constexpr PageRow ModulePages[] = {
+constexpr PageRow Pages[] = {
+    // Of modules and base units.
     {PageName::ThermocoupleInput,
      [](const ModelRow &) -> PageDescription { return AlarmInputPage().Show({"CmdGCJC"}); }},
     {PageName::AnalogInput, [](const ModelRow &) -> PageDescription { return AlarmInputPage(); }},
@@ -287,9 +278,8 @@ constexpr PageRow ModulePages[] = {
              .Show({"CmdDownLoadF", "ListView3900", "FrameMSet", "LabMFV", "LabMFVv"})
              .Hide(FormatAndRangeRows);
      }},
-};
 
-constexpr PageRow SlotPages[] = {
+    // Of slots.
     {PageName::SensorSlot,
      [](const ModelRow &model) -> PageDescription {
          return InputSlot(model).Show({"CmbSFormat", "CmbSRange", "CmbSTimeSlewRate"});
@@ -345,11 +335,16 @@ constexpr PageRow SlotPages[] = {
              .Caption("LabDL", "Digital Output")
              .Caption("LabDH", "Digital Output");
      }},
-    {PageName::SixRelaySlot, [](const ModelRow &) -> PageDescription { return Relays(5); }},
-    {PageName::EightRelaySlot, [](const ModelRow &) -> PageDescription { return Relays(7); }},
-};
+    {PageName::RelaySlot,
+     [](const ModelRow &model) -> PageDescription {
+         const int last = model.switches.front().last;
+         return Page()
+             .Show({"FrameDIO", {"DIOL", 0, last}})
+             .Number({{"DIOL", 0, last, "DO  &", 0}})
+             .Caption("LabDL", "Relay Output");
+     }},
 
-constexpr PageRow ChannelPages[] = {
+    // Of channels.
     {PageName::SensorChannel, [](const ModelRow &) -> PageDescription { return InputChannel(); }},
     {PageName::VoltageChannel,
      [](const ModelRow &) -> PageDescription {
@@ -375,24 +370,30 @@ constexpr PageRow ChannelPages[] = {
      [](const ModelRow &) -> PageDescription { return InputChannel().Hide({"CheckChEnable"}); }},
 };
 
-/// Pages by model, made of the pages that its rows name.
+/// Pages by model: those that a column of the models' rows names.
 using PageMap = std::map<std::string_view, PageDescription>;
 
-PageMap BuildPages(std::span<const PageRow> pages, PageName ModelRow::*column)
+PageMap BuildPages(PageName ModelRow::*column)
 {
     PageMap map;
     for (const ModelRow &model : AllModels()) {
-        const auto page = std::ranges::find(pages, model.*column, &PageRow::name);
-        if (page != pages.end())
-            map.emplace(model.model, page->build(model));
+        if (auto page = BuildPage(model, model.*column))
+            map.emplace(model.model, std::move(*page));
     }
     return map;
 }
 
-const PageDescription *Find(const PageMap &pages, std::string_view model)
+const PageDescription *Find(const PageMap &pages, std::string_view model, bool card)
 {
+    const ModelRow *row = FindModel(model);
     const auto found = pages.find(model);
-    return found == pages.end() ? nullptr : &found->second;
+    return row && row->IsCard() == card && found != pages.end() ? &found->second : nullptr;
+}
+
+const PageMap &OwnPages()
+{
+    static const PageMap pages = BuildPages(&ModelRow::page);
+    return pages;
 }
 
 } // namespace
@@ -403,22 +404,26 @@ const PageDescription &ResetPage()
     return page;
 }
 
+std::optional<PageDescription> BuildPage(const ModelRow &model, PageName name)
+{
+    const auto *page = std::ranges::find(Pages, name, &PageRow::name);
+    return page == std::end(Pages) ? std::nullopt : std::optional(page->build(model));
+}
+
 const PageDescription *ModulePage(std::string_view model)
 {
-    static const PageMap pages = BuildPages(ModulePages, &ModelRow::page);
-    return Find(pages, model);
+    return Find(OwnPages(), model, false);
 }
 
 const PageDescription *SlotPage(std::string_view model)
 {
-    static const PageMap pages = BuildPages(SlotPages, &ModelRow::page);
-    return Find(pages, model);
+    return Find(OwnPages(), model, true);
 }
 
 const PageDescription *ChannelPage(std::string_view model)
 {
-    static const PageMap pages = BuildPages(ChannelPages, &ModelRow::channelPage);
-    return Find(pages, model);
+    static const PageMap pages = BuildPages(&ModelRow::channelPage);
+    return Find(pages, model, true);
 }
 
 bool AreChannelTextsWritable(std::string_view model)
