@@ -8,7 +8,8 @@ namespace vorn
 /// Something that a model has.
 enum class Feature : std::uint8_t {
     // What the kind of a model brings along.
-    OwnAddress,    ///< everything but a slot card: record, model text, firmware version
+    OwnAddress,    ///< everything but a slot card: model text, firmware version
+    ModuleRecord,  ///< range, baud and format codes; everything with an address but a base unit
     SingleInput,   ///< one analog input
     ChannelInputs, ///< analog inputs behind a mask of enabled channels
     AnalogOutput,  ///< one analog output
@@ -21,25 +22,26 @@ enum class Feature : std::uint8_t {
     CardPoints,    ///< digital points of a card
 
     // What a model's row tells.
-    ModuleAlarm,     ///< alarm mode, high and low limit
-    EventCounter,    ///< counts the events of its digital input
-    ColdJunction,    ///< temperature of the terminals, for thermocouples
-    DataFormats,     ///< percent and hexadecimal beside engineering units
-    Ohms,            ///< ohms as one more data format
-    IntegrationTime, ///< 50 or 60 ms
-    SlewRate,        ///< of its outputs
-    LinearMapping,   ///< an input range is shown as another range
-    SignedDisplay,   ///< front display with a sign, which can be given back to the module
-    CounterDisplay,  ///< front display without a sign, whose source can be chosen; one alarm for both limits
-    Presets,         ///< counters with a preset and an initial value each
-    Excitation,      ///< excitation output
-    Logger,          ///< memory for logged values
-    Calibration,     ///< zero and span of its inputs
-    ChannelRanges,   ///< each channel of the card has a range of its own
-    HexReadings,     ///< the card's readings may be hexadecimal
-    Faults,          ///< the card tells which of its points are faulty
-    Directions,      ///< each point of the card is input or output
-    JudgedOutputs,   ///< the card tells whether it took an output command
+    ModuleAlarm,      ///< alarm mode, high and low limit
+    EventCounter,     ///< counts the events of its digital input
+    ColdJunction,     ///< a module's temperature of the terminals, for thermocouples
+    CardColdJunction, ///< a card's
+    DataFormats,      ///< percent and hexadecimal beside engineering units
+    Ohms,             ///< ohms as one more data format
+    IntegrationTime,  ///< 50 or 60 ms
+    SlewRate,         ///< of its outputs
+    LinearMapping,    ///< an input range is shown as another range
+    SignedDisplay,    ///< front display with a sign, which can be given back to the module
+    CounterDisplay,   ///< front display without a sign, whose source can be chosen; one alarm for both limits
+    Presets,          ///< counters with a preset and an initial value each
+    Excitation,       ///< excitation output
+    Logger,           ///< memory for logged values
+    Calibration,      ///< zero and span of its inputs
+    ChannelRanges,    ///< each channel of the card has a range of its own
+    HexReadings,      ///< the card's readings may be hexadecimal
+    Faults,           ///< the card tells which of its points are faulty
+    Directions,       ///< each point of the card is input or output
+    JudgedOutputs,    ///< the card tells whether it took an output command
 };
 
 /// A set of features.

@@ -200,7 +200,7 @@ constexpr ModelRow Models[] = {
      .poll = InputSlotPoll, .channelPoll = InputChannelPoll,
      .page = P::FastVoltageSlot, .channelPage = P::FastVoltageChannel, .records = FastCardRecords},
     {.model = "3925",  .kind = K::InputCard, .description = "7-channel Thermocouple input module",
-     .has = IntegrationTime | ColdJunction | Calibration, .ranges = &ThermocoupleCardRanges,
+     .has = IntegrationTime | CardColdJunction | Calibration, .ranges = &ThermocoupleCardRanges,
      .slotCode = "25", .channels = 7,
      .poll = InputSlotPoll, .channelPoll = InputChannelPoll,
      .page = P::VoltageSlot, .channelPage = P::VoltageChannel, .records = InputCardRecords},
@@ -247,19 +247,19 @@ constexpr Features KindFeatures(ModelKind kind)
 {
     switch (kind) {
     case K::AnalogInput:
-        return OwnAddress | SingleInput;
+        return OwnAddress | ModuleRecord | SingleInput;
     case K::ChannelInput:
-        return OwnAddress | ChannelInputs;
+        return OwnAddress | ModuleRecord | ChannelInputs;
     case K::AnalogOutput:
-        return OwnAddress | AnalogOutput;
+        return OwnAddress | ModuleRecord | AnalogOutput;
     case K::Digital:
-        return OwnAddress | Points;
+        return OwnAddress | ModuleRecord | Points;
     case K::Counter:
-        return OwnAddress | Counters;
+        return OwnAddress | ModuleRecord | Counters;
     case K::BaseUnit:
         return OwnAddress | Slots;
     case K::Console:
-        return OwnAddress;
+        return OwnAddress | ModuleRecord;
     case K::InputCard:
         return CardInputs;
     case K::OutputCard:

@@ -158,12 +158,6 @@ std::span<const RangeRow> RangesOf(std::string_view model, bool card)
     return row && row->ranges && row->IsCard() == card ? row->ranges->rows : std::span<const RangeRow>{};
 }
 
-/// Whether a stand-alone model has a feature.
-bool ModuleHas(std::string_view model, Feature feature)
-{
-    return Has(model, feature) && Has(model, Feature::OwnAddress);
-}
-
 std::optional<int> PositionIn(std::span<const RangeRow> rows, std::string_view code)
 {
     const auto found = std::ranges::find(rows, code, &RangeRow::code);
@@ -312,12 +306,12 @@ bool HasDataFormatList(std::string_view model)
 
 bool HasIntegrationTime(std::string_view model)
 {
-    return ModuleHas(model, Feature::IntegrationTime);
+    return Has(model, Feature::ChannelInputs) && Has(model, Feature::IntegrationTime);
 }
 
 bool UsesThermocoupleRanges(std::string_view model)
 {
-    return ModuleHas(model, Feature::ColdJunction);
+    return Has(model, Feature::ColdJunction);
 }
 
 bool HasModuleAlarm(std::string_view model)

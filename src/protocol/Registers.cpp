@@ -25,7 +25,7 @@ constexpr std::array Rows{
 
     RegisterRow{R::ModelText,               "$AAM",       "",           OwnAddress},
     RegisterRow{R::FirmwareVersion,         "$AAF",       "",           OwnAddress},
-    RegisterRow{R::Configuration,           "$AA2",       "%AA",        OwnAddress,                     '!', {4, 6},  "Configuration Status", 6, RecordForm::SameAddress},
+    RegisterRow{R::Configuration,           "$AA2",       "%AA",        ModuleRecord,                   '!', {4, 6},  "Configuration Status", 6, RecordForm::SameAddress},
     RegisterRow{R::BaseConfiguration,       "$AA2",       "%AA",        Slots,                          '!', {4, 4},  "Configuration Status", 4, RecordForm::AddressZero},
     RegisterRow{R::SlotTypes,               "$AAT",       "",           Slots,                          '!', {4, 0},  "I/O type", 8, RecordForm::Compared},
 

@@ -143,10 +143,8 @@ void Inspection::Records()
     if (row_.IsCard() || row_.kind == ModelKind::Console)
         return;
     for (const RegisterRow &row : AllRegisters()) {
-        const bool other =
-            row.id == (Is(Feature::Slots) ? Register::Configuration : Register::BaseConfiguration);
         const bool givenBack = row.id == Register::DisplaySource && Is(Feature::SignedDisplay);
-        Need(row.label.empty() || !HasRegister(row.id) || other || givenBack || Keeps(row.id),
+        Need(row.label.empty() || !HasRegister(row.id) || givenBack || Keeps(row.id),
              "no record \"" + std::string(row.label) + "\"");
     }
 }

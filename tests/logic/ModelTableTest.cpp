@@ -167,7 +167,8 @@ TEST(ModelTable, TellsWhoHasWhat)
     constexpr FeatureCase Cases[] = {
         {Feature::ModuleAlarm, "7203 7203D 7206 7212D 7218 "},
         {Feature::EventCounter, "7203 7203D 7206 7212D "},
-        {Feature::ColdJunction, "7203 7203D 7224 7224M 3925 "},
+        {Feature::ColdJunction, "7203 7203D 7224 7224M "},
+        {Feature::CardColdJunction, "3925 "},
         {Feature::DataFormats, "7203 7203D 7206 7209 7212D 7218 7231 "},
         {Feature::Ohms, "7209 "},
         {Feature::IntegrationTime, "7221 7224 7224M 3921 3923 3925 "},

@@ -113,10 +113,7 @@ TEST(Registers, OfOneModelNeverShareAQuery)
     for (const ModelRow &model : AllModels()) {
         std::set<std::string_view> queries;
         for (const RegisterRow &row : AllRegisters()) {
-            const bool base =
-                model.All().Has(Feature::Slots); // its record has two registers, one for each layout
-            if (row.query.empty() || !model.All().HasAny(row.of) ||
-                (base && row.id == Register::Configuration))
+            if (row.query.empty() || !model.All().HasAny(row.of))
                 continue;
             EXPECT_TRUE(queries.insert(row.query).second) << model.model << " " << row.query;
         }
