@@ -9,6 +9,7 @@
 #include "protocol/Conversions.h"
 #include "protocol/ModelCatalogue.h"
 #include "protocol/Number.h"
+#include "protocol/Registers.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
@@ -30,6 +31,7 @@ namespace
 
 constexpr int ChecksumBit = 6;
 constexpr int EndOfAddresses = 256;
+constexpr std::string_view AddressZero = "00";
 
 const char *const NothingFound = "Please Check:\r"
                                  "\r"
@@ -139,11 +141,11 @@ void BusSearch::ScanAddress(const std::string &hexaddr)
 {
     Finding finding{.hexaddr = hexaddr};
     main_.ReplyText.clear();
-    main_.trans("$" + hexaddr + "M", false);
+    main_.trans(Query(Register::ModelText, hexaddr), false);
     if (!IsAccepted(main_.ReplyText)) {
         if (main_.PortRefused)
             return; // told once is enough
-        main_.trans("$" + hexaddr + "M", true);
+        main_.trans(Query(Register::ModelText, hexaddr), true);
         if (!IsAccepted(main_.ReplyText))
             return;
         finding.chkflag = '1';
@@ -158,11 +160,11 @@ void BusSearch::ScanAddressZero()
 {
     Finding finding{.hexaddr = "00"};
     main_.ReplyText.clear();
-    main_.trans("$002", false);
+    main_.trans(Query(Register::Configuration, AddressZero), false);
     if (main_.StopScan)
         return;
     if (!IsAccepted(main_.ReplyText)) {
-        main_.trans("$00M", true);
+        main_.trans(Query(Register::ModelText, AddressZero), true);
         if (!IsAccepted(main_.ReplyText))
             return;
         finding.chkflag = '1';
@@ -177,7 +179,7 @@ void BusSearch::ScanAddressZero()
     finding.chkflag = checksumOn ? '1' : '0';
     finding.init = checksumOn || elsewhere || TellInitStateByWriting(record);
 
-    main_.trans("$00M", false);
+    main_.trans(Query(Register::ModelText, AddressZero), false);
     if (!IsAccepted(main_.ReplyText))
         return;
     finding.plainZero = !finding.init;
@@ -192,12 +194,13 @@ bool BusSearch::TellInitStateByWriting(const std::string &record)
     std::string bits = HexToBin(Right(record, 2));
     if (bits.size() == 8)
         bits[7 - ChecksumBit] = '1';
-    main_.trans("%0000" + RecordMiddle(record) + BinToHex(bits), false);
+    main_.trans(Write(Register::Configuration, AddressZero, "00" + RecordMiddle(record) + BinToHex(bits)),
+                false);
     if (IsAccepted(main_.ReplyText))
         WaitModuleReady(main_, "00", true);
 
     const bool init = IsAccepted(main_.ReplyText);
-    main_.trans("%00" + oldrec, init);
+    main_.trans(Write(Register::Configuration, AddressZero, oldrec), init);
     if (IsAccepted(main_.ReplyText))
         WaitModuleReady(main_, "00", false);
     return init;
@@ -220,17 +223,15 @@ void BusSearch::AddModule(const Finding &finding)
 
 void BusSearch::AddSlots(const std::string &moduleKey, const Finding &finding)
 {
-    main_.trans("$" + finding.hexaddr + "T", finding.checksum);
+    main_.trans(Query(Register::SlotTypes, finding.hexaddr), finding.checksum);
     const std::string reply = main_.ReplyText;
     if (!IsAccepted(reply))
         return;
-    const int overhead = finding.checksum ? 5 : 3;
-    const int last = (static_cast<int>(reply.size()) - overhead) / 2 - 1;
-    for (int slot = 0; slot <= last; ++slot) {
-        const std::string code = Mid(reply, static_cast<std::size_t>(2 * slot + 4), 2);
+    char digit = '0' - 1;
+    for (const std::string &code : SlotCodes(reply, finding.checksum)) {
+        ++digit;
         if (code == EmptySlotCode)
             continue;
-        const char digit = static_cast<char>('0' + slot);
         const std::string slotKey = SlotKey(moduleKey, digit, SlotModel(code));
         if (!main_.Nodes.Add(moduleKey, slotKey, std::string("(S") + digit + ") " + SlotNodeText(code),
                              SlotImage.normal, SlotImage.selected))

@@ -166,7 +166,7 @@ void DeviceTree::Tools_Click()
     const std::string key = main_.Nodes.Selected();
     const bool port = main_.Nodes.ParentKey(key) == KeyPC;
     const bool scope = port && main_.ScopeOnPort[static_cast<std::size_t>(PortOfPortKey(key))];
-    const ToolStates states = ToolsMenuFor(main_.Nodes.Text(key), scope, main_.Nodes.IsExpanded(key));
+    const ToolStates states = ToolsMenuFor(NodeKey(key).kind(), scope, main_.Nodes.IsExpanded(key));
     main_.Search->setEnabled(states.search);
     main_.Terminal->setEnabled(states.terminal);
     main_.Data_Scope->setEnabled(states.dataScope);

@@ -1,7 +1,5 @@
 #include "discovery/ToolStates.h"
 
-#include "protocol/Text.h"
-
 namespace vorn
 {
 
@@ -13,13 +11,10 @@ ToolStates ToolbarFor(NodeKind node, bool scopeOnPort, bool expanded)
         .search = bus, .terminal = bus, .dataScope = bus && !expanded, .saveSet = module, .loadSet = module};
 }
 
-ToolStates ToolsMenuFor(std::string_view nodeText, bool scopeOnPort, bool expanded)
+ToolStates ToolsMenuFor(NodeKind node, bool scopeOnPort, bool expanded)
 {
-    const std::string kind = Left(nodeText, 2);
-    return ToolbarFor(kind == "PC"   ? NodeKind::PC
-                      : kind == "CO" ? NodeKind::Port
-                                     : NodeKind::Module,
-                      scopeOnPort, expanded);
+    const bool card = node == NodeKind::Slot || node == NodeKind::Channel;
+    return ToolbarFor(card ? NodeKind::Module : node, scopeOnPort, expanded);
 }
 
 } // namespace vorn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string_view>
+#include "protocol/NodeKey.h"
 
 namespace vorn
 {
@@ -16,12 +16,10 @@ struct ToolStates {
     friend bool operator==(const ToolStates &, const ToolStates &) = default;
 };
 
-enum class NodeKind { PC, Port, Module, SlotOrChannel };
-
 /// Toolbar of the selected node. `scopeOnPort` and `expanded` are about a port's node.
 ToolStates ToolbarFor(NodeKind node, bool scopeOnPort, bool expanded);
 
-/// Entries of the Tools menu by the selected node's text. Slots and channels offer what their module does.
-ToolStates ToolsMenuFor(std::string_view nodeText, bool scopeOnPort, bool expanded);
+/// Entries of the Tools menu. Slots and channels offer what their module does.
+ToolStates ToolsMenuFor(NodeKind node, bool scopeOnPort, bool expanded);
 
 } // namespace vorn

@@ -11,26 +11,11 @@
 namespace vorn
 {
 
-namespace
-{
-
-NodeKind KindOf(const TreeNodes &nodes, const std::string &key)
-{
-    if (key == KeyPC)
-        return NodeKind::PC;
-    const std::string parent = nodes.ParentKey(key);
-    if (parent == KeyPC)
-        return NodeKind::Port;
-    return nodes.ParentKey(parent) == KeyPC ? NodeKind::Module : NodeKind::SlotOrChannel;
-}
-
-} // namespace
-
 void ShowToolbarOf(FormMain &main, const std::string &key)
 {
     if (!main.Nodes.Contains(key))
         return;
-    const NodeKind kind = KindOf(main.Nodes, key);
+    const NodeKind kind = NodeKey(key).kind();
     const bool scope =
         kind == NodeKind::Port && main.ScopeOnPort[static_cast<std::size_t>(PortOfPortKey(key))];
     const ToolStates states = ToolbarFor(kind, scope, main.Nodes.IsExpanded(key));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/NodeKey.h"
+#include "protocol/RangeTables.h"
 
 #include <optional>
 #include <string>
@@ -27,8 +28,12 @@ LimitPair FormatLimits(const LimitPair &limits, int digits);
 /// Nothing for any other position.
 std::optional<std::string> AlarmModeCommand(const NodeKey &node, int position);
 
-/// The limits as they are written: in wire form on the five models with a limit table, if they pass its test
-/// for the list position of `CmbRange`; otherwise as typed.
+/// Limits as they are written: in wire form if they pass the test of their bounds; otherwise, and without
+/// bounds, as typed.
+LimitPair WireLimits(const LimitBounds &bounds, const LimitPair &typed);
+
+/// The same for the alarm limits of a model, whose bounds go with the list position of `CmbRange`. As typed
+/// on models without an alarm.
 LimitPair WireAlarmLimits(std::string_view model, int range, const LimitPair &typed);
 
 std::string HighLimitCommand(const NodeKey &node, std::string_view limit); ///< "@AAHI" and the limit

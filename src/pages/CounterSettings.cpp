@@ -1,9 +1,10 @@
 #include "pages/CounterSettings.h"
 
 #include "pages/AlarmLimits.h"
+#include "platform/RuntimeError.h"
 #include "protocol/Conversions.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Number.h"
-#include "protocol/PollList.h"
 #include "protocol/RangeTables.h"
 #include "protocol/Text.h"
 
@@ -22,7 +23,7 @@ enum class CounterKind { Preset, Display };
 struct WriteRow {
     CounterKind kind;
     int counter;
-    std::string_view command;
+    Register reg;
     CounterField field;
     std::string_view failureText;
     std::string_view failureTitle;
@@ -35,44 +36,57 @@ constexpr std::string_view Maximum0 = "Counter 0 Maximum Value setting error !";
 constexpr std::string_view Maximum1 = "Counter 1 Maximum Value setting error !";
 
 using enum CounterKind;
+using F = CounterField;
+using R = Register;
 
+// clang-format off
 constexpr WriteRow Writes[] = {
-    {Preset, 0, "$AA30", CounterField::Maximum, Maximum0, MaximumTitle},
-    {Preset, 0, "@AAPA", CounterField::Preset, "Counter 0 Alarm Limit setting error !", LimitTitle},
-    {Preset, 0, "@AAP0", CounterField::Initial, "Counter 0 Initial Value setting error !", InitialTitle},
-    {Preset, 1, "$AA31", CounterField::Maximum, Maximum1, MaximumTitle},
-    {Preset, 1, "@AASA", CounterField::Preset, "Counter 1 Alarm Limit setting error !", LimitTitle},
-    {Preset, 1, "@AAP1", CounterField::Initial, "Counter 1 Initial Value setting error !", InitialTitle},
-    {Display, 0, "$AA30", CounterField::Maximum, Maximum0, MaximumTitle},
-    {Display, 0, "@AAPA", CounterField::Preset, "Counter 0 Alarm Low Limit setting error !", LimitTitle},
-    {Display, 0, "@AASA", CounterField::Initial, "Counter 0 Alarm High Limit setting error !", LimitTitle},
-    {Display, 1, "$AA31", CounterField::Maximum, Maximum1, MaximumTitle},
+    {Preset,  0, R::CountMaximum,   F::Maximum, Maximum0, MaximumTitle},
+    {Preset,  0, R::LowCountLimit,  F::Preset,  "Counter 0 Alarm Limit setting error !", LimitTitle},
+    {Preset,  0, R::InitialCount,   F::Initial, "Counter 0 Initial Value setting error !", InitialTitle},
+    {Preset,  1, R::CountMaximum,   F::Maximum, Maximum1, MaximumTitle},
+    {Preset,  1, R::HighCountLimit, F::Preset,  "Counter 1 Alarm Limit setting error !", LimitTitle},
+    {Preset,  1, R::InitialCount,   F::Initial, "Counter 1 Initial Value setting error !", InitialTitle},
+    {Display, 0, R::CountMaximum,   F::Maximum, Maximum0, MaximumTitle},
+    {Display, 0, R::LowCountLimit,  F::Preset,  "Counter 0 Alarm Low Limit setting error !", LimitTitle},
+    {Display, 0, R::HighCountLimit, F::Initial, "Counter 0 Alarm High Limit setting error !", LimitTitle},
+    {Display, 1, R::CountMaximum,   F::Maximum, Maximum1, MaximumTitle},
 };
 
 struct ReadRow {
     CounterKind kind;
     int counter;
-    std::string_view command;
+    Register reg;
     CounterReadUse use;
 };
 
 constexpr ReadRow Reads[] = {
-    {Preset, 0, "$AA50", CounterReadUse::State},      {Preset, 0, "$AA30", CounterReadUse::Maximum},
-    {Preset, 0, "@AADI", CounterReadUse::PresetMode}, {Preset, 0, "@AAG0", CounterReadUse::Initial},
-    {Preset, 0, "@AARP", CounterReadUse::Preset},     {Preset, 1, "$AA51", CounterReadUse::State},
-    {Preset, 1, "$AA31", CounterReadUse::Maximum},    {Preset, 1, "@AADI", CounterReadUse::PresetMode},
-    {Preset, 1, "@AAG1", CounterReadUse::Initial},    {Preset, 1, "@AARA", CounterReadUse::Preset},
-    {Display, 0, "$AA50", CounterReadUse::State},     {Display, 0, "$AA30", CounterReadUse::Maximum},
-    {Display, 0, "@AADI", CounterReadUse::AlarmMode}, {Display, 0, "@AARP", CounterReadUse::Preset},
-    {Display, 0, "@AARA", CounterReadUse::Initial},   {Display, 1, "$AA51", CounterReadUse::State},
-    {Display, 1, "$AA31", CounterReadUse::Maximum},   {Display, 1, "@AADI", CounterReadUse::AlarmMode},
+    {Preset,  0, R::CountState,     CounterReadUse::State},
+    {Preset,  0, R::CountMaximum,   CounterReadUse::Maximum},
+    {Preset,  0, R::CounterStatus,  CounterReadUse::PresetMode},
+    {Preset,  0, R::InitialCount,   CounterReadUse::Initial},
+    {Preset,  0, R::LowCountLimit,  CounterReadUse::Preset},
+    {Preset,  1, R::CountState,     CounterReadUse::State},
+    {Preset,  1, R::CountMaximum,   CounterReadUse::Maximum},
+    {Preset,  1, R::CounterStatus,  CounterReadUse::PresetMode},
+    {Preset,  1, R::InitialCount,   CounterReadUse::Initial},
+    {Preset,  1, R::HighCountLimit, CounterReadUse::Preset},
+    {Display, 0, R::CountState,     CounterReadUse::State},
+    {Display, 0, R::CountMaximum,   CounterReadUse::Maximum},
+    {Display, 0, R::CounterStatus,  CounterReadUse::AlarmMode},
+    {Display, 0, R::LowCountLimit,  CounterReadUse::Preset},
+    {Display, 0, R::HighCountLimit, CounterReadUse::Initial},
+    {Display, 1, R::CountState,     CounterReadUse::State},
+    {Display, 1, R::CountMaximum,   CounterReadUse::Maximum},
+    {Display, 1, R::CounterStatus,  CounterReadUse::AlarmMode},
 };
+// clang-format on
 
 std::optional<CounterKind> KindOf(std::string_view model)
 {
     if (!IsCounterModel(model))
         return std::nullopt;
-    return model == "7282" ? Preset : Display;
+    return Has(model, Feature::Presets) ? Preset : Display;
 }
 
 bool IsLevel(FilterField field)
@@ -80,13 +94,13 @@ bool IsLevel(FilterField field)
     return field == FilterField::HighLevel || field == FilterField::LowLevel;
 }
 
-constexpr FilterRegister HighLevel{FilterField::HighLevel, "$AA1H",
+constexpr FilterRegister HighLevel{FilterField::HighLevel, Register::HighLevel,
                                    "Non-isolated High Trigger Level setting error !"};
-constexpr FilterRegister LowLevel{FilterField::LowLevel, "$AA1L",
+constexpr FilterRegister LowLevel{FilterField::LowLevel, Register::LowLevel,
                                   "Non-isolated Low Trigger Level setting error !"};
-constexpr FilterRegister HighWidth{FilterField::HighWidth, "$AA0H",
+constexpr FilterRegister HighWidth{FilterField::HighWidth, Register::HighWidth,
                                    "Min Input Single Width at High Level setting error !"};
-constexpr FilterRegister LowWidth{FilterField::LowWidth, "$AA0L",
+constexpr FilterRegister LowWidth{FilterField::LowWidth, Register::LowWidth,
                                   "Min Input Single Width at Low Level setting error !"};
 
 } // namespace
@@ -106,7 +120,7 @@ std::vector<CounterWrite> CounterWrites(const NodeKey &node, int counter)
     for (const WriteRow &row : Writes) {
         if (row.kind == kind && row.counter == counter)
             writes.push_back(
-                {ExpandCommand(row.command, node), row.field, row.failureText, row.failureTitle});
+                {Write(row.reg, node, {}, counter), row.field, row.failureText, row.failureTitle});
     }
     return writes;
 }
@@ -115,7 +129,7 @@ std::optional<std::string> CounterModeCommand(const NodeKey &node, int counter, 
 {
     const auto kind = KindOf(node.model());
     if (kind == Preset)
-        return ExpandCommand(preset ? "@AAEAi" : "@AADAi", node, counter);
+        return Write(preset ? Register::EnableAlarm : Register::DisableAlarm, node, std::to_string(counter));
     if (kind == Display && counter == 0)
         return AlarmModeCommand(node, alarmMode);
     return std::nullopt;
@@ -127,7 +141,7 @@ std::vector<CounterRead> CounterReads(const NodeKey &node, int counter)
     const auto kind = KindOf(node.model());
     for (const ReadRow &row : Reads) {
         if (row.kind == kind && row.counter == counter)
-            reads.push_back({ExpandCommand(row.command, node), row.use});
+            reads.push_back({Query(row.reg, node, counter), row.use});
     }
     return reads;
 }
@@ -156,14 +170,25 @@ CounterCaptions CounterCaptionsFor(std::string_view model)
     return {"&Alarm mode :", "&High alarm value :", "H&iHi alarm value :"};
 }
 
+std::optional<int> DisplaySourceOf(std::string_view payload)
+{
+    constexpr char Last = '2';
+    const char digit = CharAt(payload, 1);
+    if (!IsDigit(digit))
+        return std::nullopt;
+    if (digit > Last)
+        throw RuntimeError(RuntimeErrorNumber::InvalidControlIndex);
+    return digit - '0';
+}
+
 std::string CounterRunCommand(const NodeKey &node, int counter, bool start)
 {
-    return CounterStateCommand(node, counter) + (start ? "1" : "0");
+    return Write(Register::CountState, node, start ? "1" : "0", counter);
 }
 
 std::string CounterStateCommand(const NodeKey &node, int counter)
 {
-    return ExpandCommand("$AA5i", node, counter);
+    return Query(Register::CountState, node, counter);
 }
 
 std::string_view CounterStateText(std::string_view payload)
@@ -185,7 +210,7 @@ const std::vector<FilterRegister> &FilterReads()
 
 std::string FilterCommandOf(const NodeKey &node, const FilterRegister &filter)
 {
-    return ExpandCommand(filter.command, node);
+    return Query(filter.reg, node);
 }
 
 std::string FilterWireText(FilterField field, std::string_view text)
@@ -201,7 +226,7 @@ std::string FilterFieldText(FilterField field, std::string_view payload)
 
 std::string InputStageCommand(const NodeKey &node, int element)
 {
-    return ExpandCommand("$AAB", node) + (element == 0 ? "0" : "1");
+    return Write(Register::InputStage, node, element == 0 ? "0" : "1");
 }
 
 } // namespace vorn

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/NodeKey.h"
+#include "protocol/Registers.h"
 
 #include <optional>
 #include <string>
@@ -74,6 +75,10 @@ struct CounterCaptions {
 };
 CounterCaptions CounterCaptionsFor(std::string_view model);
 
+/// Element of `OptionLED` that the payload of "$AA8" selects; nothing for one that begins with no digit,
+/// which leaves the option as it is. Throws 340 (no such element) for a digit above 2.
+std::optional<int> DisplaySourceOf(std::string_view payload);
+
 std::string CounterRunCommand(const NodeKey &node, int counter, bool start); ///< "$AA5n1" or "$AA5n0"
 std::string CounterStateCommand(const NodeKey &node, int counter);           ///< "$AA5n"
 /// "STOP" for a payload with the value 0, else "START".
@@ -90,7 +95,7 @@ enum class FilterField {
 /// One register of the input filter: read as it stands, written with a value behind it.
 struct FilterRegister {
     FilterField field;
-    std::string_view command; ///< pattern with "AA"
+    Register reg;
     std::string_view failureText;
 };
 

@@ -4,6 +4,7 @@
 #include "pages/ModuleUpdate.h"
 #include "platform/WidgetText.h"
 #include "protocol/Conversions.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
@@ -59,11 +60,11 @@ void FrameAIn::Load(PageReading &reading)
         return;
     if (IsVoltageOfThermocoupleModel(reading.model, reading.record->typeCode))
         CmdAICJC->hide();
-    if (!HasIntegrationTime(reading.model) || !reading.Ask("$AA6"))
+    if (!Has(reading.model, Feature::ChannelInputs))
         return;
-    const std::string mask = HexToBin(Mid(reading.Reply(), 4, 2));
-    for (int i = 0; i < Channels; ++i)
-        SetTick(CheckAI[static_cast<std::size_t>(i)], Bit(mask, i));
+    const auto mask = reading.Read(Register::ChannelMask);
+    for (int i = 0; mask && i < Channels; ++i)
+        SetTick(CheckAI[static_cast<std::size_t>(i)], Bit(HexToBin(*mask), i));
 }
 
 bool FrameAIn::Wants(const PollStep &step, int channel)
@@ -97,7 +98,7 @@ void FrameAIn::ShowLive(const LiveReply &reply)
 void FrameAIn::CheckAI_Click(const NodeKey &node, int channel, bool enabled)
 {
     main().NowStatus("Enable/Diaable channels is processing , Please wait moment....");
-    if (!Send(main(), node, ExpandCommand("$AA6", node)))
+    if (!Send(main(), node, Query(Register::ChannelMask, node)))
         return;
     if (!Send(main(), node, ChannelMaskCommand(node, Mid(main().ReplyText, 4, 2), channel, enabled)))
         return;

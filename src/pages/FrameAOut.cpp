@@ -6,6 +6,7 @@
 #include "pages/OutputScale.h"
 #include "platform/Dialogs.h"
 #include "platform/WidgetText.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/FieldGuard.h"
@@ -73,7 +74,7 @@ void FrameAOut::BuildControls()
 
 void FrameAOut::Load(PageReading &reading)
 {
-    if (!reading.record || reading.model != "7231")
+    if (!reading.record || !Has(reading.model, Feature::AnalogOutput))
         return;
     std::string_view unit =
         reading.range && reading.range->setsAOS ? reading.range->unit : std::string_view{};
@@ -145,7 +146,7 @@ void FrameAOut::ShowOutput(const LiveReply &reply)
     if (main().OutputEditing)
         return; // also when the operator began while the reply was on its way
     ShowInEntry(*TextAnalogOut, ToQString(reply.payload));
-    if (reply.node.isModule() || IsOneOf(main().OutputFormatCode, {"00", "01", "02"}))
+    if (reply.node.kind() == NodeKind::Module || IsOneOf(main().OutputFormatCode, {"00", "01", "02"}))
         SetSlider(reply.payload);
 }
 

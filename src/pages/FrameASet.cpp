@@ -63,12 +63,12 @@ void FrameASet::Load(PageReading &reading)
         SetAll(LabAunit, ToQString(reading.range->unit));
     if (!HasModuleAlarm(reading.model))
         return;
-    if (reading.Ask("@AADI"))
-        Select(CmdAlarmsetting, reading.ReplyChar(4) - '0');
-    if (reading.Ask("@AARH"))
-        ShowText(TextHighValue, reading.Data());
-    if (reading.Ask("@AARL"))
-        ShowText(TextLowValue, reading.Data());
+    if (const auto mode = reading.Read(Register::AlarmStatus); mode && !mode->empty())
+        Select(CmdAlarmsetting, mode->front() - '0');
+    if (const auto limit = reading.Read(Register::HighAlarm))
+        ShowText(TextHighValue, *limit);
+    if (const auto limit = reading.Read(Register::LowAlarm))
+        ShowText(TextLowValue, *limit);
 }
 
 void FrameASet::CmdAlarmsetting_Click()

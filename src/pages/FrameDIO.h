@@ -3,6 +3,7 @@
 #include "shell/PageFrame.h"
 
 #include <array>
+#include <cstdint>
 
 class QLabel;
 
@@ -10,7 +11,7 @@ namespace vorn
 {
 
 class DIO;
-enum class PointRow;
+enum class PointRow : std::uint8_t;
 
 /// Digital points in two groups of eight: the low group `DIOL`, the high group `DIOH`.
 class FrameDIO final : public PageFrame

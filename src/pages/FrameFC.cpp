@@ -8,6 +8,7 @@
 #include "platform/WidgetText.h"
 #include "protocol/CommandFrame.h"
 #include "protocol/Conversions.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
@@ -41,7 +42,7 @@ std::optional<std::string> WireCount(const QLineEdit &field)
 
 bool HasDisplay(const NodeKey &node)
 {
-    return node.model() != "7282";
+    return Has(node.model(), Feature::CounterDisplay);
 }
 
 } // namespace

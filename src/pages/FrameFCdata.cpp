@@ -6,6 +6,7 @@
 #include "pages/OutputCommands.h"
 #include "platform/WidgetText.h"
 #include "protocol/Conversions.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
@@ -81,16 +82,14 @@ void FrameFCdata::Load(PageReading &reading)
     if (reading.range && reading.range->setsFCs)
         SetAll(LabFCs, ToQString(reading.range->unit));
     for (int i = 0; i < Counters; ++i) {
-        if (reading.Ask("$AA5" + std::to_string(i)))
-            ShowState(i, reading.Data());
+        if (const auto state = reading.Read(Register::CountState, i))
+            ShowState(i, *state);
     }
-    if (settings_.IsCounting() && reading.Ask("@AADI")) {
-        if (reading.model == "7282") {
-            for (int i = 0; i < Counters; ++i)
-                ShowPresetMode(i, IsPresetMode(reading.Data(), i));
-        } else {
-            ShowAlarmMode(reading.ReplyChar(4));
-        }
+    if (const auto status = settings_.IsCounting() ? reading.Read(Register::CounterStatus) : std::nullopt) {
+        if (Has(reading.model, Feature::CounterDisplay))
+            ShowAlarmMode(CharAt(*status, 1));
+        for (int i = 0; Has(reading.model, Feature::Presets) && i < Counters; ++i)
+            ShowPresetMode(i, IsPresetMode(*status, i));
     }
     show();
 }

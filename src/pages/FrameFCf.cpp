@@ -99,30 +99,30 @@ void FrameFCf::Load(PageReading &reading)
 {
     if (!reading.record || !IsCounterModel(reading.model))
         return;
-    if (reading.Ask("$AAB")) {
-        const std::string stage(1, reading.ReplyChar(4));
-        ShowStage(stage);
-        if (stage == "0" || stage == "1")
-            ShowInputStage(stage == "1");
-    }
+    if (const auto photo = ReadStage(reading))
+        ShowInputStage(*photo);
     ReadFilter(reading);
-    if (reading.Ask("$AA4")) {
-        SetTick(CheckFilter, Val(std::string(1, reading.ReplyChar(4))) != 0);
+    if (const auto enabled = reading.Read(Register::InputFilter)) {
+        SetTick(CheckFilter, Val(*enabled) != 0);
         show();
     }
 }
 
-void FrameFCf::ShowStage(const std::string &payload)
+/// Shows the input stage that the module tells, and says whether it is the photo input.
+std::optional<bool> FrameFCf::ReadStage(PageReading &reading)
 {
-    if (payload == "0" || payload == "1")
-        SetTick(OptionFSel[payload == "1" ? 1 : 0], true);
+    const auto stage = reading.Read(Register::InputStage);
+    if (stage != "0" && stage != "1")
+        return std::nullopt;
+    SetTick(OptionFSel[*stage == "1" ? 1 : 0], true);
+    return *stage == "1";
 }
 
 void FrameFCf::ReadFilter(PageReading &reading)
 {
     for (const FilterRegister &filter : FilterReads()) {
-        if (reading.Ask(filter.command))
-            ShowText(Field(filter.field), FilterFieldText(filter.field, reading.Data()));
+        if (const auto value = reading.Read(filter.reg))
+            ShowText(Field(filter.field), FilterFieldText(filter.field, *value));
     }
 }
 
@@ -145,15 +145,9 @@ void FrameFCf::OptionFSel_Click(const NodeKey &node, int element)
     BeginLoad();
     PageReading reading(main(), node);
     Send(main(), node, InputStageCommand(node, element));
-    bool photo = element == 1;
-    if (reading.Ask("$AAB")) {
-        const std::string stage = reading.Data();
-        ShowStage(stage);
-        if (stage == "0" || stage == "1")
-            photo = stage == "1"; // a refused stage leaves the module at the one that it tells
-    }
+    const auto told = ReadStage(reading); // a stage that was refused leaves the module at the one before
     ReadFilter(reading);
-    ShowInputStage(photo);
+    ShowInputStage(told.value_or(element == 1));
 }
 
 void FrameFCf::CheckFilter_Click(const NodeKey &node, bool enabled)

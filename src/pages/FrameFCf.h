@@ -3,6 +3,7 @@
 #include "shell/PageFrame.h"
 
 #include <array>
+#include <optional>
 
 class QCheckBox;
 class QLabel;
@@ -41,7 +42,7 @@ private:
     void CheckFilter_Click(const NodeKey &node, bool enabled);
     void ComFUpdata_Click(const NodeKey &node);
 
-    void ShowStage(const std::string &payload);
+    std::optional<bool> ReadStage(PageReading &reading);
     void ShowInputStage(bool photo);
     void ReadFilter(PageReading &reading);
     QLineEdit *Field(FilterField field) const;

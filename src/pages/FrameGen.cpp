@@ -5,6 +5,7 @@
 #include "pages/OutputEntry.h"
 #include "platform/WidgetText.h"
 #include "protocol/Conversions.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
@@ -99,7 +100,7 @@ void FrameGen::Load(PageReading &reading)
         LabRdu->setText(ToQString(unit));
     if (IsVoltageOfThermocoupleModel(reading.model, reading.record->typeCode))
         CmdGCJC->hide();
-    if (reading.model == "7218")
+    if (Has(reading.model, Feature::Excitation))
         main().OutputFormatCode = "00"; // its excitation output knows engineering units only
 }
 

@@ -5,7 +5,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Events.h"
 #include "platform/WidgetText.h"
-#include "protocol/Text.h"
+#include "protocol/ModelTable.h"
 #include "shell/Controls.h"
 #include "shell/FieldGuard.h"
 #include "shell/FormMain.h"
@@ -56,23 +56,21 @@ void FrameLSet::BuildFields()
 
 void FrameLSet::Load(PageReading &reading)
 {
-    if (!reading.record || reading.model != "7212D")
+    if (!reading.record || !Has(reading.model, Feature::LinearMapping))
         return;
     SetAll(LabLunit, ToQString(reading.inputUnit));
-    if (reading.Ask("$AAB"))
-        SetTick(CheckLinearScaling, reading.ReplyChar(4) == '1');
-    if (reading.Ask("$AA3"))
+    if (const auto on = reading.Read(Register::MappingSwitch))
+        SetTick(CheckLinearScaling, *on == "1");
+    if (reading.Read(Register::MappingInput))
         ShowLimits(reading.Reply(), TextMLowLimit, TextMHighLimit);
-    if (reading.Ask("$AA5"))
+    if (reading.Read(Register::MappingOutput))
         ShowLimits(reading.Reply(), TextSLowLimit, TextSHighLimit);
 }
 
 void FrameLSet::ShowLimits(const std::string &reply, QLineEdit *low, QLineEdit *high)
 {
-    constexpr std::size_t Low = 4; // place in the reply, from 1
-    constexpr std::size_t Length = 7;
-    ShowText(low, Mid(reply, Low, Length));
-    ShowText(high, Mid(reply, Low + Length, Length));
+    ShowText(low, Cut(reply, ReplyPlace::LowLimit));
+    ShowText(high, Cut(reply, ReplyPlace::HighLimit));
 }
 
 void FrameLSet::CmdLinearUpdata_Click(const NodeKey &node)
@@ -98,7 +96,7 @@ FrameLSet::Outcome FrameLSet::Write(const NodeKey &node)
     if (!AreLimitsInOrder(input))
         return {"Low limit input value must be lower then high limit input value !", "Input Setting failure"};
     const int range = settings_.CmbRange->currentIndex();
-    if (!Store(main(), node, MappingInputCommand(node, WireInputLimits(range, input))))
+    if (!Store(main(), node, MappingInputCommand(node, WireInputLimits(node.model(), range, input))))
         return {"Input Setting failure !", "Input Setting failure"};
 
     const LimitPair output = limits(TextSLowLimit, TextSHighLimit);

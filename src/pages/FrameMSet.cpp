@@ -1,14 +1,15 @@
 #include "pages/FrameMSet.h"
 
+#include "pages/CounterSettings.h"
 #include "pages/ModuleUpdate.h"
 #include "pages/OutputCommands.h"
 #include "platform/Dialogs.h"
 #include "platform/Events.h"
-#include "platform/RuntimeError.h"
 #include "platform/WidgetText.h"
 #include "protocol/CommandFrame.h"
 #include "protocol/Conversions.h"
 #include "protocol/ModelCatalogue.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
@@ -143,18 +144,19 @@ void FrameMSet::LoadRangeTables(const std::string &model)
 
 void FrameMSet::Load(PageReading &reading)
 {
-    if (!reading.node.isModule())
+    if (reading.node.kind() != NodeKind::Module)
         return;
     const std::string addr = reading.node.busAddress();
     ShowText(TextAddress, std::to_string(static_cast<int>(HexVal(addr))));
     TextAddress_Change();
     SetAccess(reading.node);
 
-    if (reading.Ask("$AAF"))
-        LabMFVv->setText(ToQString(reading.Data()));
-    if (!reading.Ask("$AA2"))
+    if (const auto version = reading.Read(Register::FirmwareVersion))
+        LabMFVv->setText(ToQString(*version));
+    const bool base = reading.model == BaseUnitModel;
+    if (!reading.Read(base ? Register::BaseConfiguration : Register::Configuration))
         return;
-    reading.record.emplace(reading.Reply(), reading.model == BaseUnitModel);
+    reading.record.emplace(reading.Reply(), base);
     reading.range = DecodeRange(reading.model, reading.record->typeCode);
     ShowRecord(reading);
     if (IsCounterModel(reading.model))
@@ -191,7 +193,7 @@ void FrameMSet::ShowRecord(const PageReading &reading)
         if (HasIntegrationTime(model))
             Select(CmbDataFormat, Bit(bits, IntegrationBit) ? 1 : 0);
     }
-    if (model == "7231") {
+    if (Has(model, Feature::AnalogOutput)) {
         FillList(CmbSlowRate, SlewRateCaptions(CmbRange->currentIndex() == VoltageRange));
         if (!bits.empty())
             Select(CmbSlowRate, SlewRatePosition(bits));
@@ -200,21 +202,16 @@ void FrameMSet::ShowRecord(const PageReading &reading)
 
 void FrameMSet::LoadCounter(PageReading &reading)
 {
-    if (reading.Ask("$AA8")) {
-        const char source = reading.ReplyChar(4);
-        if (IsDigit(source)) {
-            const auto element = static_cast<std::size_t>(source - '0');
-            if (element >= OptionLED.size())
-                throw RuntimeError(RuntimeErrorNumber::InvalidControlIndex);
-            SetTick(OptionLED[element], true);
-        }
+    if (const auto value = reading.Read(Register::DisplaySource)) {
+        if (const auto element = DisplaySourceOf(*value))
+            SetTick(OptionLED[static_cast<std::size_t>(*element)], true);
     }
     CmbRange_Click();
     if (IsFrequency()) {
         if (!reading.record->bits.empty())
             Select(CmbDataFormat, Bit(reading.record->bits, GateBit) ? 1 : 0);
-    } else if (reading.Ask("$AAA") && IsDigit(reading.ReplyChar(4))) {
-        Select(CmbDataFormat, reading.ReplyChar(4) - '0');
+    } else if (const auto gate = reading.Read(Register::Gate); gate && !gate->empty()) {
+        Select(CmbDataFormat, gate->front() - '0');
     }
 }
 

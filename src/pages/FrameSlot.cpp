@@ -1,6 +1,5 @@
 #include "pages/FrameSlot.h"
 
-#include "protocol/Text.h"
 #include "shell/Controls.h"
 
 #include <QComboBox>
@@ -68,7 +67,7 @@ void FrameSlot::Load(PageReading &reading)
     if (!reading.node.hasSlot())
         return;
     LabSRangeLab->setText(CmbSRange->currentText());
-    if (!IsOneOf(reading.model, {"3925", "3923", "3931"}))
+    if (HasSlotFormatList(reading.model))
         LabSDataFormatLab->setText(CmbSFormat->currentText());
     LabS_time_slewrate->setText(CmbSTimeSlewRate->currentText());
 }

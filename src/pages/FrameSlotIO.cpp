@@ -2,6 +2,7 @@
 
 #include "pages/FrameSlot.h"
 #include "platform/WidgetText.h"
+#include "protocol/ModelTable.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
 #include "shell/SelectAllOnFocus.h"
@@ -56,7 +57,7 @@ void FrameSlotIO::Load(PageReading &reading)
     if (!reading.node.hasSlot())
         return;
     for (QLineEdit *value : TextCH)
-        SetWritable(*value, reading.model == "3931");
+        SetWritable(*value, Has(reading.model, Feature::CardOutputs));
 }
 
 /// A channel's entry that the operator types into is left alone.
@@ -77,7 +78,8 @@ void FrameSlotIO::ShowLive(const LiveReply &reply)
     const auto channel = static_cast<std::size_t>(reply.channel);
     switch (reply.step.effect) {
     case PollEffect::SlotReadings: {
-        const bool hexadecimal = reply.node.model() == "3923H" && settings_.ShowsSecondFormat();
+        const bool hexadecimal =
+            Has(reply.node.model(), Feature::HexReadings) && settings_.ShowsSecondFormat();
         const auto texts = SlotTexts(reply.node.model(), reply.text, hexadecimal);
         for (std::size_t i = 0; i < texts.size(); ++i)
             ShowInEntry(*TextCH[i], ToQString(texts[i]));

@@ -15,7 +15,7 @@ std::string MappingOutputCommand(const NodeKey &node, const LimitPair &wireLimit
 
 /// The input range as it is written: in wire form if neither limit exceeds the bound of the list position of
 /// `CmbRange`; otherwise, and for a position without a bound, as typed.
-LimitPair WireInputLimits(int range, const LimitPair &typed);
+LimitPair WireInputLimits(std::string_view model, int range, const LimitPair &typed);
 
 /// Integer digits of the output range: the length of the longer of the two limits' texts in front of the
 /// point, a sign included.

@@ -2,10 +2,10 @@
 
 #include "protocol/CommandFrame.h"
 #include "protocol/Conversions.h"
-#include "protocol/ModelCatalogue.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Number.h"
-#include "protocol/PollList.h"
 #include "protocol/RangeTables.h"
+#include "protocol/Registers.h"
 #include "protocol/Text.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ constexpr std::string_view NoAddress = "00";
 
 bool IsBaseUnit(const ModuleSettings &settings)
 {
-    return settings.node.model() == BaseUnitModel;
+    return Has(settings.node.model(), Feature::Slots);
 }
 
 std::string WrittenAddress(const ModuleSettings &settings)
@@ -46,13 +46,6 @@ void PutNumber(std::string &bits, int lowest, int number)
     }
 }
 
-/// What sorts siblings: their keys from the address on.
-std::string SortText(std::string_view key)
-{
-    constexpr std::size_t Address = 8;
-    return Mid(key, Address);
-}
-
 } // namespace
 
 std::string FormatBits(const ModuleSettings &settings)
@@ -64,7 +57,7 @@ std::string FormatBits(const ModuleSettings &settings)
         PutNumber(bits, 0, settings.dataFormat);
     if (HasIntegrationTime(model))
         SetBit(bits, IntegrationBit, settings.dataFormat == 1);
-    if (model == "7231" && settings.slewRate >= 0 && settings.slewRate < SlewRates)
+    if (Has(model, Feature::SlewRate) && settings.slewRate >= 0 && settings.slewRate < SlewRates)
         PutNumber(bits, SlewRateShift, settings.slewRate);
     if (IsCounterModel(model) && settings.range == FrequencyMode)
         SetBit(bits, GateBit, settings.dataFormat == 1);
@@ -74,11 +67,11 @@ std::string FormatBits(const ModuleSettings &settings)
 std::string ModuleUpdateCommand(const ModuleSettings &settings)
 {
     std::string bits = FormatBits(settings);
-    std::string command = ExpandCommand("%AA", settings.node) + WrittenAddress(settings);
+    std::string record = WrittenAddress(settings);
     if (!IsBaseUnit(settings))
-        command += RangeCode(settings.node.model(), settings.range);
-    command += BaudCode(settings.baudrate);
-    return command + BinToHex(bits);
+        record += RangeCode(settings.node.model(), settings.range);
+    record += BaudCode(settings.baudrate);
+    return Write(Register::Configuration, settings.node, record + BinToHex(bits));
 }
 
 std::string AddressAfterUpdate(const ModuleSettings &settings)
@@ -90,13 +83,13 @@ std::optional<std::string> GateCommand(const ModuleSettings &settings)
 {
     if (!IsCounterModel(settings.node.model()) || settings.range != CounterMode || settings.dataFormat < 0)
         return std::nullopt;
-    return "$" + AddressAfterUpdate(settings) + "A" + std::to_string(settings.dataFormat);
+    return Write(Register::Gate, AddressAfterUpdate(settings), std::to_string(settings.dataFormat));
 }
 
 std::string NewAddress(const NodeKey &node, std::string_view labAddr)
 {
     constexpr std::size_t Digits = 2;
-    return node.model() == BaseUnitModel ? std::string(NoAddress) : Left(labAddr, Digits);
+    return Has(node.model(), Feature::Slots) ? std::string(NoAddress) : Left(labAddr, Digits);
 }
 
 std::optional<std::string> AddressLabel(std::string_view decimal)
@@ -132,13 +125,14 @@ std::string KeyAfterUpdate(const ModuleSettings &settings)
 std::optional<std::size_t> MovedPlace(std::span<const std::string> keys, std::size_t index,
                                       std::string_view newKey)
 {
-    const std::string text = SortText(newKey);
-    const bool behindPrevious = index == 0 || SortText(keys[index - 1]) <= text;
-    const bool beforeNext = index + 1 >= keys.size() || text <= SortText(keys[index + 1]);
+    const auto sortText = [](std::string_view key) { return NodeKey(std::string(key)).sortText(); };
+    const std::string text = sortText(newKey);
+    const bool behindPrevious = index == 0 || sortText(keys[index - 1]) <= text;
+    const bool beforeNext = index + 1 >= keys.size() || text <= sortText(keys[index + 1]);
     if (behindPrevious && beforeNext)
         return std::nullopt;
     std::size_t place = 0;
-    while (place < keys.size() && (place == index || SortText(keys[place]) <= text))
+    while (place < keys.size() && (place == index || sortText(keys[place]) <= text))
         ++place;
     return place;
 }
@@ -147,12 +141,12 @@ std::string ChannelMaskCommand(const NodeKey &node, std::string_view oldMask, in
 {
     std::string bits = HexToBin(oldMask);
     SetBit(bits, channel, enabled);
-    return ExpandCommand("$AA5", node) + BinToHex(bits);
+    return Write(Register::ChannelMask, node, BinToHex(bits));
 }
 
 std::string FilterCommand(const NodeKey &node, bool enabled)
 {
-    return ExpandCommand("$AA4", node) + (enabled ? "1" : "0");
+    return Write(Register::InputFilter, node, enabled ? "1" : "0");
 }
 
 } // namespace vorn

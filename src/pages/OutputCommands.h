@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/ModelTable.h"
 #include "protocol/NodeKey.h"
 
 #include <optional>
@@ -20,15 +21,12 @@ int AnalogModuleOutputs(std::string_view model);
 /// "@AADO" and the byte of all outputs of an analog input or counter module: element i is bit i.
 std::string OutputByteCommand(const NodeKey &node, std::span<const bool> outputs);
 
-/// The two rows of indicators of the digital page.
-enum class PointRow { Low, High }; // DIOL, DIOH
-
 /// Command of a click on element 0 to 7 of a digital page: "#AA1ev" of a module, "#AASs1ev" of a slot, with e
 /// the output as one hexadecimal digit and v "01" for set, "00" for clear. Nothing for points that are no
 /// outputs.
 std::optional<std::string> PointCommand(const NodeKey &node, PointRow row, int element, bool set);
 
-/// Whether the reply of a `PointCommand` is judged at all: 3948 alone, which accepts with ">".
+/// Whether the reply of a `PointCommand` is judged; it is accepted with ">".
 bool JudgesPointReply(std::string_view model);
 
 /// "$AA8e": what the front display of the counter modules shows, e the element of `OptionLED`, 0 to 2.

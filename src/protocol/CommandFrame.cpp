@@ -1,6 +1,7 @@
 #include "protocol/CommandFrame.h"
 
 #include "platform/RuntimeError.h"
+#include "protocol/ModelCatalogue.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
 
@@ -96,7 +97,7 @@ ModelReply ReduceModelReply(std::string reply, bool checksum)
     if (family != '7' && family != '3')
         reduced.model.clear();
     if (reduced.model == "3900E") {
-        reduced.model = "3900";
+        reduced.model = BaseUnitModel;
         reduced.reply.pop_back();
     }
     return reduced;

@@ -23,7 +23,7 @@ std::string DecToHex8(std::string_view text);
 /// number.
 std::string Hex8ToDec(std::string_view hex);
 
-/// A value with one decimal as two digits without its point: "2.5" is "25", ".5" is "05".
+/// A value with one decimal as two digits without its point: "2.5" is "25", "0.5" is "05".
 std::string DotlessTwoDigit(std::string_view text);
 
 /// A value as seven characters: sign, integer part with at least `digits` digits, fraction part. Above

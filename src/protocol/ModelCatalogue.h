@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,8 +11,8 @@ namespace vorn
 /// Model of the base units; the extended "3900E" is folded to it.
 inline constexpr std::string_view BaseUnitModel = "3900";
 
-/// Whether a model is known; one that isn't gets no node. The plus models are then renamed: "7221P" to
-/// "7221+", "7224P" to "7224+".
+/// Whether a model is known; one that isn't gets no node. A known one is replaced by its name on the node:
+/// "7221P" by "7221+", "7224P" by "7224+".
 bool AcceptModel(std::string &model);
 
 /// Description of a stand-alone model in the module list; empty for others.
@@ -25,6 +26,10 @@ std::string_view ModelHelpPage(std::string_view model);
 
 /// Slot code of an empty slot.
 inline constexpr std::string_view EmptySlotCode = "FF";
+/// Slots of a base unit at most, whatever a reply's length says.
+inline constexpr std::size_t MostSlots = 8;
+/// Slot codes in a "$AAT" reply, slot 0 first, two characters each.
+std::vector<std::string> SlotCodes(std::string_view reply, bool checksum);
 /// Model of a slot code: "39" and the code, but "3H" is 3923H.
 std::string SlotModel(std::string_view code);
 /// What the text of a slot's node holds behind "(Sn) ".
@@ -35,7 +40,7 @@ int SlotChannelCount(std::string_view code);
 /// Name and description of a slot module in the slot list of a base unit; empty for models that it doesn't
 /// know.
 struct SlotListRow {
-    std::string_view name;
+    std::string name;
     std::string_view description;
 };
 SlotListRow SlotListRowOf(std::string_view model);

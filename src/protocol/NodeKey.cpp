@@ -10,7 +10,9 @@ namespace
 {
 
 constexpr std::string_view PortKeyHead = "KeyCOM";
-constexpr char None = '!';
+constexpr char None = '!'; ///< in place of a slot or channel digit
+constexpr std::size_t SlotPosition = 6;
+constexpr std::size_t ChannelPosition = 7;
 
 } // namespace
 
@@ -26,22 +28,42 @@ std::string PortText(int port)
 
 int PortOfPortKey(std::string_view key)
 {
-    return static_cast<int>(Val(Mid(key, PortKeyHead.size() + 1)));
+    return NodeKey(std::string(key)).port();
+}
+
+NodeKind NodeKey::kind() const
+{
+    if (text_.starts_with(PortKeyHead))
+        return NodeKind::Port;
+    const char slotPlace = CharAt(text_, SlotPosition);
+    if (IsDigit(CharAt(text_, ChannelPosition)))
+        return NodeKind::Channel;
+    if (IsDigit(slotPlace))
+        return NodeKind::Slot;
+    return slotPlace == None ? NodeKind::Module : NodeKind::PC;
+}
+
+/// Part of a module's, a slot's or a channel's key; empty for the others.
+std::string NodeKey::Cut(std::size_t position, std::size_t length) const
+{
+    const NodeKind own = kind();
+    return own == NodeKind::PC || own == NodeKind::Port ? std::string{} : Mid(text_, position, length);
 }
 
 bool NodeKey::isInit() const
 {
-    return CharAt(text_, 1) == '*';
+    return Cut(1, 1) == "*";
 }
 
 bool NodeKey::checksum() const
 {
-    return Left(text_, 2) == "_1";
+    return Cut(1, 2) == "_1";
 }
 
 std::string NodeKey::portDigits() const
 {
-    return Mid(text_, 3, 3);
+    constexpr std::size_t Digits = 3;
+    return kind() == NodeKind::Port ? Mid(text_, PortKeyHead.size() + 1, Digits) : Cut(3, Digits);
 }
 
 int NodeKey::port() const
@@ -51,42 +73,27 @@ int NodeKey::port() const
 
 char NodeKey::slot() const
 {
-    return CharAt(text_, 6);
+    return hasSlot() ? CharAt(text_, SlotPosition) : None;
 }
 
 char NodeKey::channel() const
 {
-    return CharAt(text_, 7);
+    return hasChannel() ? CharAt(text_, ChannelPosition) : None;
 }
 
 bool NodeKey::hasSlot() const
 {
-    return slot() != None;
+    return kind() == NodeKind::Slot || hasChannel();
 }
 
 bool NodeKey::hasChannel() const
 {
-    return channel() != None;
-}
-
-bool NodeKey::isModule() const
-{
-    return slot() == None;
-}
-
-bool NodeKey::isSlot() const
-{
-    return IsDigit(slot()) && channel() == None;
-}
-
-bool NodeKey::isChannel() const
-{
-    return IsDigit(channel());
+    return kind() == NodeKind::Channel;
 }
 
 std::string NodeKey::address() const
 {
-    return Mid(text_, 8, 2);
+    return Cut(8, 2);
 }
 
 std::string NodeKey::busAddress() const
@@ -96,7 +103,12 @@ std::string NodeKey::busAddress() const
 
 std::string NodeKey::model() const
 {
-    return Mid(text_, 10);
+    return Cut(10);
+}
+
+std::string NodeKey::sortText() const
+{
+    return Cut(8);
 }
 
 std::string ModuleKey(bool init, char checksumDigit, std::string_view portDigits, std::string_view reply)
@@ -118,13 +130,14 @@ std::string ModuleNodeText(bool init, std::string_view hexAddress, std::string_v
 
 std::string SlotKey(std::string_view moduleKey, char slotDigit, std::string_view model)
 {
-    return Left(moduleKey, 5) + slotDigit + None + Mid(moduleKey, 8, 2) + std::string(model);
+    return Left(moduleKey, SlotPosition - 1) + slotDigit + None + NodeKey(std::string(moduleKey)).address() +
+           std::string(model);
 }
 
 std::string ChannelKey(std::string_view slotKey, char channelDigit)
 {
     std::string key(slotKey);
-    key.at(6) = channelDigit;
+    key.at(ChannelPosition - 1) = channelDigit;
     return key;
 }
 

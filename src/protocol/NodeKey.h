@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -15,8 +16,11 @@ std::string PortText(int port);
 /// Number of the port of a port's key.
 int PortOfPortKey(std::string_view key);
 
-/// Key of a module's, a slot's or a channel's node, the program's only record of how to reach it. Positions,
-/// from 1:
+/// What a node of the device tree stands for.
+enum class NodeKind { PC, Port, Module, Slot, Channel };
+
+/// Key of a node of the device tree. Below a port it is the program's only record of how to reach what the
+/// node stands for. Positions of a module's, a slot's and a channel's key, from 1:
 ///
 ///     1       "*" INIT state, "_" normal
 ///     2       "1" checksum on, "0" off
@@ -25,6 +29,9 @@ int PortOfPortKey(std::string_view key);
 ///     7       channel digit, "!" for a module and a slot
 ///     8 to 9  address, two hexadecimal digits
 ///     10 on   model
+///
+/// A port's key, "KeyCOM003", holds its port and nothing else, and `KeyPC` holds nothing: what they don't
+/// hold reads as an empty text, as "!" for the slot and the channel digit, and as false.
 class NodeKey final
 {
 public:
@@ -33,24 +40,28 @@ public:
 
     const std::string &text() const { return text_; }
 
-    bool isInit() const;   ///< in INIT state
-    bool checksum() const; ///< transactions carry a checksum; never in INIT state
-    std::string portDigits() const;
-    int port() const;
+    /// Told by the key alone. A text that is no key, the empty one of nothing selected included, counts as
+    /// the PC, which has no bus behind it.
+    NodeKind kind() const;
+
+    bool isInit() const;            ///< in INIT state
+    bool checksum() const;          ///< transactions carry a checksum; never in INIT state
+    std::string portDigits() const; ///< three digits
+    int port() const;               ///< 0 without one
     char slot() const;
     char channel() const;
-    bool hasSlot() const;
-    bool hasChannel() const;
-    bool isModule() const; ///< of a module or base unit
-    bool isSlot() const;
-    bool isChannel() const;
+    bool hasSlot() const;           ///< kind is Slot or Channel
+    bool hasChannel() const;        ///< kind is Channel
     std::string address() const;    ///< as the key holds it
     std::string busAddress() const; ///< as commands use it: "00" in INIT state
     std::string model() const;
+    std::string sortText() const; ///< address and model, by which the modules of a port are sorted
 
     friend bool operator==(const NodeKey &, const NodeKey &) = default;
 
 private:
+    std::string Cut(std::size_t position, std::size_t length = std::string::npos) const;
+
     std::string text_;
 };
 

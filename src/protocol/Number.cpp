@@ -82,7 +82,7 @@ std::string ShortestText(double value, int significantDigits)
     digits.erase(digits.find_last_not_of('0') + 1);
     const int inFrontOfPoint = exponent + 1;
     if (inFrontOfPoint <= 0)
-        return sign + '.' + std::string(static_cast<std::size_t>(-inFrontOfPoint), '0') + digits;
+        return sign + "0." + std::string(static_cast<std::size_t>(-inFrontOfPoint), '0') + digits;
     const auto integerDigits = static_cast<std::size_t>(inFrontOfPoint);
     if (digits.size() <= integerDigits)
         return sign + PadRight(std::move(digits), integerDigits, '0');

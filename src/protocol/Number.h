@@ -37,7 +37,7 @@ std::string Hex(std::uint32_t value);
 std::string HexByte(int value);
 
 /// Shortest decimal text of a value with up to 15 (`double`) or 7 (`float`) significant digits: "." as point,
-/// no exponent, no trailing zeros, no "0" in front of the point.
+/// no exponent, no trailing zeros, one "0" in front of the point of a value below one: "0.8", "-0.5".
 std::string TextOf(double value);
 std::string TextOfSingle(float value);
 

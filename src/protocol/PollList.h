@@ -1,8 +1,8 @@
 #pragma once
 
 #include "protocol/NodeKey.h"
+#include "protocol/Registers.h"
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,30 +48,29 @@ enum class PollCondition {
     NotTyped,       ///< the operator isn't typing into the channel's entry
 };
 
+/// Stands for as many channels as a model has.
+inline constexpr int PerChannel = 0;
+
 /// One command of a poll list.
 struct PollStep {
-    std::string_view
-        command; ///< pattern: "AA" address, "s" slot, "c" channel of the page, "i" channel number
-    char expect; ///< first character of a reply that counts
+    Register reg; ///< whose query is sent, and whose reply counts
     PollEffect effect;
     PollCondition condition = PollCondition::Always;
     int channels = 1; ///< the command is sent for channel 0 to `channels` - 1
 };
 
 /// Poll list of a module, a slot or a channel; empty for what has nothing to poll.
-std::span<const PollStep> PollSteps(const NodeKey &node);
+std::vector<PollStep> PollSteps(const NodeKey &node);
 
-/// A pattern with its address, slot and channels filled in.
-std::string ExpandCommand(std::string_view pattern, const NodeKey &node, int channel = 0);
-
-/// Places of the hexadecimal pairs of a digital slot's "$AASs6" and "$AASsM" replies, counted from 1; 0 for
-/// none.
+/// Places of hexadecimal pairs in a reply about digital points, counted from 1; 0 for none. Bit i of a pair
+/// is element i of its row of indicators.
 struct PairPlaces {
-    std::size_t high;
-    std::size_t low;
+    std::size_t high = 0;
+    std::size_t low = 0;
+    int firstLow = 0; ///< element of the low row that bit 0 is
 };
-PairPlaces DigitalSlotPlaces(std::string_view model);
-PairPlaces FaultPlaces(std::string_view model);
+PairPlaces DigitalSlotPlaces(std::string_view model); ///< of the values
+PairPlaces FaultPlaces(std::string_view model);       ///< of the marks of faulty points
 
 /// Caption of a faulty point: its kind letters overwritten with "XX".
 std::string FaultCaption(std::string_view caption);

@@ -1,5 +1,6 @@
 #include "protocol/RangeTables.h"
 
+#include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 
 #include <algorithm>
@@ -11,105 +12,131 @@ namespace vorn
 namespace
 {
 
+constexpr LimitBounds Within(double bound, int digits)
+{
+    return {.lower = -bound, .upper = bound, .digits = digits};
+}
+
+constexpr LimitBounds Between(double lower, double upper, int digits)
+{
+    return {.lower = lower, .upper = upper, .digits = digits, .crossed = true};
+}
+
+// clang-format off
 constexpr RangeRow Thermocouple[] = {
-    {"00", "+/-       15  mV", "mV"},
-    {"01", "+/-       50  mV", "mV"},
-    {"02", "+/-     100  mV", "mV"},
-    {"03", "+/-     500  mV", "mV"},
-    {"04", "+/-          1 V", " V"},
-    {"05", "+/-       2.5 V", " V"},
-    {"06", "+/-       20  mA", "mA"},
-    {"0E", "Type J Thermocouple 0'C to 760'C", "'C"},
-    {"0F", "Type K Thermocouple 0'C to 1000'C", "'C"},
-    {"10", "Type T Thermocouple -100'C to 400'C", "'C"},
-    {"11", "Type E Thermocouple 0'C to 1000'C", "'C"},
-    {"12", "Type R Thermocouple 500'C to 1750'C", "'C"},
-    {"13", "Type S Thermocouple 500'C to 1750'C", "'C"},
-    {"14", "Type B Thermocouple 500'C to 1860'C", "'C"},
+    // code, caption, unit, limits, calibration at span and at zero
+    {"00", "+/-       15  mV",                    "mV", Within(15, 2),         " 15 mV",  " 0 mV"},
+    {"01", "+/-       50  mV",                    "mV", Within(50, 2),         " 50 mV",  " 0 mV"},
+    {"02", "+/-     100  mV",                     "mV", Within(100, 3),        " 100 mV", " 0 mV"},
+    {"03", "+/-     500  mV",                     "mV", Within(500, 3),        " 500 mV", " 0 mV"},
+    {"04", "+/-          1 V",                    " V", Within(1, 1),          "  1 V",   " 0  V"},
+    {"05", "+/-       2.5 V",                     " V", Within(2.5, 1),        " 2.5 V",  " 0  V"},
+    {"06", "+/-       20  mA",                    "mA", Within(20, 2),         " 20 mA",  " 0 mA"},
+    {"0E", "Type J Thermocouple 0'C to 760'C",    "'C", Between(0, 760, 3),    " 50 mV",  " 0 mV"},
+    {"0F", "Type K Thermocouple 0'C to 1000'C",   "'C", Between(0, 1000, 4),   " 50 mV",  " 0 mV"},
+    {"10", "Type T Thermocouple -100'C to 400'C", "'C", Between(-100, 400, 3), " 22 mV",  " 0 mV"},
+    {"11", "Type E Thermocouple 0'C to 1000'C",   "'C", Between(0, 1000, 4),   " 80 mV",  " 0 mV"},
+    {"12", "Type R Thermocouple 500'C to 1750'C", "'C", Between(500, 1750, 4), " 22 mV",  " 0 mV"},
+    {"13", "Type S Thermocouple 500'C to 1750'C", "'C", Between(500, 1750, 4), " 22 mV",  " 0 mV"},
+    // Its limits end below the range.
+    {"14", "Type B Thermocouple 500'C to 1860'C", "'C", Between(500, 1800, 4), " 15 mV",  " 0 mV"},
 };
 
 constexpr RangeRow Voltage[] = {
-    {"08", "+/-     10   V", " V"}, {"09", "+/-      5   V", " V"}, {"0A", "+/-      1   V", " V"},
-    {"0B", "+/-    500  mV", "mV"}, {"0C", "+/-    150  mV", "mV"}, {"0D", "+/-     20  mA", "mA"},
+    {"08", "+/-     10   V", " V", Within(10, 2),  " 10 V",   " 0  V"},
+    {"09", "+/-      5   V", " V", Within(5, 1),   "  5 V",   " 0  V"},
+    {"0A", "+/-      1   V", " V", Within(1, 1),   "  1 V",   " 0  V"},
+    {"0B", "+/-    500  mV", "mV", Within(500, 3), " 500 mV", " 0 mV"},
+    {"0C", "+/-    150  mV", "mV", Within(150, 3), " 150 mV", " 0 mV"},
+    {"0D", "+/-     20  mA", "mA", Within(20, 2),  " 20 mA",  " 0 mA"},
 };
 
 constexpr RangeRow StrainGauge[] = {
-    {"00", "+/-     15  mV", "mV"}, {"01", "+/-     50  mV", "mV"}, {"02", "+/-    100  mV", "mV"},
-    {"03", "+/-    500  mV", "mV"}, {"06", "+/-     20  mA", "mA"},
+    {"00", "+/-     15  mV", "mV", Within(15, 2),  " 15 mV",  " 0 mV"},
+    {"01", "+/-     50  mV", "mV", Within(50, 2),  " 50 mV",  " 0 mV"},
+    {"02", "+/-    100  mV", "mV", Within(100, 3), " 100 mV", " 0 mV"},
+    {"03", "+/-    500  mV", "mV", Within(500, 3), " 500 mV", " 0 mV"},
+    {"06", "+/-     20  mA", "mA", Within(20, 2),  " 20 mA",  " 0 mA"},
 };
 
-constexpr RangeRow Resistance[] = {
-    {"20", "Pt.00385 -200 to 100'C", "'C"}, {"21", "Pt.00385 0 to 100'C", "'C"},
-    {"22", "Pt.00385 0 to 200'C", "'C"},    {"23", "Pt.00385 0 to 600'C", "'C"},
-    {"24", "Pt.00391 +/-100'C", "'C"},      {"25", "Pt.00391 0 to 100'C", "'C"},
-    {"26", "Pt.00391 0 to 200'C", "'C"},    {"27", "Pt.00391 0 to 600'C", "'C"},
-    {"28", "Ni -80 to 100'C", "'C"},        {"29", "Ni 0 to 100'C", "'C"},
-    {"2A", "Cu 25'C 0 to 120'C", "'C"},     {"2B", "Cu 0'C 0 to 120'C", "'C"},
-    {"", "T1 -50 to 150'C", "'C"}, // no code in either direction
+constexpr RangeRow Sensor[] = {
+    {"20", "Pt.00385 -200 to 100'C", "'C", {}, "140 Ohms", "60 Ohms"},
+    {"21", "Pt.00385 0 to 100'C",    "'C", {}, "140 Ohms", "60 Ohms"},
+    {"22", "Pt.00385 0 to 200'C",    "'C", {}, "200 Ohms", "60 Ohms"},
+    {"23", "Pt.00385 0 to 600'C",    "'C", {}, "440 Ohms", "60 Ohms"},
+    {"24", "Pt.00391 +/-100'C",      "'C", {}, "140 Ohms", "60 Ohms"},
+    {"25", "Pt.00391 0 to 100'C",    "'C", {}, "140 Ohms", "60 Ohms"},
+    {"26", "Pt.00391 0 to 200'C",    "'C", {}, "200 Ohms", "60 Ohms"},
+    {"27", "Pt.00391 0 to 600'C",    "'C", {}, "440 Ohms", "60 Ohms"},
+    {"28", "Ni -80 to 100'C",        "'C", {}, "200 Ohms", "60 Ohms"},
+    {"29", "Ni 0 to 100'C",          "'C", {}, "200 Ohms", "60 Ohms"},
+    {"2A", "Cu 25'C 0 to 120'C",     "'C", {}, "?? Ohms"},
+    {"2B", "Cu 0'C 0 to 120'C",      "'C", {}, "?? Ohms"},
+    {"",   "T1 -50 to 150'C",        "'C"}, // no code in either direction
 };
 
-constexpr RangeRow AnalogOutput[] = {
-    {"30", "0 to 20 mA", "mA"}, {"31", "4 to 20 mA", "mA"}, {"32", "0 to 10  V", " V"}};
+constexpr RangeRow Output[] = {{"30", "0 to 20 mA", "mA"}, {"31", "4 to 20 mA", "mA"}, {"32", "0 to 10  V", " V"}};
 
 constexpr RangeRow Counter[] = {{"50", "Counter", ""}, {"51", "Freguency", "Hz"}};
 
-constexpr RangeRow Slot3921[] = {
-    {"20", "Pt.00385 +/-100'C", "'C"},   {"21", "Pt.00385 0 to 100'C", "'C"},
-    {"22", "Pt.00385 0 to 200'C", "'C"}, {"23", "Pt.00385 0 to 600'C", "'C"},
-    {"24", "Pt.00391 +/-100'C", "'C"},   {"25", "Pt.00391 0 to 100'C", "'C"},
-    {"26", "Pt.00391 0 to 200'C", "'C"}, {"27", "Pt.00391 0 to 600'C", "'C"},
-    {"28", "Ni -80 to 100'C", "'C"},     {"29", "Ni 0 to 100'C", "'C"},
+constexpr RangeRow SensorCard[] = {
+    {"20", "Pt.00385 +/-100'C",   "'C", {}, "140 Ohms", "60 Ohms"},
+    {"21", "Pt.00385 0 to 100'C", "'C", {}, "140 Ohms", "60 Ohms"},
+    {"22", "Pt.00385 0 to 200'C", "'C", {}, "200 Ohms", "60 Ohms"},
+    {"23", "Pt.00385 0 to 600'C", "'C", {}, "440 Ohms", "60 Ohms"},
+    {"24", "Pt.00391 +/-100'C",   "'C", {}, "140 Ohms", "60 Ohms"},
+    {"25", "Pt.00391 0 to 100'C", "'C", {}, "140 Ohms", "60 Ohms"},
+    {"26", "Pt.00391 0 to 200'C", "'C", {}, "200 Ohms", "60 Ohms"},
+    {"27", "Pt.00391 0 to 600'C", "'C", {}, "440 Ohms", "60 Ohms"},
+    {"28", "Ni -80 to 100'C",     "'C", {}, "200 Ohms", "60 Ohms"},
+    {"29", "Ni 0 to 100'C",       "'C", {}, "200 Ohms", "60 Ohms"},
 };
 
-constexpr RangeRow Slot3923[] = {
-    {"08", "+/-  10  V", " V"}, {"09", "+/-   5  V", " V"}, {"0A", "+/-   1  V", " V"},
-    {"0B", "+/- 500 mV", "mV"}, {"0C", "+/- 150 mV", "mV"}, {"0D", "+/-  20 mA", "mA"},
+constexpr RangeRow VoltageCard[] = {
+    {"08", "+/-  10  V", " V", {}, " 10 V",   " 0  V"},
+    {"09", "+/-   5  V", " V", {}, "  5 V",   " 0  V"},
+    {"0A", "+/-   1  V", " V", {}, "  1 V",   " 0  V"},
+    {"0B", "+/- 500 mV", "mV", {}, " 500 mV", " 0 mV"},
+    {"0C", "+/- 150 mV", "mV", {}, " 150 mV", " 0 mV"},
+    {"0D", "+/-  20 mA", "mA", {}, " 20 mA",  " 0 mA"},
 };
 
-constexpr RangeRow Slot3923H[] = {
-    {"00", "+/-  10  V", " V"},  {"01", "0 to 10  V", " V"},  {"02", "+/-  5  V", " V"},
-    {"03", "0 to 5  V", " V"},   {"04", "+/-  2.5  V", " V"}, {"05", "0 to 2.5  V", " V"},
-    {"06", "+/-  1 V", " V"},    {"07", "0 to 1 V", " V"},    {"08", "+/-  500 mV", "mV"},
-    {"09", "0 to 500 mV", "mV"}, {"0A", "4 to 20 mA", "mA"},  {"0B", "0 to 20 mA", "mA"},
+constexpr RangeRow FastVoltageCard[] = {
+    {"00", "+/-  10  V",  " V", {}, "  10  V",  "   0  V"},
+    {"01", "0 to 10  V",  " V", {}, "  10  V",  "   0  V"},
+    {"02", "+/-  5  V",   " V", {}, "   5  V",  "   0  V"},
+    {"03", "0 to 5  V",   " V", {}, "   5  V",  "   0  V"},
+    {"04", "+/-  2.5  V", " V", {}, " 2.5  V",  "   0  V"},
+    {"05", "0 to 2.5  V", " V", {}, " 2.5  V",  "   0  V"},
+    {"06", "+/-  1 V",    " V", {}, "   1  V",  "   0  V"},
+    {"07", "0 to 1 V",    " V", {}, "   1  V",  "   0  V"},
+    {"08", "+/-  500 mV", "mV", {}, " 500 mV",  "   0 mV"},
+    {"09", "0 to 500 mV", "mV", {}, " 500 mV",  "   0 mV"},
+    {"0A", "4 to 20 mA",  "mA", {}, "  20 mA ", "   0 mA"},
+    {"0B", "0 to 20 mA",  "mA", {}, "  20 mA",  "   0 mA"},
 };
 
-constexpr RangeRow Slot3925[] = {
-    {"00", "+/-  15 mV", "mV"},
-    {"01", "+/-  50 mV", "mV"},
-    {"02", "+/- 100 mV", "mV"},
-    {"03", "+/- 500 mV", "mV"},
-    {"04", "+/-   1  V", " V"},
-    {"05", "+/- 2.5  V", " V"},
-    {"06", "+/-  20 mA", "mA"},
-    {"0E", "T/C Type J 0~760'C", "'C"},
-    {"0F", "T/C Type K 0~1370'C", "'C"},
-    {"10", "T/C Type T -100~400'C", "'C"},
-    {"11", "T/C Type E 0~1000'C", "'C"},
-    {"12", "T/C Type R 500~1750'C", "'C"},
-    {"13", "T/C Type S 500~1750'C", "'C"},
-    {"14", "T/C Type B 500~1800'C", "'C"},
-    {"15", "T/C Type N 0~1300'C", "'C"},
+constexpr RangeRow ThermocoupleCard[] = {
+    {"00", "+/-  15 mV",            "mV", {}, " 15 mV",  " 0 mV"},
+    {"01", "+/-  50 mV",            "mV", {}, " 50 mV",  " 0 mV"},
+    {"02", "+/- 100 mV",            "mV", {}, " 100 mV", " 0 mV"},
+    {"03", "+/- 500 mV",            "mV", {}, " 500 mV", " 0 mV"},
+    {"04", "+/-   1  V",            " V", {}, "  1 V",   " 0  V"},
+    {"05", "+/- 2.5  V",            " V", {}, " 2.5 V",  " 0  V"},
+    {"06", "+/-  20 mA",            "mA", {}, " 20 mA",  " 0 mA"},
+    {"0E", "T/C Type J 0~760'C",    "'C", {}, " 50 mV",  " 0 mV"},
+    {"0F", "T/C Type K 0~1370'C",   "'C", {}, " 50 mV",  " 0 mV"},
+    {"10", "T/C Type T -100~400'C", "'C", {}, " 22 mV",  " 0 mV"},
+    {"11", "T/C Type E 0~1000'C",   "'C", {}, " 80 mV",  " 0 mV"},
+    {"12", "T/C Type R 500~1750'C", "'C", {}, " 22 mV",  " 0 mV"},
+    {"13", "T/C Type S 500~1750'C", "'C", {}, " 22 mV",  " 0 mV"},
+    {"14", "T/C Type B 500~1800'C", "'C", {}, " 15 mV",  " 0 mV"},
+    {"15", "T/C Type N 0~1300'C",   "'C"}, // no calibration is known for it
 };
 
-constexpr RangeRow Slot3962[] = {
+constexpr RangeRow CounterCard[] = {
     {"00", "Bi-direction counter", ""}, {"01", "Up/Down counter", ""}, {"02", "Frequency", "Hz"}};
-
-struct ModelRanges {
-    std::string_view model;
-    std::span<const RangeRow> rows;
-};
-
-constexpr ModelRanges ModuleRangeTable[] = {
-    {"7203", Thermocouple}, {"7203D", Thermocouple}, {"7224", Thermocouple}, {"7224M", Thermocouple},
-    {"7206", Voltage},      {"7212D", Voltage},      {"7221", Voltage},      {"7209", Resistance},
-    {"7218", StrainGauge},  {"7231", AnalogOutput},  {"7282", Counter},      {"7282D", Counter},
-    {"7282N", Counter},
-};
-
-constexpr ModelRanges SlotRangeTable[] = {
-    {"3921", Slot3921}, {"3923", Slot3923},     {"3923H", Slot3923H},
-    {"3925", Slot3925}, {"3931", AnalogOutput}, {"3962", Slot3962},
-};
+// clang-format on
 
 constexpr std::string_view DataFormats[] = {"Engineering units", "% of FSR", "2's complement of Hex", "Ohms"};
 constexpr std::size_t CommonFormats = 3; // the fourth is the RTD module's
@@ -122,16 +149,13 @@ constexpr std::string_view VoltageSlewRates[] = {
 constexpr std::string_view CurrentSlewRates[] = {
     "Immediate change", "0.125 mA/sec", "0.250 mA/sec", "0.500 mA/sec", "1.000 mA/sec", "2.000 mA/sec",
     "4.000 mA/sec",     "8.000 mA/sec", "16.00 mA/sec", "32.00 mA/sec", "64.00 mA/sec", "128.0 mA/sec"};
-constexpr std::string_view Formats3921[] = {"Engineering unit", "Ohms"};
-constexpr std::string_view Formats3923H[] = {"Engineering unit", "two's complement"};
-constexpr std::string_view Formats3962[] = {"Dec", "Hex"};
 constexpr std::string_view AnalogAlarmModes[] = {"Disable", "Momentary", "Latch"};
 constexpr std::string_view CounterAlarmModes[] = {"Disable", "Latch"};
 
-std::span<const RangeRow> RangesIn(std::span<const ModelRanges> table, std::string_view model)
+std::span<const RangeRow> RangesOf(std::string_view model, bool card)
 {
-    const auto found = std::ranges::find(table, model, &ModelRanges::model);
-    return found == table.end() ? std::span<const RangeRow>{} : found->rows;
+    const ModelRow *row = FindModel(model);
+    return row && row->ranges && row->IsCard() == card ? row->ranges->rows : std::span<const RangeRow>{};
 }
 
 std::optional<int> PositionIn(std::span<const RangeRow> rows, std::string_view code)
@@ -149,54 +173,86 @@ std::string_view CodeAt(std::span<const RangeRow> rows, int position)
                : std::string_view{};
 }
 
+std::optional<RangeDecode> DecodeIn(const RangeTable &table, std::string_view code)
+{
+    const auto position = PositionIn(table.rows, code);
+    if (!position)
+        return std::nullopt;
+    const RangeRow &row = table.rows[static_cast<std::size_t>(*position)];
+    return RangeDecode{.position = *position,
+                       .unit = row.unit,
+                       .setsRdu = table.setsRdu,
+                       .setsAunit = table.setsAunit,
+                       .setsAOS = table.setsAOS,
+                       .setsFCs = table.setsFCs && !row.unit.empty()};
+}
+
+/// Row of a type code for the calibration of a model: in its own list, else in the first list that holds the
+/// code.
+const RangeRow *CalibrationRow(std::string_view model, std::string_view code)
+{
+    const ModelRow *row = FindModel(model);
+    if (!row || !row->All().Has(Feature::Calibration) || code.empty())
+        return nullptr;
+    const auto in = [code](const RangeTable &table) -> const RangeRow * {
+        const auto found = std::ranges::find(table.rows, code, &RangeRow::code);
+        return found == table.rows.end() ? nullptr : &*found;
+    };
+    if (row->ranges) {
+        const RangeRow *own = in(*row->ranges);
+        if (own || row->ranges->apart)
+            return own;
+    }
+    for (const RangeTable *table : {&ThermocoupleRanges, &VoltageRanges, &SensorRanges}) {
+        if (const RangeRow *found = in(*table))
+            return found;
+    }
+    return nullptr;
+}
+
 } // namespace
+
+constinit const RangeTable ThermocoupleRanges{.rows = Thermocouple, .setsRdu = true, .setsAunit = true};
+constinit const RangeTable VoltageRanges{.rows = Voltage, .setsRdu = true, .setsAunit = true};
+constinit const RangeTable StrainGaugeRanges{.rows = StrainGauge, .setsRdu = true, .setsAunit = true};
+constinit const RangeTable SensorRanges{.rows = Sensor, .setsRdu = true};
+constinit const RangeTable OutputRanges{.rows = Output, .setsAOS = true};
+constinit const RangeTable CounterRanges{.rows = Counter, .setsFCs = true};
+constinit const RangeTable SensorCardRanges{.rows = SensorCard};
+constinit const RangeTable VoltageCardRanges{.rows = VoltageCard};
+constinit const RangeTable FastVoltageCardRanges{.rows = FastVoltageCard, .apart = true};
+constinit const RangeTable ThermocoupleCardRanges{.rows = ThermocoupleCard};
+constinit const RangeTable CounterCardRanges{.rows = CounterCard};
 
 std::span<const RangeRow> ModuleRanges(std::string_view model)
 {
-    return RangesIn(ModuleRangeTable, model);
+    return RangesOf(model, false);
 }
 
 std::span<const RangeRow> SlotRanges(std::string_view model)
 {
-    return RangesIn(SlotRangeTable, model);
+    return RangesOf(model, true);
 }
 
 std::optional<RangeDecode> DecodeRange(std::string_view model, std::string_view code)
 {
-    // The strain gauge module's shorter list moves one code.
-    if (model == "7218" && code == "06")
-        return RangeDecode{.position = 4, .unit = "mA", .setsRdu = true, .setsAunit = true};
-    const auto in = [code](std::span<const RangeRow> rows,
-                           const RangeDecode &sets) -> std::optional<RangeDecode> {
-        const auto position = PositionIn(rows, code);
-        if (!position)
-            return std::nullopt;
-        RangeDecode decode = sets;
-        decode.position = *position;
-        decode.unit = rows[static_cast<std::size_t>(*position)].unit;
-        return decode;
-    };
-    constexpr RangeDecode Input{.position = 0, .unit = {}, .setsRdu = true, .setsAunit = true};
-    constexpr RangeDecode Sensor{.position = 0, .unit = {}, .setsRdu = true};
-    constexpr RangeDecode Output{.position = 0, .unit = {}, .setsAOS = true};
-    if (auto decode = in(Thermocouple, Input))
-        return decode;
-    if (auto decode = in(Voltage, Input))
-        return decode;
-    if (auto decode = in(Resistance, Sensor))
-        return decode;
-    if (auto decode = in(AnalogOutput, Output))
-        return decode;
-    const RangeDecode mode{.position = 0, .unit = {}, .setsFCs = code == "51"};
-    return in(Counter, mode);
+    const ModelRow *row = FindModel(model);
+    if (row && row->ranges && !row->IsCard()) {
+        if (const auto decode = DecodeIn(*row->ranges, code))
+            return decode;
+    }
+    for (const RangeTable *table :
+         {&ThermocoupleRanges, &VoltageRanges, &SensorRanges, &OutputRanges, &CounterRanges}) {
+        if (const auto decode = DecodeIn(*table, code))
+            return decode;
+    }
+    return std::nullopt;
 }
 
 std::optional<int> SlotRangePosition(std::string_view code)
 {
-    for (const std::span<const RangeRow> rows :
-         {std::span<const RangeRow>(Slot3925), std::span<const RangeRow>(Slot3923),
-          std::span<const RangeRow>(Slot3921)}) {
-        if (const auto position = PositionIn(rows, code))
+    for (const RangeTable *table : {&ThermocoupleCardRanges, &VoltageCardRanges, &SensorCardRanges}) {
+        if (const auto position = PositionIn(table->rows, code))
             return position;
     }
     return std::nullopt;
@@ -204,7 +260,8 @@ std::optional<int> SlotRangePosition(std::string_view code)
 
 std::string_view RangeCode(std::string_view model, int position)
 {
-    return IsDigitalModel(model) ? "40" : CodeAt(ModuleRanges(model), position);
+    const ModelRow *row = FindModel(model);
+    return row && !row->rangeCode.empty() ? row->rangeCode : CodeAt(ModuleRanges(model), position);
 }
 
 std::string_view SlotRangeCode(std::string_view model, int position)
@@ -212,34 +269,54 @@ std::string_view SlotRangeCode(std::string_view model, int position)
     return CodeAt(SlotRanges(model), position);
 }
 
+LimitBounds BoundsAt(std::string_view model, int position)
+{
+    const auto rows = ModuleRanges(model);
+    return position >= 0 && position < static_cast<int>(rows.size())
+               ? rows[static_cast<std::size_t>(position)].limits
+               : LimitBounds{};
+}
+
+std::string_view CalibrationSpan(std::string_view model, std::string_view code)
+{
+    const RangeRow *row = CalibrationRow(model, code);
+    return row ? row->span : std::string_view{};
+}
+
+std::string_view CalibrationZero(std::string_view model, std::string_view code)
+{
+    const RangeRow *row = CalibrationRow(model, code);
+    return row ? row->zero : std::string_view{};
+}
+
 bool IsDigitalModel(std::string_view model)
 {
-    return IsOneOf(model, {"7252", "7256", "7258", "7272"});
+    return Has(model, Feature::Points);
 }
 
 bool IsCounterModel(std::string_view model)
 {
-    return IsOneOf(model, {"7282", "7282D", "7282N"});
+    return Has(model, Feature::Counters);
 }
 
 bool HasDataFormatList(std::string_view model)
 {
-    return IsOneOf(model, {"7203", "7203D", "7206", "7209", "7212D", "7218", "7231"});
+    return Has(model, Feature::DataFormats);
 }
 
 bool HasIntegrationTime(std::string_view model)
 {
-    return IsOneOf(model, {"7221", "7224", "7224M"});
+    return Has(model, Feature::ChannelInputs) && Has(model, Feature::IntegrationTime);
 }
 
 bool UsesThermocoupleRanges(std::string_view model)
 {
-    return IsOneOf(model, {"7203", "7203D", "7224", "7224M"});
+    return Has(model, Feature::ColdJunction);
 }
 
 bool HasModuleAlarm(std::string_view model)
 {
-    return IsOneOf(model, {"7203", "7203D", "7206", "7212D", "7218"});
+    return Has(model, Feature::ModuleAlarm);
 }
 
 Captions DataFormatCaptions(std::string_view model)
@@ -249,7 +326,7 @@ Captions DataFormatCaptions(std::string_view model)
     if (!HasDataFormatList(model))
         return {};
     const Captions all(DataFormats);
-    return model == "7209" ? all : all.first(CommonFormats);
+    return Has(model, Feature::Ohms) ? all : all.first(CommonFormats);
 }
 
 Captions GateCaptions(bool counter)
@@ -264,26 +341,22 @@ Captions SlewRateCaptions(bool voltage)
 
 Captions SlotFormatCaptions(std::string_view model)
 {
-    if (model == "3921")
-        return Formats3921;
-    if (model == "3923H")
-        return Formats3923H;
-    if (model == "3962")
-        return Formats3962;
-    return {};
+    const ModelRow *row = FindModel(model);
+    return row ? row->formats : Captions{};
 }
 
 Captions SlotTimeCaptions(std::string_view model)
 {
-    return IsOneOf(model, {"3921", "3923", "3925"}) ? Captions(IntegrationTimes) : Captions{};
+    return Has(model, Feature::IntegrationTime) && !HasIntegrationTime(model) ? Captions(IntegrationTimes)
+                                                                              : Captions{};
 }
 
 Captions ChannelAlarmModes(std::string_view model)
 {
-    if (model == "3962")
+    if (Has(model, Feature::CardCounters))
         return CounterAlarmModes;
-    return IsOneOf(model, {"3921", "3931", "3923", "3923H", "3925"}) ? Captions(AnalogAlarmModes)
-                                                                     : Captions{};
+    return Has(model, Feature::CardInputs) || Has(model, Feature::CardOutputs) ? Captions(AnalogAlarmModes)
+                                                                               : Captions{};
 }
 
 std::string_view DataFormatUnit(int position)
@@ -299,6 +372,11 @@ std::string CaptionUnit(std::string_view caption)
     return Right(caption, UnitLength);
 }
 
+bool HasFixedSlotFormat(std::string_view model)
+{
+    return (Has(model, Feature::CardInputs) || Has(model, Feature::CardOutputs)) && !HasSlotFormatList(model);
+}
+
 bool HasSlotFormatList(std::string_view model)
 {
     return !SlotFormatCaptions(model).empty();
@@ -306,7 +384,7 @@ bool HasSlotFormatList(std::string_view model)
 
 bool HasSlotTimeList(std::string_view model)
 {
-    return model == "3931" || !SlotTimeCaptions(model).empty();
+    return Has(model, Feature::CardOutputs) || !SlotTimeCaptions(model).empty();
 }
 
 int SlewRatePosition(std::string_view formatBits)

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Events.h"
+#include "protocol/Registers.h"
 #include "protocol/Text.h"
 #include "shell/FormMain.h"
 
@@ -40,12 +41,12 @@ std::string FormatOutputValue(const FormMain &main, std::string &text)
 
 void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum)
 {
-    PollUntilReply(main, "$" + addr + "2", checksum);
+    PollUntilReply(main, Query(Register::Configuration, addr), checksum);
 }
 
 void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum)
 {
-    PollUntilReply(main, "$" + addr + "3", checksum);
+    PollUntilReply(main, Query(Register::ColdJunctionTemperature, addr), checksum);
 }
 
 void DelaySeconds(const FormMain &main, float seconds)

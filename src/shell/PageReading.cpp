@@ -1,8 +1,6 @@
 #include "shell/PageReading.h"
 
-#include "protocol/CommandFrame.h"
 #include "protocol/Conversions.h"
-#include "protocol/PollList.h"
 #include "protocol/Text.h"
 #include "shell/FormMain.h"
 
@@ -35,28 +33,18 @@ PageReading::PageReading(FormMain &main, NodeKey key) : node(std::move(key)), mo
 {
 }
 
-bool PageReading::Ask(std::string_view pattern)
+std::optional<std::string> PageReading::Read(Register reg, int index)
 {
     if (refused_)
-        return false;
-    main_.trans(ExpandCommand(pattern, node), node.checksum());
+        return std::nullopt;
+    main_.trans(Query(reg, node, index), node.checksum());
     refused_ = main_.PortRefused;
-    return IsAccepted(main_.ReplyText);
+    return ValueOf(reg, node, main_.ReplyText);
 }
 
 const std::string &PageReading::Reply() const
 {
     return main_.ReplyText;
-}
-
-std::string PageReading::Data() const
-{
-    return Payload(main_.ReplyText, node.checksum());
-}
-
-char PageReading::ReplyChar(std::size_t position) const
-{
-    return CharAt(main_.ReplyText, position);
 }
 
 } // namespace vorn

@@ -2,6 +2,7 @@
 
 #include "protocol/NodeKey.h"
 #include "protocol/RangeTables.h"
+#include "protocol/Registers.h"
 
 #include <cstddef>
 #include <optional>
@@ -42,13 +43,10 @@ public:
     std::optional<RangeDecode> range; ///< what the type code of the record selects
     std::string inputUnit;            ///< unit of the live value by the range alone
 
-    /// Sends a command, told as a pattern ("$AAF"), and says whether it was accepted. Behind a port that was
-    /// refused nothing more is sent.
-    bool Ask(std::string_view pattern);
-    /// Of the accepted reply: all of it, its data, and the character at a position from 1.
+    /// Asks for a register; nothing if it isn't told. Behind a port that was refused nothing more is sent.
+    std::optional<std::string> Read(Register reg, int index = 0);
+    /// The reply as it came.
     const std::string &Reply() const;
-    std::string Data() const;
-    char ReplyChar(std::size_t position) const;
 
 private:
     FormMain &main_;

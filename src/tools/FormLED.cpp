@@ -2,6 +2,7 @@
 
 #include "platform/TopmostWindow.h"
 #include "platform/WidgetText.h"
+#include "protocol/ModelTable.h"
 #include "shell/Controls.h"
 #include "shell/FieldGuard.h"
 #include "shell/FormMain.h"
@@ -15,14 +16,6 @@
 
 namespace vorn
 {
-
-namespace
-{
-
-constexpr const char *MappedModel =
-    "7212D"; ///< the model whose display shows signs, and that gets it back at the end
-
-} // namespace
 
 FormLED::FormLED(FormMain &main, const NodeKey &node)
     : QDialog(&main), main_(main), node_(node), model_(node.model())
@@ -38,7 +31,8 @@ FormLED::FormLED(FormMain &main, const NodeKey &node)
     }
     digits->addStretch();
     Text1 = MakeEntry(this, QStringLiteral("Text1"), QStringLiteral("Value to show"));
-    GuardField(Text1, model_ == MappedModel ? FieldRule::SignedDisplay : FieldRule::UnsignedDisplay);
+    GuardField(Text1,
+               Has(model_, Feature::SignedDisplay) ? FieldRule::SignedDisplay : FieldRule::UnsignedDisplay);
     Text1->installEventFilter(this);
     ComSend = MakeButton(this, QStringLiteral("ComSend"), "&Send Data");
     cmdExit = MakeButton(this, QStringLiteral("cmdExit"), "&Exit");
@@ -57,14 +51,14 @@ FormLED::FormLED(FormMain &main, const NodeKey &node)
     SetTopmost(*this, true);
 }
 
-/// The display of the mapped model is given back when the window has closed, whatever it was in the middle
-/// of.
+/// A display that can be given back to its module is given back when the window has closed, whatever it was
+/// in the middle of.
 void FormLED::Run()
 {
-    Send(main_, node_, "$" + node_.busAddress() + "82");
+    Send(main_, node_, Write(Register::DisplaySource, node_, "2"));
     exec();
-    if (model_ == MappedModel)
-        Send(main_, node_, "$" + node_.busAddress() + "81");
+    if (Has(model_, Feature::SignedDisplay))
+        Send(main_, node_, Write(Register::DisplaySource, node_, "1"));
 }
 
 bool FormLED::eventFilter(QObject *, QEvent *event)
@@ -81,7 +75,7 @@ bool FormLED::eventFilter(QObject *, QEvent *event)
 void FormLED::ComSend_Click()
 {
     const std::string value = LedValue(model_, FromQString(Text1->text()));
-    if (!Send(main_, node_, "$" + node_.busAddress() + "9" + value))
+    if (!Send(main_, node_, Write(Register::DisplayValue, node_, value)))
         return;
     const auto pictures = LedPictures(model_, value);
     for (std::size_t i = 0; i < Image.size(); ++i)

@@ -1,5 +1,6 @@
 #include "tools/LedText.h"
 
+#include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 
 #include <cstddef>
@@ -14,7 +15,7 @@ constexpr std::size_t ValueLength = 7;
 
 bool HasSign(std::string_view model)
 {
-    return model == "7212D";
+    return Has(model, Feature::SignedDisplay);
 }
 
 std::string SignedValue(std::string_view entry)
@@ -38,13 +39,32 @@ std::string UnsignedValue(std::string_view entry)
     return PadRight(std::move(value), Length, '0') + "0";
 }
 
-/// Picture in the place of the sign: blank in front of a value that begins "+0".
-std::string SignPicture(std::string_view value)
+/// Appends the point to a picture whose character has one behind it, and steps over it.
+void TakePoint(std::string &picture, std::string_view value, std::size_t &position)
 {
-    const char sign = CharAt(value, 1);
-    if (!IsSign(sign) || value.starts_with("+0"))
-        return {};
-    return std::string("K") + sign;
+    if (CharAt(value, position) != '.')
+        return;
+    picture += picture.empty() ? "K." : ".";
+    ++position;
+}
+
+/// The one picture of sign and half digit: "K+1", "K-", blank for "+0". `position` goes on to the character
+/// behind them.
+std::string SignPicture(std::string_view value, std::size_t &position)
+{
+    std::string figures;
+    if (IsSign(CharAt(value, position)))
+        figures = CharAt(value, position++);
+    if (const char half = CharAt(value, position); IsDigit(half)) {
+        ++position;
+        if (half != '0')
+            figures += half;
+        else if (figures == "+")
+            figures.clear();
+    }
+    std::string picture = figures.empty() ? std::string{} : "K" + figures;
+    TakePoint(picture, value, position);
+    return picture;
 }
 
 } // namespace
@@ -64,17 +84,13 @@ std::array<std::string, LedDigits> LedPictures(std::string_view model, std::stri
     std::array<std::string, LedDigits> pictures;
     std::size_t picture = 0;
     std::size_t position = 1;
-    if (HasSign(model)) {
-        pictures[picture++] = SignPicture(value);
-        position += IsSign(CharAt(value, 1)) ? 1 : 0;
-    }
+    if (HasSign(model))
+        pictures[picture++] = SignPicture(value, position);
     while (picture < pictures.size() && position <= value.size()) {
         const char digit = CharAt(value, position++);
         pictures[picture] = DigitPicture(digit);
-        if (IsDigit(digit) && CharAt(value, position) == '.') {
-            pictures[picture] += '.';
-            ++position;
-        }
+        if (IsDigit(digit))
+            TakePoint(pictures[picture], value, position);
         ++picture;
     }
     return pictures;

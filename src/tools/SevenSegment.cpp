@@ -66,11 +66,12 @@ void SevenSegment::paintEvent(QPaintEvent *)
     painter.translate((width() - unit * 1.25) / 2, (height() - unit * 2) / 2);
     painter.scale(unit, unit);
 
-    const char figure = picture_.size() > 1 ? picture_[1] : '\0';
     const bool point = picture_.size() > 1 && picture_.back() == '.';
-    const std::string_view lit = LitSegments(figure);
+    std::string lit;
+    for (const char figure : picture_)
+        lit += LitSegments(figure);
     for (const Segment &segment : Segments) {
-        const bool on = lit.find(segment.name) != std::string_view::npos;
+        const bool on = lit.find(segment.name) != std::string::npos;
         if (segment.name == 'v' && !on)
             continue;
         painter.setPen(QPen(on ? Lit : Dark, 0.16, Qt::SolidLine, Qt::RoundCap));

@@ -13,8 +13,8 @@ class SevenSegment final : public QWidget
 public:
     explicit SevenSegment(QWidget *parent = nullptr);
 
-    /// Key of the picture: "K0" to "K9", "K+", "K-", each also with a point behind ("K3."), "K."; empty for
-    /// blank.
+    /// Key of the picture: "K0" to "K9", "K+", "K-", "K+1", "K-1", each also with a point behind ("K3."),
+    /// "K."; empty for blank.
     void SetPicture(const std::string &key);
     const std::string &Picture() const { return picture_; }
 

@@ -38,6 +38,7 @@ LiveData::LiveData(FormMain &main, Pages &pages) : main_(main), pages_(pages)
 void LiveData::PollLiveData(const std::string &key)
 {
     node_ = NodeKey(key);
+    steps_ = PollSteps(node_);
     running_ = true;
     between_ = true;
     main_.NoYield = true;
@@ -68,8 +69,7 @@ void LiveData::Step()
         BeginRound();
         return;
     }
-    const auto steps = PollSteps(node_);
-    const PollStep &step = steps[step_];
+    const PollStep &step = steps_[step_];
     const int channel = channel_;
     const bool wanted =
         std::ranges::all_of(pages_.Frames(), [&](PageFrame *frame) { return frame->Wants(step, channel); });
@@ -86,7 +86,7 @@ void LiveData::BeginRound()
     roundStart_ = main_.Time.GetTickCount();
     main_.NowStatus("COM " + std::to_string(node_.port()) + "  " +
                     FromQString(main_.CmbPBaudrate->currentText()) + "    Polling current data....");
-    if (PollSteps(node_).empty())
+    if (steps_.empty())
         return; // nothing to poll: the refresh runs on without a turn, until it is ended
     between_ = false;
     step_ = 0;
@@ -97,9 +97,10 @@ void LiveData::BeginRound()
 void LiveData::Send(const PollStep &step)
 {
     const bool checksum = main_.PageNode().checksum();
-    const std::string reply = main_.trans(ExpandCommand(step.command, node_, channel_), checksum);
-    const bool accepted = IsAccepted(reply, step.expect);
-    const std::string payload = step.expect == '>' ? DataPayload(reply, checksum) : Payload(reply, checksum);
+    const std::string reply = main_.trans(Query(step.reg, node_, channel_), checksum);
+    const char lead = RowOf(step.reg).lead;
+    const bool accepted = IsAccepted(reply, lead);
+    const std::string payload = lead == '>' ? DataPayload(reply, checksum) : Payload(reply, checksum);
     const LiveReply live{step, node_, channel_, accepted, reply, accepted ? payload : std::string{}};
     for (PageFrame *frame : pages_.Frames())
         frame->ShowLive(live);
@@ -108,11 +109,10 @@ void LiveData::Send(const PollStep &step)
 /// Goes on to the next channel of the step, the next step, or the next round, which a fast bus waits for.
 void LiveData::Next()
 {
-    const auto steps = PollSteps(node_);
     std::int64_t pause = 0;
-    if (++channel_ >= steps[step_].channels) {
+    if (++channel_ >= steps_[step_].channels) {
         channel_ = 0;
-        if (++step_ == steps.size()) {
+        if (++step_ == steps_.size()) {
             between_ = true;
             pause = std::max<std::int64_t>(0, ShortestRound - ElapsedTicks(main_.Time, roundStart_));
         }

@@ -1,19 +1,20 @@
 #pragma once
 
 #include "protocol/NodeKey.h"
+#include "protocol/PollList.h"
 
 #include <QObject>
 #include <QTimer>
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace vorn
 {
 
 class FormMain;
 class Pages;
-struct PollStep;
 
 /// Keeps the data area of the open page live: sends the model's read commands one after the other, round by
 /// round, until `PauseRefresh` is set.
@@ -42,6 +43,7 @@ private:
     Pages &pages_;
     QTimer turn_; ///< the next step
     NodeKey node_;
+    std::vector<PollStep> steps_; ///< poll list of the node
     bool running_ = false;
     bool waiting_ = false; ///< gives way; the gate tells when it may go on
     std::size_t step_ = 0; ///< place in the poll list, from 0; its length behind the last step

@@ -304,7 +304,7 @@ void PageSelection::Timer1_Tick()
     if (TagOf(main_.Frame1) != selected)
         return;
     const std::string text = main_.Nodes.Text(selected);
-    if (Left(text, 2) == "PC" || Left(text, 3) == "COM" || Left(text, 4) == "3900")
+    if (Left(text, 2) == "PC" || Left(text, 3) == "COM" || Left(text, BaseUnitModel.size()) == BaseUnitModel)
         return;
     if (live_.IsRunning() || main_.PortRefused)
         return; // a refused port was told once; the next click tries again

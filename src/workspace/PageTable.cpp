@@ -1,6 +1,6 @@
 #include "workspace/PageTable.h"
 
-#include "protocol/Text.h"
+#include "protocol/ModelTable.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -98,14 +98,6 @@ private:
     PageDescription page_;
 };
 
-using PageMap = std::map<std::string, PageDescription, std::less<>>;
-
-const PageDescription *Find(const PageMap &pages, std::string_view model)
-{
-    const auto found = pages.find(model);
-    return found == pages.end() ? nullptr : &found->second;
-}
-
 PageDescription BuildReset()
 {
     return Page()
@@ -148,14 +140,19 @@ constexpr std::initializer_list<Controls> FormatAndRangeRows{"CmbDataFormat", "L
                                                              "CmbRange"};
 constexpr std::initializer_list<Controls> HighGroup{{"DIOH", 0, 7}, "LabDH", "LabDHv"};
 
-PageDescription EightChannelInput(std::initializer_list<Controls> more)
+Page ChannelInputPage()
 {
-    return Page().Show({"FrameMSet", "FrameAIn"}).Show(more).Caption("LabDataformat", "In&tegration time :");
+    return Page().Show({"FrameMSet", "FrameAIn"}).Caption("LabDataformat", "In&tegration time :");
 }
 
-PageDescription ThermocoupleInput()
+Page AlarmInputPage()
 {
-    return Page().Show({"FrameMSet", "FrameGen", "FrameASet", "CmdGCJC"});
+    return Page().Show({"FrameMSet", "FrameGen", "FrameASet"});
+}
+
+Page DigitalModulePage()
+{
+    return Page().Show({"FrameMSet"}).Hide(FormatAndRangeRows);
 }
 
 Page CounterPage()
@@ -167,76 +164,28 @@ Page CounterPage()
         .Hide({"LabRd", "LabRdv", "LabRdu", "LabACt", "LabACtv", "CmdGZero", "CmdGSpan"});
 }
 
-PageDescription CounterWithDisplay()
+/// Eight inputs in the low row.
+Page LowRowInputs(Page page)
 {
-    return CounterPage().Show({"LabLED", {"OptionLED", 0, 2}});
+    return std::move(page)
+        .Show({"FrameDIO", {"DIOL", 0, 7}})
+        .Number({{"DIOL", 0, 7, "DI  ", 0}})
+        .Caption("LabDL", "Digital Input");
 }
 
-PageMap BuildModulePages()
+/// Eight inputs in either row, those of the high row behind the others.
+Page BothRowsInputs(Page page)
 {
-    PageMap pages;
-    pages["7203"] = pages["7203D"] = ThermocoupleInput();
-    pages["7206"] = Page().Show({"FrameMSet", "FrameGen", "FrameASet"});
-    pages["7209"] = Page()
-                        .Show({"FrameMSet", "FrameGen"})
-                        .Hide({{"ADIO", 0, 1}, {"ADIO", 3, 3}})
-                        .Caption("CmdGZero", "  &Offset Calibration")
-                        .Hide({"LabACt", "LabACtv", "CmdClearCount", "CmdClearLatch"});
-    pages["7212D"] = Page().Show({"CmdLED", "FrameMSet", "FrameGen", "FrameASet", "FrameLSet"});
-    pages["7218"] = Page()
-                        .Show({"FrameMSet",
-                               "FrameGen",
-                               "FrameASet",
-                               {"ADIO", 2, 2},
-                               "LabAAO",
-                               "TextAAOv",
-                               "CmdAOsend",
-                               "CmdG0V",
-                               "CmdG10V",
-                               "CmdGStartup"})
-                        .Caption("ADIO_3", "DO &3")
-                        .Enable({{"ADIO", 3, 3}})
-                        .Hide({"LabACt", "LabACtv", "CmdClearCount"});
-    pages["7221"] = EightChannelInput({});
-    pages["7224"] = EightChannelInput({"CmdAICJC"});
-    pages["7224M"] = EightChannelInput({"CmdAICJC", "TabStrip1"});
-    pages["7231"] =
-        Page().Show({"FrameMSet", "CmbSlowRate", "LabSlewRate"}).Caption("LabRange", "&Output range");
-    pages["7252"] = Page()
-                        .Show({"FrameMSet", "FrameDIO", {"DIOL", 0, 6}})
-                        .Show(HighGroup)
-                        .Number({{"DIOL", 0, 6, "DI  ", 0}, {"DIOH", 0, 7, "DO  &", 0}})
-                        .Caption("LabDL", "Digital Input")
-                        .Caption("LabDH", "Digital Output")
-                        .Hide(FormatAndRangeRows);
-    pages["7256"] = Page()
-                        .Show({"FrameMSet", "FrameDIO", {"DIOL", 0, 7}})
-                        .Number({{"DIOL", 0, 7, "DI  ", 0}})
-                        .Caption("LabDL", "Digital Input")
-                        .Hide(FormatAndRangeRows);
-    pages["7258"] = Page()
-                        .Show({"FrameMSet", "FrameDIO", {"DIOL", 0, 7}})
-                        .Show(HighGroup)
-                        .Number({{"DIOL", 0, 7, "DI  ", 0}, {"DIOH", 0, 7, "DI  ", 8}})
-                        .Caption("LabDL", "Digital Input")
-                        .Caption("LabDH", "Digital Input")
-                        .Hide(FormatAndRangeRows);
-    pages["7272"] = Page()
-                        .Show({"FrameMSet", "FrameDIO", {"DIOL", 4, 7}})
-                        .Number({{"DIOL", 4, 7, "DO  &", 0}})
-                        .Caption("LabDL", "Relay Output")
-                        .Hide(FormatAndRangeRows);
-    pages["7282"] = CounterPage().Number({{"CounterDO", 0, 1, "DO &", 0}}).Hide({"CmdCClearLatch"});
-    pages["7282D"] = pages["7282N"] = CounterWithDisplay();
-    pages["3900"] = Page()
-                        .Show({"CmdDownLoadF", "ListView3900", "FrameMSet", "LabMFV", "LabMFVv"})
-                        .Hide(FormatAndRangeRows);
-    return pages;
+    return LowRowInputs(std::move(page))
+        .Show(HighGroup)
+        .Number({{"DIOH", 0, 7, "DI  ", 8}})
+        .Caption("LabDH", "Digital Input");
 }
 
-/// Rows of channels 0 to `last` of an input slot: number, value, unit and alarms.
-Page InputSlot(int last)
+/// Rows of all channels of an input slot: number, value, unit and alarms.
+Page InputSlot(const ModelRow &model)
 {
+    const int last = model.channels - 1;
     return Page().Show({"FrameSlot",
                         "FrameSlotIO",
                         {"Labch", 0, last},
@@ -246,64 +195,6 @@ Page InputSlot(int last)
                         {"ChLA", 0, last}});
 }
 
-PageDescription VoltageSlot(int last)
-{
-    return InputSlot(last)
-        .Show({"CmbSRange", "CmbSTimeSlewRate", "LabSDataFormatLab"})
-        .Caption("LabSDataFormatLab", "Engineering unit");
-}
-
-PageMap BuildSlotPages()
-{
-    PageMap pages;
-    pages["3921"] = InputSlot(2).Show({"CmbSFormat", "CmbSRange", "CmbSTimeSlewRate"});
-    pages["3923"] = VoltageSlot(7);
-    pages["3925"] = VoltageSlot(6);
-    pages["3923H"] = InputSlot(7).Show({"CmbSFormat"}).Hide({"LabSRange", "LabSTimeSlewrate"});
-    pages["3931"] =
-        Page().Show({"FrameSlotIO", "CmdSlotSendAO", {"Labch", 0, 3}, {"TextCH", 0, 3}, {"LabCHunit", 0, 3}});
-    pages["3962"] = InputSlot(3).Show({"CmbSFormat", "LabSRange", "CmbSRange"});
-
-    pages["3942"] =
-        Page()
-            .Show({"FrameDIO", {"DIOL", 0, 7}, {"DIOH", 0, 7}, "LabDHv"})
-            // Until its directions are read, each point keeps the caption that it was designed with.
-            .CaptionEach({{"DIOL", 0, 7}, {"DIOH", 0, 7}}, "DO &0")
-            .Hide({"LabDL", "LabDH"});
-    pages["3944"] = Page()
-                        .Show({"FrameDIO", {"DIOL", 0, 7}})
-                        .Show(HighGroup)
-                        .Number({{"DIOL", 0, 7, "DI  ", 0}, {"DIOH", 0, 7, "DI  ", 8}})
-                        .Caption("LabDL", "Digital Input")
-                        .Caption("LabDH", "Digital Input");
-    pages["3946"] = Page()
-                        .Show({"FrameDIO", {"DIOL", 0, 7}})
-                        .Number({{"DIOL", 0, 7, "DI  ", 0}})
-                        .Caption("LabDL", "Digital Input");
-    pages["3948"] = Page()
-                        .Show({"FrameDIO", {"DIOL", 0, 7}})
-                        .Show(HighGroup)
-                        .Number({{"DIOL", 0, 7, "DO  ", 0}, {"DIOH", 0, 7, "DI  ", 0}})
-                        .Caption("LabDL", "Digital Output")
-                        .Caption("LabDH", "Digital Input");
-    pages["3951"] =
-        Page()
-            .Show({"FrameDIO", {"DIOL", 0, 7}})
-            .Show(HighGroup)
-            .Number({{"DIOL", 0, 7, "DO  &", 0}, {"DIOH", 0, 1, "DO  &", 8}, {"DIOH", 2, 7, "DO 1&", 0}})
-            .Caption("LabDL", "Digital Output")
-            .Caption("LabDH", "Digital Output");
-    pages["3953"] = Page()
-                        .Show({"FrameDIO", {"DIOL", 0, 5}})
-                        .Number({{"DIOL", 0, 5, "DO  &", 0}})
-                        .Caption("LabDL", "Relay Output");
-    pages["3957"] = Page()
-                        .Show({"FrameDIO", {"DIOL", 0, 7}})
-                        .Number({{"DIOL", 0, 7, "DO  &", 0}})
-                        .Caption("LabDL", "Relay Output");
-    return pages;
-}
-
 Page InputChannel()
 {
     return Page()
@@ -311,22 +202,197 @@ Page InputChannel()
         .Hide({"CmdSUpdate", "CmdSZero", "CmdSSpan", "CmdSCJC", "LabSTimeSlewrate"});
 }
 
-PageMap BuildChannelPages()
+/// A page as it is for the channels of a model.
+struct PageRow {
+    PageName name;
+    PageDescription (*build)(const ModelRow &model);
+};
+
+constexpr PageRow Pages[] = {
+    // Of modules and base units.
+    {PageName::ThermocoupleInput,
+     [](const ModelRow &) -> PageDescription { return AlarmInputPage().Show({"CmdGCJC"}); }},
+    {PageName::AnalogInput, [](const ModelRow &) -> PageDescription { return AlarmInputPage(); }},
+    {PageName::SensorInput,
+     [](const ModelRow &) -> PageDescription {
+         return Page()
+             .Show({"FrameMSet", "FrameGen"})
+             .Hide({{"ADIO", 0, 1}, {"ADIO", 3, 3}})
+             .Caption("CmdGZero", "  &Offset Calibration")
+             .Hide({"LabACt", "LabACtv", "CmdClearCount", "CmdClearLatch"});
+     }},
+    {PageName::MappedInput,
+     [](const ModelRow &) -> PageDescription {
+         return AlarmInputPage().Show({"CmdLED", "FrameLSet"});
+     }},
+    {PageName::StrainGauge,
+     [](const ModelRow &) -> PageDescription {
+         return AlarmInputPage()
+             .Show({{"ADIO", 2, 2}, "LabAAO", "TextAAOv", "CmdAOsend", "CmdG0V", "CmdG10V", "CmdGStartup"})
+             .Caption("ADIO_3", "DO &3")
+             .Enable({{"ADIO", 3, 3}})
+             .Hide({"LabACt", "LabACtv", "CmdClearCount"});
+     }},
+    {PageName::ChannelInput, [](const ModelRow &) -> PageDescription { return ChannelInputPage(); }},
+    {PageName::ChannelThermocouple,
+     [](const ModelRow &) -> PageDescription { return ChannelInputPage().Show({"CmdAICJC"}); }},
+    {PageName::Logger,
+     [](const ModelRow &) -> PageDescription {
+         return ChannelInputPage().Show({"CmdAICJC", "TabStrip1"});
+     }},
+    {PageName::AnalogOutput,
+     [](const ModelRow &) -> PageDescription {
+         return Page().Show({"FrameMSet", "CmbSlowRate", "LabSlewRate"}).Caption("LabRange", "&Output range");
+     }},
+    {PageName::InputsAndOutputs,
+     [](const ModelRow &) -> PageDescription {
+         return DigitalModulePage()
+             .Show({"FrameDIO", {"DIOL", 0, 6}})
+             .Show(HighGroup)
+             .Number({{"DIOL", 0, 6, "DI  ", 0}, {"DIOH", 0, 7, "DO  &", 0}})
+             .Caption("LabDL", "Digital Input")
+             .Caption("LabDH", "Digital Output");
+     }},
+    {PageName::EightInputs,
+     [](const ModelRow &) -> PageDescription { return LowRowInputs(DigitalModulePage()); }},
+    {PageName::SixteenInputs,
+     [](const ModelRow &) -> PageDescription { return BothRowsInputs(DigitalModulePage()); }},
+    {PageName::FourRelays,
+     [](const ModelRow &) -> PageDescription {
+         return DigitalModulePage()
+             .Show({"FrameDIO", {"DIOL", 4, 7}})
+             .Number({{"DIOL", 4, 7, "DO  &", 0}})
+             .Caption("LabDL", "Relay Output");
+     }},
+    {PageName::PresetCounter,
+     [](const ModelRow &) -> PageDescription {
+         return CounterPage().Number({{"CounterDO", 0, 1, "DO &", 0}}).Hide({"CmdCClearLatch"});
+     }},
+    {PageName::DisplayCounter,
+     [](const ModelRow &) -> PageDescription {
+         return CounterPage().Show({"LabLED", {"OptionLED", 0, 2}});
+     }},
+    {PageName::BaseUnit,
+     [](const ModelRow &) -> PageDescription {
+         return Page()
+             .Show({"CmdDownLoadF", "ListView3900", "FrameMSet", "LabMFV", "LabMFVv"})
+             .Hide(FormatAndRangeRows);
+     }},
+
+    // Of slots.
+    {PageName::SensorSlot,
+     [](const ModelRow &model) -> PageDescription {
+         return InputSlot(model).Show({"CmbSFormat", "CmbSRange", "CmbSTimeSlewRate"});
+     }},
+    {PageName::VoltageSlot,
+     [](const ModelRow &model) -> PageDescription {
+         return InputSlot(model)
+             .Show({"CmbSRange", "CmbSTimeSlewRate", "LabSDataFormatLab"})
+             .Caption("LabSDataFormatLab", "Engineering unit");
+     }},
+    {PageName::FastVoltageSlot,
+     [](const ModelRow &model) -> PageDescription {
+         return InputSlot(model).Show({"CmbSFormat"}).Hide({"LabSRange", "LabSTimeSlewrate"});
+     }},
+    {PageName::OutputSlot,
+     [](const ModelRow &model) -> PageDescription {
+         const int last = model.channels - 1;
+         return Page().Show({"FrameSlotIO",
+                             "CmdSlotSendAO",
+                             {"Labch", 0, last},
+                             {"TextCH", 0, last},
+                             {"LabCHunit", 0, last}});
+     }},
+    {PageName::CounterSlot,
+     [](const ModelRow &model) -> PageDescription {
+         return InputSlot(model).Show({"CmbSFormat", "LabSRange", "CmbSRange"});
+     }},
+    {PageName::UniversalPointSlot,
+     [](const ModelRow &) -> PageDescription {
+         return Page()
+             .Show({"FrameDIO", {"DIOL", 0, 7}, {"DIOH", 0, 7}, "LabDHv"})
+             // Until its directions are read, each point keeps the caption that it was designed with.
+             .CaptionEach({{"DIOL", 0, 7}, {"DIOH", 0, 7}}, "DO &0")
+             .Hide({"LabDL", "LabDH"});
+     }},
+    {PageName::SixteenInputSlot, [](const ModelRow &) -> PageDescription { return BothRowsInputs(Page()); }},
+    {PageName::EightInputSlot, [](const ModelRow &) -> PageDescription { return LowRowInputs(Page()); }},
+    {PageName::OutputAndInputSlot,
+     [](const ModelRow &) -> PageDescription {
+         return Page()
+             .Show({"FrameDIO", {"DIOL", 0, 7}})
+             .Show(HighGroup)
+             .Number({{"DIOL", 0, 7, "DO  ", 0}, {"DIOH", 0, 7, "DI  ", 0}})
+             .Caption("LabDL", "Digital Output")
+             .Caption("LabDH", "Digital Input");
+     }},
+    {PageName::SixteenOutputSlot,
+     [](const ModelRow &) -> PageDescription {
+         return Page()
+             .Show({"FrameDIO", {"DIOL", 0, 7}})
+             .Show(HighGroup)
+             .Number({{"DIOL", 0, 7, "DO  &", 0}, {"DIOH", 0, 1, "DO  &", 8}, {"DIOH", 2, 7, "DO 1&", 0}})
+             .Caption("LabDL", "Digital Output")
+             .Caption("LabDH", "Digital Output");
+     }},
+    {PageName::RelaySlot,
+     [](const ModelRow &model) -> PageDescription {
+         const int last = model.switches.front().last;
+         return Page()
+             .Show({"FrameDIO", {"DIOL", 0, last}})
+             .Number({{"DIOL", 0, last, "DO  &", 0}})
+             .Caption("LabDL", "Relay Output");
+     }},
+
+    // Of channels.
+    {PageName::SensorChannel, [](const ModelRow &) -> PageDescription { return InputChannel(); }},
+    {PageName::VoltageChannel,
+     [](const ModelRow &) -> PageDescription {
+         return InputChannel().Caption("LabSDataFormatLab", "Engineering unit");
+     }},
+    {PageName::FastVoltageChannel,
+     [](const ModelRow &) -> PageDescription {
+         return Page()
+             .Show({"FrameSlot", "FrameChannel", "CmbSRange", "LabSDataFormatLab"})
+             .Hide({"CmdSZero", "CmdSSpan", "LabSTimeSlewrate"});
+     }},
+    {PageName::OutputChannel,
+     [](const ModelRow &) -> PageDescription {
+         return Page()
+             .Show({"FrameSlot", "CmbSRange", "CmbSTimeSlewRate", "LabSRangeLab", "LabSDataFormatLab",
+                    "LabS_time_slewrate"})
+             .Caption("LabSDataFormatLab", "Engineering unit")
+             .Hide({"CmdSZero", "CmdSSpan", "CmdSCJC"})
+             .Caption("LabSRange", "&Output Range")
+             .Caption("LabSTimeSlewrate", "&Slew Rate");
+     }},
+    {PageName::CounterChannel,
+     [](const ModelRow &) -> PageDescription { return InputChannel().Hide({"CheckChEnable"}); }},
+};
+
+/// Pages by model: those that a column of the models' rows names.
+using PageMap = std::map<std::string_view, PageDescription>;
+
+PageMap BuildPages(PageName ModelRow::*column)
 {
-    PageMap pages;
-    pages["3921"] = InputChannel();
-    pages["3923"] = pages["3925"] = InputChannel().Caption("LabSDataFormatLab", "Engineering unit");
-    pages["3923H"] = Page()
-                         .Show({"FrameSlot", "FrameChannel", "CmbSRange", "LabSDataFormatLab"})
-                         .Hide({"CmdSZero", "CmdSSpan", "LabSTimeSlewrate"});
-    pages["3931"] = Page()
-                        .Show({"FrameSlot", "CmbSRange", "CmbSTimeSlewRate", "LabSRangeLab",
-                               "LabSDataFormatLab", "LabS_time_slewrate"})
-                        .Caption("LabSDataFormatLab", "Engineering unit")
-                        .Hide({"CmdSZero", "CmdSSpan", "CmdSCJC"})
-                        .Caption("LabSRange", "&Output Range")
-                        .Caption("LabSTimeSlewrate", "&Slew Rate");
-    pages["3962"] = InputChannel().Hide({"CheckChEnable"});
+    PageMap map;
+    for (const ModelRow &model : AllModels()) {
+        if (auto page = BuildPage(model, model.*column))
+            map.emplace(model.model, std::move(*page));
+    }
+    return map;
+}
+
+const PageDescription *Find(const PageMap &pages, std::string_view model, bool card)
+{
+    const ModelRow *row = FindModel(model);
+    const auto found = pages.find(model);
+    return row && row->IsCard() == card && found != pages.end() ? &found->second : nullptr;
+}
+
+const PageMap &OwnPages()
+{
+    static const PageMap pages = BuildPages(&ModelRow::page);
     return pages;
 }
 
@@ -338,37 +404,38 @@ const PageDescription &ResetPage()
     return page;
 }
 
+std::optional<PageDescription> BuildPage(const ModelRow &model, PageName name)
+{
+    const auto *page = std::ranges::find(Pages, name, &PageRow::name);
+    return page == std::end(Pages) ? std::nullopt : std::optional(page->build(model));
+}
+
 const PageDescription *ModulePage(std::string_view model)
 {
-    static const PageMap pages = BuildModulePages();
-    return Find(pages, model);
+    return Find(OwnPages(), model, false);
 }
 
 const PageDescription *SlotPage(std::string_view model)
 {
-    static const PageMap pages = BuildSlotPages();
-    return Find(pages, model);
+    return Find(OwnPages(), model, true);
 }
 
 const PageDescription *ChannelPage(std::string_view model)
 {
-    static const PageMap pages = BuildChannelPages();
-    return Find(pages, model);
+    static const PageMap pages = BuildPages(&ModelRow::channelPage);
+    return Find(pages, model, true);
 }
 
 bool AreChannelTextsWritable(std::string_view model)
 {
-    return model == "3931";
+    return Has(model, Feature::CardOutputs);
 }
 
 std::string PageCaption(const NodeKey &node)
 {
     const std::string model = node.model();
-    std::string caption = "VORN-" + model;
-    if (model == "3944" || model == "3951")
-        caption += "/D";
-    else if (model == "3948")
-        caption += "S";
+    const ModelRow *row = FindModel(model);
+    std::string caption = "VORN-" + (row ? std::string(row->Title()) : model);
     if (node.hasChannel())
         caption += std::string(" Channel ") + node.channel();
     return caption;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "protocol/ModelTable.h"
 #include "protocol/NodeKey.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,6 +23,9 @@ struct PageDescription {
 
 /// The state that every page starts from.
 const PageDescription &ResetPage();
+
+/// A page by its name, as it is for a model; nothing for a name that stands for no page.
+std::optional<PageDescription> BuildPage(const ModelRow &model, PageName name);
 
 /// What comes on top of the reset; null for a model without such a page.
 const PageDescription *ModulePage(std::string_view model);

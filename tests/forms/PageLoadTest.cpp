@@ -509,7 +509,7 @@ TEST_F(OddRepliesTest, CounterExtrasFillTheCounterFrames)
             EXPECT_EQ(Text("TextHW"), "00123");
             EXPECT_EQ(Text("TextLW"), "65000");
             EXPECT_EQ(Text("TextHV"), "2.4");
-            EXPECT_EQ(Text("TextLV"), ".8");
+            EXPECT_EQ(Text("TextLV"), "0.8");
             EXPECT_EQ(Text("CheckFilter"), "Enable");
             EXPECT_TRUE(Shown("FrameFCdata"));
             EXPECT_TRUE(Shown("FrameFCf"));

@@ -1022,10 +1022,10 @@ TEST_F(SettingsTest, TheDisplayOfTheMappingModelIsTakenWrittenAndGivenBack)
         op.Type(form->Text1, QStringLiteral("+1.5"));
         op.Press(form->Text1, Qt::Key_Return);
         AwaitWrite(op, "$0A9+1.5000");
-        op.WaitFor([&] { return form->Image[0]->Picture() == "K+"; }, "the digits");
+        op.WaitFor([&] { return form->Image[0]->Picture() == "K+1."; }, "the digits");
         op.Gui([&] {
-            EXPECT_EQ(form->Image[1]->Picture(), "K1.");
-            EXPECT_EQ(form->Image[2]->Picture(), "K5");
+            EXPECT_EQ(form->Image[1]->Picture(), "K5");
+            EXPECT_EQ(form->Image[2]->Picture(), "K0");
             form->cmdExit->click();
         });
         AwaitWrite(op, "$0A81");

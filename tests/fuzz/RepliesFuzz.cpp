@@ -60,7 +60,7 @@ void Model(const std::string &reply)
         }
         PROMISE(!found.model.empty());
         const NodeKey key(ModuleKey(false, '0', "003", found.reply));
-        PROMISE(key.isModule() && key.port() == 3 && !key.checksum() && !key.isInit());
+        PROMISE(key.kind() == NodeKind::Module && key.port() == 3 && !key.checksum() && !key.isInit());
         PROMISE(key.busAddress().size() <= 2);
         (void)ModuleNodeText(false, key.address(), found.model);
     }
@@ -117,11 +117,11 @@ void PageValues(const std::string &reply)
     PROMISE(SlotModel(Left(reply, 2)).starts_with("39"));
     PROMISE(SlotChannelCount(Left(reply, 2)) >= 0);
     const NodeKey key(reply); // a key is text like any other: asking it does no harm
-    (void)(key.isInit() || key.checksum() || key.isSlot() || key.isChannel());
+    (void)(key.isInit() || key.checksum() || key.kind() == NodeKind::Slot);
     (void)key.port();
     (void)ChannelMaskCommand(key, Mid(reply, 4, 2), 3, true);
     for (const PollStep &step : PollSteps(key))
-        (void)ExpandCommand(step.command, key, 1);
+        (void)Query(step.reg, key, 1);
 }
 
 } // namespace

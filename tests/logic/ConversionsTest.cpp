@@ -213,11 +213,11 @@ TEST(FormatSigned7, LooksForThePointInFourCharactersOnly)
     EXPECT_EQ(out, "+250.50");
 }
 
-TEST(FormatSigned7, NoDigitsAtAllLeaveTheIntegerPartEmpty)
+TEST(FormatSigned7, KeepsTheIntegerPartWhereNoDigitsAreAskedFor)
 {
     std::string out;
     FormatSigned7(out, 0, 0.5F);
-    EXPECT_EQ(out, "+.50000");
+    EXPECT_EQ(out, "+0.5000");
 }
 
 struct OutputCase {

@@ -1,5 +1,7 @@
 #include "pages/CounterSettings.h"
 
+#include "platform/RuntimeError.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -261,7 +263,7 @@ TEST(FilterWireText, HasTwoDigitsOfALevelAndFiveOfAWidth)
 TEST(FilterFieldText, DividesLevelsByTen)
 {
     constexpr TextCase Cases[] = {
-        {FilterField::HighLevel, "24", "2.4"}, {FilterField::LowLevel, "05", ".5"},
+        {FilterField::HighLevel, "24", "2.4"}, {FilterField::LowLevel, "05", "0.5"},
         {FilterField::LowLevel, "30", "3"},    {FilterField::HighWidth, "00005", "00005"},
         {FilterField::LowWidth, "", ""},
     };
@@ -273,6 +275,32 @@ TEST(InputStageCommand, HoldsItsElement)
 {
     EXPECT_EQ(InputStageCommand(Plain, 0), "$0AB0");
     EXPECT_EQ(InputStageCommand(Plain, 1), "$0AB1");
+}
+
+TEST(DisplaySourceOf, SelectsTheElementOfItsDigit)
+{
+    EXPECT_EQ(DisplaySourceOf("0"), 0);
+    EXPECT_EQ(DisplaySourceOf("1"), 1);
+    EXPECT_EQ(DisplaySourceOf("2"), 2);
+    EXPECT_EQ(DisplaySourceOf("1Z"), 1);
+}
+
+TEST(DisplaySourceOf, LeavesTheOptionForAPayloadWithoutADigit)
+{
+    for (const char *payload : {"", "Z", "-1", " 1", "\xFF"})
+        EXPECT_EQ(DisplaySourceOf(payload), std::nullopt) << payload;
+}
+
+TEST(DisplaySourceOf, RefusesADigitWithoutAnElement)
+{
+    for (const char *payload : {"3", "9", "30"}) {
+        try {
+            DisplaySourceOf(payload);
+            ADD_FAILURE() << payload;
+        } catch (const RuntimeError &error) {
+            EXPECT_EQ(error.number(), 340) << payload;
+        }
+    }
 }
 
 } // namespace

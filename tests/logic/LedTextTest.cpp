@@ -70,16 +70,35 @@ struct PictureCase {
     std::array<std::string, LedDigits> keys;
 };
 
-TEST(LedPictures, OfTheSignedDisplayBeginWithTheSign)
+TEST(LedPictures, OfTheSignedDisplayBeginWithSignAndHalfDigit)
 {
     const PictureCase cases[] = {
-        {"-150000", {"K-", "K1", "K5", "K0", "K0"}},  {"+1.5000", {"K+", "K1.", "K5", "K0", "K0"}},
-        {"+050000", {"", "K0", "K5", "K0", "K0"}},    {"-050000", {"K-", "K0", "K5", "K0", "K0"}},
-        {"-12.345", {"K-", "K1", "K2.", "K3", "K4"}}, {"+000000", {"", "K0", "K0", "K0", "K0"}},
-        {".500000", {"", "K.", "K5", "K0", "K0"}},
+        {"-150000", {"K-1", "K5", "K0", "K0", "K0"}},
+        {"+1.5000", {"K+1.", "K5", "K0", "K0", "K0"}},
+        {"+050000", {"", "K5", "K0", "K0", "K0"}},
+        {"-050000", {"K-", "K5", "K0", "K0", "K0"}},
+        {"-12.345", {"K-1", "K2.", "K3", "K4", "K5"}},
+        {"+000000", {"", "K0", "K0", "K0", "K0"}},
+        {".500000", {"K.", "K5", "K0", "K0", "K0"}},
+        {"+.50000", {"K+.", "K5", "K0", "K0", "K0"}},
+        {"+0.5000", {"K.", "K5", "K0", "K0", "K0"}},
+        {"-0.5000", {"K-.", "K5", "K0", "K0", "K0"}},
+        {"+012345", {"", "K1", "K2", "K3", "K4"}},
+        {"0000000", {"", "K0", "K0", "K0", "K0"}},
+        {"", {"", "", "", "", ""}},
+        {"-", {"K-", "", "", "", ""}},
     };
     for (const PictureCase &c : cases)
         EXPECT_EQ(LedPictures("7212D", c.value), c.keys) << c.value;
+}
+
+TEST(LedPictures, OfTheSignedDisplayShowAllFourDigitsOfAnEntry)
+{
+    using Keys = std::array<std::string, LedDigits>;
+    const auto shown = [](const char *entry) { return LedPictures("7212D", LedValue("7212D", entry)); };
+    EXPECT_EQ(shown("12.5"), (Keys{"", "K1", "K2.", "K5", "K0"}));
+    EXPECT_EQ(shown("-98.76"), (Keys{"K-", "K9", "K8.", "K7", "K6"}));
+    EXPECT_EQ(shown("+1.2345"), (Keys{"K+1.", "K2", "K3", "K4", "K5"}));
 }
 
 TEST(LedPictures, OfTheUnsignedDisplaysAreFiveDigits)

@@ -33,20 +33,21 @@ TEST(WireInputLimits, HoldBothLimitsAgainstTheBound)
     for (const InputCase &c : Cases) {
         const std::string bound = c.bound;
         const std::string wire = c.wire;
-        EXPECT_EQ(WireInputLimits(c.range, {"-" + bound, bound}), (LimitPair{"-" + wire, "+" + wire}))
+        EXPECT_EQ(WireInputLimits("7212D", c.range, {"-" + bound, bound}),
+                  (LimitPair{"-" + wire, "+" + wire}))
             << c.range;
         const LimitPair highAbove{"0", c.above};
-        EXPECT_EQ(WireInputLimits(c.range, highAbove), highAbove) << c.range;
+        EXPECT_EQ(WireInputLimits("7212D", c.range, highAbove), highAbove) << c.range;
         const LimitPair lowAbove{"-" + std::string(c.above), "0"};
-        EXPECT_EQ(WireInputLimits(c.range, lowAbove), lowAbove) << c.range;
+        EXPECT_EQ(WireInputLimits("7212D", c.range, lowAbove), lowAbove) << c.range;
     }
 }
 
 TEST(WireInputLimits, OfAnUnknownRangeStayAsTyped)
 {
     const LimitPair typed{"1", "2"};
-    EXPECT_EQ(WireInputLimits(-1, typed), typed);
-    EXPECT_EQ(WireInputLimits(6, typed), typed);
+    EXPECT_EQ(WireInputLimits("7212D", -1, typed), typed);
+    EXPECT_EQ(WireInputLimits("7212D", 6, typed), typed);
 }
 
 struct DigitsCase {
@@ -58,7 +59,7 @@ TEST(OutputDigits, AreThoseOfTheLongerLimit)
 {
     constexpr DigitsCase Cases[] = {
         {"0", "100", 3},      {"0", "9.75", 1}, {"-100", "5", 4}, {"-5", "5", 2},   {"1000", "2", 4},
-        {"+0012.50", "3", 2}, {".5", ".75", 0}, {"0", ".5", 1},   {"-.5", ".5", 1}, {"", "", 1},
+        {"+0012.50", "3", 2}, {".5", ".75", 1}, {"0", ".5", 1},   {"-.5", ".5", 2}, {"", "", 1},
     };
     for (const DigitsCase &c : Cases)
         EXPECT_EQ(OutputDigits({c.low, c.high}), c.digits) << c.low << " " << c.high;
@@ -69,7 +70,7 @@ TEST(WireOutputLimits, ShareTheNumberOfDigits)
     EXPECT_EQ(WireOutputLimits({"0", "100"}), (LimitPair{"+000.00", "+100.00"}));
     EXPECT_EQ(WireOutputLimits({"0", "9.75"}), (LimitPair{"+0.0000", "+9.7500"}));
     EXPECT_EQ(WireOutputLimits({"-5", "5"}), (LimitPair{"-05.000", "+05.000"}));
-    EXPECT_EQ(WireOutputLimits({".25", ".5"}), (LimitPair{"+.25000", "+.50000"}));
+    EXPECT_EQ(WireOutputLimits({".25", ".5"}), (LimitPair{"+0.2500", "+0.5000"}));
 }
 
 TEST(WireOutputLimits, NeverExceedSevenCharacters)

@@ -1,5 +1,8 @@
 #include "protocol/ModelCatalogue.h"
 
+#include "protocol/ModelTable.h"
+#include "protocol/Number.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -164,6 +167,28 @@ TEST(SlotCodes, UnknownOnesMakeANodeWithoutChannels)
     EXPECT_EQ(SlotListRowOf("7252").description, "");
 }
 
+TEST(SlotCodes, AreCutFromTheReply)
+{
+    using Codes = std::vector<std::string>;
+    EXPECT_EQ(SlotCodes("!0A21233HFF", false), (Codes{"21", "23", "3H", "FF"}));
+    EXPECT_EQ(SlotCodes("!0A21233HFFC7", true), (Codes{"21", "23", "3H", "FF"}));
+    EXPECT_EQ(SlotCodes("!0A", false), Codes{});
+    EXPECT_EQ(SlotCodes("!0AC7", true), Codes{});
+    EXPECT_EQ(SlotCodes("!0A213", false), Codes{"21"}) << "half a code is none";
+    EXPECT_EQ(SlotCodes("", true), Codes{});
+}
+
+TEST(SlotCodes, AreEightAtMost)
+{
+    std::string reply = "!0A";
+    for (int slot = 0; slot < 20; ++slot)
+        reply += HexByte(slot);
+    const auto codes = SlotCodes(reply, false);
+    ASSERT_EQ(codes.size(), 8U);
+    EXPECT_EQ(codes.front(), "00");
+    EXPECT_EQ(codes.back(), "07");
+}
+
 TEST(NodeImages, OfEveryKindOfNode)
 {
     const auto expect = [](const NodeImages &images, const char *normal, const char *selected) {
@@ -220,8 +245,11 @@ TEST(LabPC, NamesEveryModuleOnceByThreesAndFours)
     }
     for (const SlotCase &c : Slots)
         EXPECT_EQ(CountOf(slots, std::string(c.name) + ","), 1U) << c.name;
-    EXPECT_EQ(CountOf(modules, "VORN-"), std::size(StandAlone));
-    EXPECT_EQ(CountOf(slots, "VORN-"), std::size(Slots));
+    const auto cards = std::ranges::count_if(AllModels(), &ModelRow::IsCard);
+    const auto all = static_cast<std::ptrdiff_t>(AllModels().size());
+    EXPECT_EQ(CountOf(slots, "VORN-"), static_cast<std::size_t>(cards));
+    EXPECT_EQ(CountOf(modules, "VORN-"), static_cast<std::size_t>(all - cards - 1))
+        << "all but the base unit";
 }
 
 } // namespace

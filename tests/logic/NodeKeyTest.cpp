@@ -38,9 +38,7 @@ TEST(NodeKey, OfAModule)
     EXPECT_EQ(key.model(), "7252");
     EXPECT_FALSE(key.hasSlot());
     EXPECT_FALSE(key.hasChannel());
-    EXPECT_TRUE(key.isModule());
-    EXPECT_FALSE(key.isSlot());
-    EXPECT_FALSE(key.isChannel());
+    EXPECT_EQ(key.kind(), NodeKind::Module);
 }
 
 TEST(NodeKey, OfASlot)
@@ -51,9 +49,7 @@ TEST(NodeKey, OfASlot)
     EXPECT_EQ(key.model(), "3923");
     EXPECT_TRUE(key.hasSlot());
     EXPECT_FALSE(key.hasChannel());
-    EXPECT_FALSE(key.isModule());
-    EXPECT_TRUE(key.isSlot());
-    EXPECT_FALSE(key.isChannel());
+    EXPECT_EQ(key.kind(), NodeKind::Slot);
 }
 
 TEST(NodeKey, OfAChannel)
@@ -64,9 +60,7 @@ TEST(NodeKey, OfAChannel)
     EXPECT_EQ(key.address(), "0A");
     EXPECT_TRUE(key.hasSlot());
     EXPECT_TRUE(key.hasChannel());
-    EXPECT_FALSE(key.isModule());
-    EXPECT_FALSE(key.isSlot());
-    EXPECT_TRUE(key.isChannel());
+    EXPECT_EQ(key.kind(), NodeKind::Channel);
 }
 
 TEST(NodeKey, InInitStateIsAddressedAs00WithoutChecksum)
@@ -91,9 +85,73 @@ TEST(NodeKey, CutsOfAShortTextAreEmpty)
     EXPECT_EQ(key.model(), "");
     EXPECT_EQ(key.address(), "");
     EXPECT_EQ(key.port(), 0);
-    EXPECT_FALSE(key.isModule());
-    EXPECT_FALSE(key.isSlot());
-    EXPECT_FALSE(key.isChannel());
+    EXPECT_EQ(key.slot(), '!');
+    EXPECT_EQ(key.channel(), '!');
+    EXPECT_EQ(key.sortText(), "");
+    EXPECT_FALSE(key.isInit());
+    EXPECT_FALSE(key.checksum());
+}
+
+struct KindCase {
+    const char *key;
+    NodeKind kind;
+};
+
+TEST(NodeKind, IsToldByTheKeyAlone)
+{
+    constexpr KindCase Cases[] = {
+        {"KeyPC", NodeKind::PC},
+        {"KeyCOM003", NodeKind::Port},
+        {"KeyCOM255", NodeKind::Port},
+        {"_1003!!0A7252", NodeKind::Module},
+        {"*0003!!053900", NodeKind::Module},
+        {"_0003!!0A3921", NodeKind::Module},
+        {"_10031!0A3923", NodeKind::Slot},
+        {"*00030!003999", NodeKind::Slot},
+        {"_1003170A3923", NodeKind::Channel},
+        {"", NodeKind::PC},
+        {"_1003", NodeKind::PC},
+        {"COM3", NodeKind::PC},
+    };
+    for (const KindCase &c : Cases)
+        EXPECT_EQ(NodeKey(c.key).kind(), c.kind) << c.key;
+}
+
+TEST(NodeKey, OfAPortHoldsItsPortAlone)
+{
+    const NodeKey key("KeyCOM012");
+    EXPECT_EQ(key.portDigits(), "012");
+    EXPECT_EQ(key.port(), 12);
+    EXPECT_EQ(key.slot(), '!');
+    EXPECT_EQ(key.channel(), '!');
+    EXPECT_FALSE(key.hasSlot());
+    EXPECT_FALSE(key.hasChannel());
+    EXPECT_FALSE(key.isInit());
+    EXPECT_FALSE(key.checksum());
+    EXPECT_EQ(key.address(), "");
+    EXPECT_EQ(key.busAddress(), "");
+    EXPECT_EQ(key.model(), "");
+    EXPECT_EQ(key.sortText(), "");
+}
+
+TEST(NodeKey, OfThePCHoldsNothing)
+{
+    const NodeKey key{std::string(KeyPC)};
+    EXPECT_EQ(key.portDigits(), "");
+    EXPECT_EQ(key.port(), 0);
+    EXPECT_EQ(key.slot(), '!');
+    EXPECT_EQ(key.channel(), '!');
+    EXPECT_FALSE(key.hasSlot());
+    EXPECT_FALSE(key.checksum());
+    EXPECT_EQ(key.address(), "");
+    EXPECT_EQ(key.model(), "");
+}
+
+TEST(NodeKey, SortsByAddressAndModel)
+{
+    EXPECT_EQ(NodeKey("_1003!!0A7252").sortText(), "0A7252");
+    EXPECT_LT(NodeKey("_1003!!097282").sortText(), NodeKey("_0003!!0A7203").sortText());
+    EXPECT_LT(NodeKey("_1003!!0A7203").sortText(), NodeKey("_0003!!0A7203D").sortText());
 }
 
 TEST(NodeKey, ComparesByItsText)
@@ -126,13 +184,13 @@ TEST(NodeKeys, OfEverySlotAndChannelReadBack)
 {
     for (char slot = '0'; slot <= '7'; ++slot) {
         const NodeKey slotKey(SlotKey("_1012!!1F3900", slot, "3923H"));
-        EXPECT_TRUE(slotKey.isSlot()) << slot;
+        EXPECT_EQ(slotKey.kind(), NodeKind::Slot) << slot;
         EXPECT_EQ(slotKey.slot(), slot);
         EXPECT_EQ(slotKey.port(), 12);
         EXPECT_EQ(slotKey.busAddress(), "1F");
         for (char channel = '0'; channel <= '7'; ++channel) {
             const NodeKey key(ChannelKey(slotKey.text(), channel));
-            EXPECT_TRUE(key.isChannel()) << slot << channel;
+            EXPECT_EQ(key.kind(), NodeKind::Channel) << slot << channel;
             EXPECT_EQ(key.slot(), slot);
             EXPECT_EQ(key.channel(), channel);
             EXPECT_EQ(key.model(), "3923H");

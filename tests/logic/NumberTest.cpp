@@ -169,13 +169,13 @@ TEST(TextOf, IsTheShortestDecimalText)
                                   {1, "1"},
                                   {1.5, "1.5"},
                                   {-12.25, "-12.25"},
-                                  {0.5, ".5"},
-                                  {-0.5, "-.5"},
+                                  {0.5, "0.5"},
+                                  {-0.5, "-0.5"},
                                   {100, "100"},
-                                  {0.1 + 0.2, ".3"},
+                                  {0.1 + 0.2, "0.3"},
                                   {4294967295.0, "4294967295"},
                                   {1234567.25, "1234567.25"},
-                                  {0.001, ".001"},
+                                  {0.001, "0.001"},
                                   {1e15, "1000000000000000"}};
     for (const TextCase &c : Cases)
         EXPECT_EQ(TextOf(c.value), c.text);
@@ -183,13 +183,13 @@ TEST(TextOf, IsTheShortestDecimalText)
 
 TEST(TextOf, KeepsFifteenDigitsOfADoubleAndSevenOfASingle)
 {
-    EXPECT_EQ(TextOf(1.0 / 3), ".333333333333333");
-    EXPECT_EQ(TextOfSingle(1.0F / 3), ".3333333");
-    EXPECT_EQ(TextOfSingle(0.1F), ".1");
+    EXPECT_EQ(TextOf(1.0 / 3), "0.333333333333333");
+    EXPECT_EQ(TextOfSingle(1.0F / 3), "0.3333333");
+    EXPECT_EQ(TextOfSingle(0.1F), "0.1");
     EXPECT_EQ(TextOfSingle(12.25F), "12.25");
     EXPECT_EQ(TextOfSingle(-250.5F), "-250.5");
     EXPECT_EQ(TextOfSingle(123456.78F), "123456.8");
-    EXPECT_EQ(TextOfSingle(0.01F), ".01");
+    EXPECT_EQ(TextOfSingle(0.01F), "0.01");
 }
 
 TEST(Numbers, FollowNoLocale)
@@ -272,11 +272,8 @@ TEST(HexByte, OfEveryByteReadsBack)
 TEST(TextOf, WritesTinyAndLargeValuesWithoutAnExponent)
 {
     constexpr TextCase Cases[] = {
-        {1e-10, ".0000000001"},
-        {-1e-10, "-.0000000001"},
-        {1e20, "100000000000000000000"},
-        {-1e20, "-100000000000000000000"},
-        {1e22, "10000000000000000000000"},
+        {1e-10, "0.0000000001"},           {-1e-10, "-0.0000000001"},         {1e20, "100000000000000000000"},
+        {-1e20, "-100000000000000000000"}, {1e22, "10000000000000000000000"},
     };
     for (const TextCase &c : Cases)
         EXPECT_EQ(TextOf(c.value), c.text);
@@ -300,11 +297,11 @@ TEST(TextOfSingle, IsTheShortestDecimalText)
     constexpr SingleCase Cases[] = {
         {0, "0"},
         {-0.0F, "0"},
-        {-0.5F, "-.5"},
-        {-0.25F, "-.25"},
+        {-0.5F, "-0.5"},
+        {-0.25F, "-0.25"},
         {-99.99F, "-99.99"},
-        {0.000001F, ".000001"},
-        {-0.000001F, "-.000001"},
+        {0.000001F, "0.000001"},
+        {-0.000001F, "-0.000001"},
         {9999.999F, "9999.999"},
         {-9999.999F, "-9999.999"},
         {99999.99F, "99999.99"},

@@ -314,7 +314,8 @@ TEST(Toolbar, FollowsNodeScopeAndExpansion)
         for (const bool expanded : {false, true}) {
             EXPECT_EQ(ToolbarFor(NodeKind::PC, scope, expanded), Nothing);
             EXPECT_EQ(ToolbarFor(NodeKind::Module, scope, expanded), Configuration);
-            EXPECT_EQ(ToolbarFor(NodeKind::SlotOrChannel, scope, expanded), Nothing);
+            EXPECT_EQ(ToolbarFor(NodeKind::Slot, scope, expanded), Nothing);
+            EXPECT_EQ(ToolbarFor(NodeKind::Channel, scope, expanded), Nothing);
         }
     }
     EXPECT_EQ(ToolbarFor(NodeKind::Port, false, false), BusAndScope);
@@ -323,14 +324,17 @@ TEST(Toolbar, FollowsNodeScopeAndExpansion)
     EXPECT_EQ(ToolbarFor(NodeKind::Port, true, true), Nothing);
 }
 
-TEST(ToolsMenu, FollowsTheFirstLettersOfTheNodesText)
+TEST(ToolsMenu, FollowsTheKindOfTheNode)
 {
-    EXPECT_EQ(ToolsMenuFor("PC", false, false), Nothing);
-    EXPECT_EQ(ToolsMenuFor("COM1", false, false), BusAndScope);
-    EXPECT_EQ(ToolsMenuFor("COM1", false, true), Bus);
-    EXPECT_EQ(ToolsMenuFor("COM1", true, false), Nothing);
-    for (const char *text : {"(0A) 7252", "(* ) 7252", "(S1) 3923", "CH 7"})
-        EXPECT_EQ(ToolsMenuFor(text, false, false), Configuration) << text;
+    const auto menu = [](const char *key, bool scope, bool expanded) {
+        return ToolsMenuFor(NodeKey(key).kind(), scope, expanded);
+    };
+    EXPECT_EQ(menu("KeyPC", false, false), Nothing);
+    EXPECT_EQ(menu("KeyCOM001", false, false), BusAndScope);
+    EXPECT_EQ(menu("KeyCOM001", false, true), Bus);
+    EXPECT_EQ(menu("KeyCOM001", true, false), Nothing);
+    for (const char *key : {"_0001!!0A7252", "*1001!!057252", "_00011!0A3923", "_0001170A3923"})
+        EXPECT_EQ(menu(key, false, false), Configuration) << key;
 }
 
 TEST(PageTable, ResetHidesNothingThatItShows)
@@ -388,10 +392,10 @@ TEST(ToolsMenu, OfTheRootAndOfAScopedPortOffersNothing)
 {
     for (const bool scope : {false, true}) {
         for (const bool expanded : {false, true})
-            EXPECT_EQ(ToolsMenuFor("PC", scope, expanded), Nothing);
+            EXPECT_EQ(ToolsMenuFor(NodeKind::PC, scope, expanded), Nothing);
     }
-    EXPECT_EQ(ToolsMenuFor("COM12", true, true), Nothing);
-    EXPECT_EQ(ToolsMenuFor("(00 ) 3900", true, true), Configuration);
+    EXPECT_EQ(ToolsMenuFor(NodeKind::Port, true, true), Nothing);
+    EXPECT_EQ(ToolsMenuFor(NodeKind::Module, true, true), Configuration);
 }
 
 } // namespace

@@ -79,9 +79,9 @@ TEST(PollSteps, SendTheirBytesInOrder)
             for (std::size_t i = 0; i < steps.size(); ++i) {
                 std::vector<std::string> lines;
                 for (int channel = 0; channel < steps[i].channels; ++channel)
-                    lines.push_back(ExpandCommand(steps[i].command, node, channel));
+                    lines.push_back(Query(steps[i].reg, node, channel));
                 EXPECT_EQ(lines, list.steps[i].lines) << key;
-                EXPECT_EQ(steps[i].expect, list.steps[i].expect) << key << " " << lines.front();
+                EXPECT_EQ(RowOf(steps[i].reg).lead, list.steps[i].expect) << key << " " << lines.front();
                 EXPECT_EQ(steps[i].effect, list.steps[i].effect) << key << " " << lines.front();
                 EXPECT_EQ(steps[i].condition, list.steps[i].condition) << key << " " << lines.front();
             }
@@ -190,7 +190,7 @@ TEST(CounterText, DividesFrequenciesAndLeavesCounts)
     constexpr CountCase Cases[] = {
         {"0000012345", true, "Dec", "123.45"},
         {"0000010000", true, "Dec", "100"},
-        {"0000000050", true, "Dec", ".5"},
+        {"0000000050", true, "Dec", "0.5"},
         {"0000000000", true, "Dec", "0"},
         {"00002710", true, "Hex", "64"},
         {"000000C7", true, "Hex", "1"},
@@ -223,7 +223,7 @@ TEST(PollSteps, OfAModuleInInitStateGoToAddress00)
             for (std::size_t i = 0; i < steps.size(); ++i) {
                 std::string line = list.steps[i].lines.front();
                 line.replace(1, 2, "00");
-                EXPECT_EQ(ExpandCommand(steps[i].command, node), line) << key;
+                EXPECT_EQ(Query(steps[i].reg, node), line) << key;
             }
         }
     }
@@ -236,8 +236,7 @@ TEST(PollSteps, FollowTheSlotAndChannelDigitsOfTheKey)
             const NodeKey node(std::string("_1003") + slot + channel + "FF3931");
             const auto steps = PollSteps(node);
             ASSERT_EQ(steps.size(), 1U);
-            EXPECT_EQ(ExpandCommand(steps[0].command, node),
-                      std::string("$FFS") + slot + "C" + channel + "6");
+            EXPECT_EQ(Query(steps[0].reg, node), std::string("$FFS") + slot + "C" + channel + "6");
         }
     }
 }
@@ -252,8 +251,8 @@ TEST(FaultCaption, OfEveryKindOfPoint)
 
 TEST(CounterText, ShowsFrequenciesBelowOneHertz)
 {
-    EXPECT_EQ(CounterText("0000000005", true, "Dec"), ".05");
-    EXPECT_EQ(CounterText("0000000001", true, "Dec"), ".01");
+    EXPECT_EQ(CounterText("0000000005", true, "Dec"), "0.05");
+    EXPECT_EQ(CounterText("0000000001", true, "Dec"), "0.01");
     EXPECT_EQ(CounterText("9999999999", true, "Dec"), "99999999.99");
     EXPECT_EQ(CounterText("00000064", true, "Hex"), "1");
     EXPECT_EQ(CounterText("0000", false, "Hex"), "0000");

@@ -1,12 +1,15 @@
 #include "protocol/RangeTables.h"
 
+#include "protocol/ModelTable.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
+#include "simulator/Models.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,108 +18,101 @@ namespace
 
 using namespace vorn;
 
-struct RangeCase {
-    const char *code, *caption, *unit;
-};
-
 struct SlewCase {
     const char *bits, *voltage, *current;
 };
 
-constexpr RangeCase Thermocouples[] = {
-    {"00", "+/-       15  mV", "mV"},
-    {"01", "+/-       50  mV", "mV"},
-    {"02", "+/-     100  mV", "mV"},
-    {"03", "+/-     500  mV", "mV"},
-    {"04", "+/-          1 V", " V"},
-    {"05", "+/-       2.5 V", " V"},
-    {"06", "+/-       20  mA", "mA"},
-    {"0E", "Type J Thermocouple 0'C to 760'C", "'C"},
-    {"0F", "Type K Thermocouple 0'C to 1000'C", "'C"},
-    {"10", "Type T Thermocouple -100'C to 400'C", "'C"},
-    {"11", "Type E Thermocouple 0'C to 1000'C", "'C"},
-    {"12", "Type R Thermocouple 500'C to 1750'C", "'C"},
-    {"13", "Type S Thermocouple 500'C to 1750'C", "'C"},
-    {"14", "Type B Thermocouple 500'C to 1860'C", "'C"},
+using List = std::vector<std::string>;
+
+// Captions of the range lists, in their order. Codes and ends of the ranges are the simulator's own.
+
+const List Thermocouples{
+    "+/-       15  mV",
+    "+/-       50  mV",
+    "+/-     100  mV",
+    "+/-     500  mV",
+    "+/-          1 V",
+    "+/-       2.5 V",
+    "+/-       20  mA",
+    "Type J Thermocouple 0'C to 760'C",
+    "Type K Thermocouple 0'C to 1000'C",
+    "Type T Thermocouple -100'C to 400'C",
+    "Type E Thermocouple 0'C to 1000'C",
+    "Type R Thermocouple 500'C to 1750'C",
+    "Type S Thermocouple 500'C to 1750'C",
+    "Type B Thermocouple 500'C to 1860'C",
 };
 
-constexpr RangeCase Voltages[] = {
-    {"08", "+/-     10   V", " V"}, {"09", "+/-      5   V", " V"}, {"0A", "+/-      1   V", " V"},
-    {"0B", "+/-    500  mV", "mV"}, {"0C", "+/-    150  mV", "mV"}, {"0D", "+/-     20  mA", "mA"},
+const List Voltages{
+    "+/-     10   V", "+/-      5   V", "+/-      1   V",
+    "+/-    500  mV", "+/-    150  mV", "+/-     20  mA",
 };
 
-constexpr RangeCase StrainGauge[] = {
-    {"00", "+/-     15  mV", "mV"}, {"01", "+/-     50  mV", "mV"}, {"02", "+/-    100  mV", "mV"},
-    {"03", "+/-    500  mV", "mV"}, {"06", "+/-     20  mA", "mA"},
+const List StrainGauge{
+    "+/-     15  mV", "+/-     50  mV", "+/-    100  mV", "+/-    500  mV", "+/-     20  mA",
 };
 
-constexpr RangeCase Sensors[] = {
-    {"20", "Pt.00385 -200 to 100'C", "'C"}, {"21", "Pt.00385 0 to 100'C", "'C"},
-    {"22", "Pt.00385 0 to 200'C", "'C"},    {"23", "Pt.00385 0 to 600'C", "'C"},
-    {"24", "Pt.00391 +/-100'C", "'C"},      {"25", "Pt.00391 0 to 100'C", "'C"},
-    {"26", "Pt.00391 0 to 200'C", "'C"},    {"27", "Pt.00391 0 to 600'C", "'C"},
-    {"28", "Ni -80 to 100'C", "'C"},        {"29", "Ni 0 to 100'C", "'C"},
-    {"2A", "Cu 25'C 0 to 120'C", "'C"},     {"2B", "Cu 0'C 0 to 120'C", "'C"},
-    {"", "T1 -50 to 150'C", "'C"},
+const List Sensors{
+    "Pt.00385 -200 to 100'C", "Pt.00385 0 to 100'C", "Pt.00385 0 to 200'C", "Pt.00385 0 to 600'C",
+    "Pt.00391 +/-100'C",      "Pt.00391 0 to 100'C", "Pt.00391 0 to 200'C", "Pt.00391 0 to 600'C",
+    "Ni -80 to 100'C",        "Ni 0 to 100'C",       "Cu 25'C 0 to 120'C",  "Cu 0'C 0 to 120'C",
+    "T1 -50 to 150'C",
 };
 
-constexpr RangeCase AnalogOutput[] = {
-    {"30", "0 to 20 mA", "mA"},
-    {"31", "4 to 20 mA", "mA"},
-    {"32", "0 to 10  V", " V"},
+const List AnalogOutput{
+    "0 to 20 mA",
+    "4 to 20 mA",
+    "0 to 10  V",
 };
 
-constexpr RangeCase Counters[] = {{"50", "Counter", ""}, {"51", "Freguency", "Hz"}};
-
-constexpr RangeCase Slot3921[] = {
-    {"20", "Pt.00385 +/-100'C", "'C"},   {"21", "Pt.00385 0 to 100'C", "'C"},
-    {"22", "Pt.00385 0 to 200'C", "'C"}, {"23", "Pt.00385 0 to 600'C", "'C"},
-    {"24", "Pt.00391 +/-100'C", "'C"},   {"25", "Pt.00391 0 to 100'C", "'C"},
-    {"26", "Pt.00391 0 to 200'C", "'C"}, {"27", "Pt.00391 0 to 600'C", "'C"},
-    {"28", "Ni -80 to 100'C", "'C"},     {"29", "Ni 0 to 100'C", "'C"},
+const List Counters{
+    "Counter",
+    "Freguency",
 };
 
-// The unit of these two lists' entries is what their captions end with.
-constexpr RangeCase Slot3923[] = {
-    {"08", "+/-  10  V", " V"}, {"09", "+/-   5  V", " V"}, {"0A", "+/-   1  V", " V"},
-    {"0B", "+/- 500 mV", "mV"}, {"0C", "+/- 150 mV", "mV"}, {"0D", "+/-  20 mA", "mA"},
+const List Slot3921{
+    "Pt.00385 +/-100'C", "Pt.00385 0 to 100'C", "Pt.00385 0 to 200'C", "Pt.00385 0 to 600'C",
+    "Pt.00391 +/-100'C", "Pt.00391 0 to 100'C", "Pt.00391 0 to 200'C", "Pt.00391 0 to 600'C",
+    "Ni -80 to 100'C",   "Ni 0 to 100'C",
 };
 
-constexpr RangeCase Slot3923H[] = {
-    {"00", "+/-  10  V", " V"},  {"01", "0 to 10  V", " V"},  {"02", "+/-  5  V", " V"},
-    {"03", "0 to 5  V", " V"},   {"04", "+/-  2.5  V", " V"}, {"05", "0 to 2.5  V", " V"},
-    {"06", "+/-  1 V", " V"},    {"07", "0 to 1 V", " V"},    {"08", "+/-  500 mV", "mV"},
-    {"09", "0 to 500 mV", "mV"}, {"0A", "4 to 20 mA", "mA"},  {"0B", "0 to 20 mA", "mA"},
+const List Slot3923{
+    "+/-  10  V", "+/-   5  V", "+/-   1  V", "+/- 500 mV", "+/- 150 mV", "+/-  20 mA",
 };
 
-constexpr RangeCase Slot3925[] = {
-    {"00", "+/-  15 mV", "mV"},
-    {"01", "+/-  50 mV", "mV"},
-    {"02", "+/- 100 mV", "mV"},
-    {"03", "+/- 500 mV", "mV"},
-    {"04", "+/-   1  V", " V"},
-    {"05", "+/- 2.5  V", " V"},
-    {"06", "+/-  20 mA", "mA"},
-    {"0E", "T/C Type J 0~760'C", "'C"},
-    {"0F", "T/C Type K 0~1370'C", "'C"},
-    {"10", "T/C Type T -100~400'C", "'C"},
-    {"11", "T/C Type E 0~1000'C", "'C"},
-    {"12", "T/C Type R 500~1750'C", "'C"},
-    {"13", "T/C Type S 500~1750'C", "'C"},
-    {"14", "T/C Type B 500~1800'C", "'C"},
-    {"15", "T/C Type N 0~1300'C", "'C"},
+const List Slot3923H{
+    "+/-  10  V", "0 to 10  V", "+/-  5  V",   "0 to 5  V",   "+/-  2.5  V", "0 to 2.5  V",
+    "+/-  1 V",   "0 to 1 V",   "+/-  500 mV", "0 to 500 mV", "4 to 20 mA",  "0 to 20 mA",
 };
 
-constexpr RangeCase Slot3931[] = {
-    {"30", "0 to 20 mA", "mA"},
-    {"31", "4 to 20 mA", "mA"},
-    {"32", "0 to 10  V", " V"},
+const List Slot3925{
+    "+/-  15 mV",
+    "+/-  50 mV",
+    "+/- 100 mV",
+    "+/- 500 mV",
+    "+/-   1  V",
+    "+/- 2.5  V",
+    "+/-  20 mA",
+    "T/C Type J 0~760'C",
+    "T/C Type K 0~1370'C",
+    "T/C Type T -100~400'C",
+    "T/C Type E 0~1000'C",
+    "T/C Type R 500~1750'C",
+    "T/C Type S 500~1750'C",
+    "T/C Type B 500~1800'C",
+    "T/C Type N 0~1300'C",
 };
 
-constexpr RangeCase Slot3962[] = {
-    {"00", "Bi-direction counter", ""},
-    {"01", "Up/Down counter", ""},
-    {"02", "Frequency", "Hz"},
+const List Slot3931{
+    "0 to 20 mA",
+    "4 to 20 mA",
+    "0 to 10  V",
+};
+
+const List Slot3962{
+    "Bi-direction counter",
+    "Up/Down counter",
+    "Frequency",
 };
 
 constexpr SlewCase SlewRates[] = {
@@ -129,7 +125,7 @@ constexpr SlewCase SlewRates[] = {
 };
 struct ModelCase {
     const char *model;
-    std::span<const RangeCase> rows;
+    const List &captions;
 };
 
 const ModelCase Modules[] = {
@@ -142,13 +138,26 @@ const ModelCase Modules[] = {
 const ModelCase SlotModules[] = {{"3921", Slot3921}, {"3923", Slot3923}, {"3923H", Slot3923H},
                                  {"3925", Slot3925}, {"3931", Slot3931}, {"3962", Slot3962}};
 
+/// Codes of a model's ranges as its simulated module knows them; empty texts for entries behind them, which
+/// have no code.
+List CodesOf(const ModelCase &c)
+{
+    const vornsim::ModelRow *module = vornsim::FindModule(c.model);
+    const vornsim::ModelRow *simulated = module ? module : vornsim::FindCard(c.model);
+    List codes;
+    for (const vornsim::RangeRow &range : simulated->ranges)
+        codes.emplace_back(range.code);
+    codes.resize(c.captions.size());
+    return codes;
+}
+
 void ExpectRows(std::span<const RangeRow> rows, const ModelCase &expected)
 {
-    ASSERT_EQ(rows.size(), expected.rows.size()) << expected.model;
+    const List codes = CodesOf(expected);
+    ASSERT_EQ(rows.size(), expected.captions.size()) << expected.model;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(rows[i].code, expected.rows[i].code) << expected.model << " " << i;
-        EXPECT_EQ(rows[i].caption, expected.rows[i].caption) << expected.model << " " << i;
-        EXPECT_EQ(rows[i].unit, expected.rows[i].unit) << expected.model << " " << i;
+        EXPECT_EQ(rows[i].code, codes[i]) << expected.model << " " << i;
+        EXPECT_EQ(rows[i].caption, expected.captions[i]) << expected.model << " " << i;
     }
 }
 
@@ -174,18 +183,17 @@ TEST(Ranges, OfOtherModelsAreEmpty)
 
 TEST(RangeCode, OfEveryListPosition)
 {
-    for (const ModelCase &c : Modules) {
-        for (std::size_t i = 0; i < c.rows.size(); ++i)
-            EXPECT_EQ(RangeCode(c.model, static_cast<int>(i)), c.rows[i].code) << c.model << " " << i;
-        EXPECT_EQ(RangeCode(c.model, -1), "") << c.model;
-        EXPECT_EQ(RangeCode(c.model, static_cast<int>(c.rows.size())), "") << c.model;
-    }
-    for (const ModelCase &c : SlotModules) {
-        for (std::size_t i = 0; i < c.rows.size(); ++i)
-            EXPECT_EQ(SlotRangeCode(c.model, static_cast<int>(i)), c.rows[i].code) << c.model << " " << i;
-        EXPECT_EQ(SlotRangeCode(c.model, -1), "") << c.model;
-        EXPECT_EQ(SlotRangeCode(c.model, static_cast<int>(c.rows.size())), "") << c.model;
-    }
+    const auto expectCodes = [](const ModelCase &c, std::string_view (*code)(std::string_view, int)) {
+        const List codes = CodesOf(c);
+        for (std::size_t i = 0; i < codes.size(); ++i)
+            EXPECT_EQ(code(c.model, static_cast<int>(i)), codes[i]) << c.model << " " << i;
+        EXPECT_EQ(code(c.model, -1), "") << c.model;
+        EXPECT_EQ(code(c.model, static_cast<int>(codes.size())), "") << c.model;
+    };
+    for (const ModelCase &c : Modules)
+        expectCodes(c, RangeCode);
+    for (const ModelCase &c : SlotModules)
+        expectCodes(c, SlotRangeCode);
 }
 
 TEST(RangeCode, OfDigitalModelsIsConstant)
@@ -207,30 +215,36 @@ TEST(RangeCode, OfTheLastSensorIsEmpty)
 /// Which units a code sets: R of the live value, A of the alarm limits, O of the outputs, F of the
 /// frequencies.
 struct DecodeCase {
-    const char *code;
+    std::string code;
     int position;
-    const char *unit;
-    const char *sets;
+    std::string unit;
+    std::string sets;
 };
 
-constexpr DecodeCase Chain[] = {
-    {"00", 0, "mV", "RA"},  {"01", 1, "mV", "RA"},  {"02", 2, "mV", "RA"},  {"03", 3, "mV", "RA"},
-    {"04", 4, " V", "RA"},  {"05", 5, " V", "RA"},  {"06", 6, "mA", "RA"},  {"08", 0, " V", "RA"},
-    {"09", 1, " V", "RA"},  {"0A", 2, " V", "RA"},  {"0B", 3, "mV", "RA"},  {"0C", 4, "mV", "RA"},
-    {"0D", 5, "mA", "RA"},  {"0E", 7, "'C", "RA"},  {"0F", 8, "'C", "RA"},  {"10", 9, "'C", "RA"},
-    {"11", 10, "'C", "RA"}, {"12", 11, "'C", "RA"}, {"13", 12, "'C", "RA"}, {"14", 13, "'C", "RA"},
-    {"20", 0, "'C", "R"},   {"21", 1, "'C", "R"},   {"22", 2, "'C", "R"},   {"23", 3, "'C", "R"},
-    {"24", 4, "'C", "R"},   {"25", 5, "'C", "R"},   {"26", 6, "'C", "R"},   {"27", 7, "'C", "R"},
-    {"28", 8, "'C", "R"},   {"29", 9, "'C", "R"},   {"2A", 10, "'C", "R"},  {"2B", 11, "'C", "R"},
-    {"30", 0, "mA", "O"},   {"31", 1, "mA", "O"},   {"32", 2, " V", "O"},   {"50", 0, "", ""},
-    {"51", 1, "Hz", "F"},
-};
+/// The chain that decodes all codes: one list of each kind, as simulated modules know them.
+std::vector<DecodeCase> Chain()
+{
+    std::vector<DecodeCase> chain;
+    const auto append = [&chain](const ModelCase &c, const char *sets) {
+        const List codes = CodesOf(c);
+        for (std::size_t i = 0; i < codes.size(); ++i) {
+            if (!codes[i].empty())
+                chain.push_back({codes[i], static_cast<int>(i), CaptionUnit(c.captions[i]), sets});
+        }
+    };
+    append({"7203", Thermocouples}, "RA");
+    append({"7206", Voltages}, "RA");
+    append({"7209", Sensors}, "R");
+    append({"7231", AnalogOutput}, "O");
+    chain.insert(chain.end(), {{"50", 0, "", ""}, {"51", 1, "Hz", "F"}});
+    return chain;
+}
 
 void ExpectDecode(const char *model, const DecodeCase &c)
 {
     const auto decode = DecodeRange(model, c.code);
     ASSERT_TRUE(decode) << model << " " << c.code;
-    const std::string sets = c.sets;
+    const std::string &sets = c.sets;
     EXPECT_EQ(decode->position, c.position) << model << " " << c.code;
     EXPECT_EQ(decode->unit, c.unit) << model << " " << c.code;
     EXPECT_EQ(decode->setsRdu, sets.find('R') != std::string::npos) << model << " " << c.code;
@@ -242,8 +256,8 @@ void ExpectDecode(const char *model, const DecodeCase &c)
 TEST(DecodeRange, IsOneChainForAllModels)
 {
     for (const ModelCase &model : Modules) {
-        for (const DecodeCase &c : Chain) {
-            const bool exception = std::string(model.model) == "7218" && std::string(c.code) == "06";
+        for (const DecodeCase &c : Chain()) {
+            const bool exception = std::string(model.model) == "7218" && c.code == "06";
             if (!exception)
                 ExpectDecode(model.model, c);
         }
@@ -268,7 +282,7 @@ TEST(DecodeRange, MayNameAPositionThatTheListDoesNotHave)
 TEST(DecodeRange, KnowsNoOtherCode)
 {
     std::set<std::string> known;
-    for (const DecodeCase &c : Chain)
+    for (const DecodeCase &c : Chain())
         known.insert(c.code);
     for (int value = 0; value < 256; ++value) {
         const std::string code = HexByte(value);
@@ -281,13 +295,14 @@ TEST(DecodeRange, KnowsNoOtherCode)
 TEST(DecodeRange, FindsEveryCodeOfAModelAtItsOwnPosition)
 {
     for (const ModelCase &c : Modules) {
-        for (std::size_t i = 0; i < c.rows.size(); ++i) {
-            if (*c.rows[i].code == '\0')
+        const List codes = CodesOf(c);
+        for (std::size_t i = 0; i < codes.size(); ++i) {
+            if (codes[i].empty())
                 continue;
-            const auto decode = DecodeRange(c.model, c.rows[i].code);
-            ASSERT_TRUE(decode) << c.model << " " << c.rows[i].code;
-            EXPECT_EQ(decode->position, static_cast<int>(i)) << c.model << " " << c.rows[i].code;
-            EXPECT_EQ(decode->unit, c.rows[i].unit);
+            const auto decode = DecodeRange(c.model, codes[i]);
+            ASSERT_TRUE(decode) << c.model << " " << codes[i];
+            EXPECT_EQ(decode->position, static_cast<int>(i)) << c.model << " " << codes[i];
+            EXPECT_EQ(decode->unit, ModuleRanges(c.model)[i].unit);
         }
     }
 }
@@ -313,27 +328,36 @@ TEST(SlotRangePosition, IsOneChainForAllSlots)
 
 TEST(CaptionUnit, IsWhatACaptionEndsWith)
 {
+    const auto expectUnits = [](const ModelCase &c, std::span<const RangeRow> rows) {
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            EXPECT_EQ(CaptionUnit(c.captions[i]), rows[i].unit) << c.captions[i];
+    };
     for (const ModelCase &c : Modules) {
-        if (IsCounterModel(c.model))
-            continue;
-        for (const RangeCase &row : c.rows)
-            EXPECT_EQ(CaptionUnit(row.caption), row.unit) << row.caption;
+        if (!IsCounterModel(c.model))
+            expectUnits(c, ModuleRanges(c.model));
     }
     for (const ModelCase &c : SlotModules) {
-        if (std::string(c.model) == "3962")
-            continue;
-        for (const RangeCase &row : c.rows)
-            EXPECT_EQ(CaptionUnit(row.caption), row.unit) << row.caption;
+        if (c.model != std::string("3962"))
+            expectUnits(c, SlotRanges(c.model));
     }
     EXPECT_EQ(CaptionUnit(""), "");
+}
+
+TEST(Ranges, OfCountersHaveAUnitForFrequenciesOnly)
+{
+    for (const char *model : {"7282", "7282D", "7282N"}) {
+        EXPECT_EQ(ModuleRanges(model)[0].unit, "") << model;
+        EXPECT_EQ(ModuleRanges(model)[1].unit, "Hz") << model;
+    }
+    EXPECT_EQ(SlotRanges("3962")[0].unit, "");
+    EXPECT_EQ(SlotRanges("3962")[1].unit, "");
+    EXPECT_EQ(SlotRanges("3962")[2].unit, "Hz");
 }
 
 std::vector<std::string> Texts(Captions captions)
 {
     return {captions.begin(), captions.end()};
 }
-
-using List = std::vector<std::string>;
 
 TEST(DataFormatCaptions, OfEveryModel)
 {
@@ -463,9 +487,89 @@ TEST(SlotRangePosition, FindsEveryCodeOfTheSlotsThatItServes)
         const std::string model = c.model;
         if (model == "3923H" || model == "3931")
             continue; // their channels are read by lists of their own
-        for (std::size_t i = 0; i < c.rows.size(); ++i)
-            EXPECT_EQ(SlotRangePosition(c.rows[i].code), static_cast<int>(i)) << model << " " << i;
+        const List codes = CodesOf(c);
+        for (std::size_t i = 0; i < codes.size(); ++i)
+            EXPECT_EQ(SlotRangePosition(codes[i]), static_cast<int>(i)) << model << " " << i;
     }
+}
+
+TEST(HasFixedSlotFormat, OfTheAnalogCardsWithoutAFormatList)
+{
+    for (const char *model : {"3923", "3925", "3931"})
+        EXPECT_TRUE(HasFixedSlotFormat(model)) << model;
+    for (const char *model : {"3921", "3923H", "3962", "3942", "7203", ""})
+        EXPECT_FALSE(HasFixedSlotFormat(model)) << model;
+}
+
+struct ReferenceCase {
+    const char *model, *codes, *span, *zero;
+};
+
+TEST(Calibration, AppliesTheReferenceOfTheRange)
+{
+    constexpr ReferenceCase Cases[] = {
+        {"7203", "00", " 15 mV", " 0 mV"},
+        {"7218", "03", " 500 mV", " 0 mV"},
+        {"7224", "04", "  1 V", " 0  V"},
+        {"3925", "05", " 2.5 V", " 0  V"},
+        {"7218", "06", " 20 mA", " 0 mA"},
+        {"7206", "08", " 10 V", " 0  V"},
+        {"7221", "0C", " 150 mV", " 0 mV"},
+        {"7212D", "0D", " 20 mA", " 0 mA"},
+        {"7203D", "0E 0F", " 50 mV", " 0 mV"},
+        {"7224M", "10 12 13", " 22 mV", " 0 mV"},
+        {"3925", "11", " 80 mV", " 0 mV"},
+        {"3925", "14", " 15 mV", " 0 mV"},
+        {"7209", "20 21 24 25", "140 Ohms", "60 Ohms"},
+        {"3921", "22 26 28 29", "200 Ohms", "60 Ohms"},
+        {"7209", "23 27", "440 Ohms", "60 Ohms"},
+        {"7209", "2A 2B", "?? Ohms", ""},
+        {"3923", "09", "  5 V", " 0  V"},
+        {"3923H", "00 01", "  10  V", "   0  V"},
+        {"3923H", "04 05", " 2.5  V", "   0  V"},
+        {"3923H", "08 09", " 500 mV", "   0 mV"},
+        {"3923H", "0A", "  20 mA ", "   0 mA"},
+        {"3923H", "0B", "  20 mA", "   0 mA"},
+    };
+    for (const ReferenceCase &c : Cases) {
+        std::istringstream codes(c.codes);
+        for (std::string code; codes >> code;) {
+            EXPECT_EQ(CalibrationSpan(c.model, code), c.span) << c.model << " " << code;
+            EXPECT_EQ(CalibrationZero(c.model, code), c.zero) << c.model << " " << code;
+        }
+    }
+}
+
+TEST(Calibration, KnowsAForeignCodeByTheOtherLists)
+{
+    EXPECT_EQ(CalibrationSpan("7221P", "08"), " 10 V") << "a model with ranges of its console's";
+    EXPECT_EQ(CalibrationSpan("7203", "23"), "440 Ohms");
+    EXPECT_EQ(CalibrationSpan("3923H", "23"), "") << "whose codes mean other ranges";
+}
+
+TEST(Calibration, HasNoReferenceForOtherCodesAndModels)
+{
+    for (const char *code : {"07", "15", "30", "50", "", "0e"}) {
+        EXPECT_EQ(CalibrationSpan("7203", code), "") << code;
+        EXPECT_EQ(CalibrationZero("7203", code), "") << code;
+    }
+    EXPECT_EQ(CalibrationSpan("3925", "15"), "");
+    for (const char *model : {"7231", "7252", "7282", "3931", "3962", "7216", "7224P", "7227", ""})
+        EXPECT_EQ(CalibrationSpan(model, "00"), "") << model;
+}
+
+TEST(Calibration, HasOneReferenceForACodeInAllLists)
+{
+    std::map<std::string_view, std::pair<std::string_view, std::string_view>> references;
+    for (const ModelRow &row : AllModels()) {
+        if (!row.ranges || row.ranges->apart || !row.All().Has(Feature::Calibration))
+            continue;
+        for (const RangeRow &range : row.ranges->rows) {
+            const auto known = references.try_emplace(range.code, range.span, range.zero).first;
+            EXPECT_EQ(known->second, std::pair(range.span, range.zero)) << row.model << " " << range.code;
+        }
+    }
+    EXPECT_GT(references.size(), 30U);
 }
 
 } // namespace

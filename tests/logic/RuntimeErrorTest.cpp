@@ -1,36 +1,47 @@
 #include "platform/RuntimeError.h"
 
+#include "pages/CounterSettings.h"
+#include "protocol/CommandFrame.h"
+#include "protocol/Conversions.h"
+#include "protocol/Number.h"
+
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace
 {
 
 using namespace vorn;
 
-struct NumberCase {
-    int number, expected;
+struct RaiseCase {
+    const char *what;
+    std::function<void()> raise;
+    int number;
 };
 
-TEST(RuntimeError, HasTheNumbersThatHandlersTellApart)
+TEST(RuntimeError, HasTheNumberOfWhatWentWrong)
 {
-    constexpr NumberCase Cases[] = {
-        {RuntimeErrorNumber::Overflow, 6},
-        {RuntimeErrorNumber::OutOfMemory, 7},
-        {RuntimeErrorNumber::SubscriptOutOfRange, 9},
-        {RuntimeErrorNumber::TypeMismatch, 13},
-        {RuntimeErrorNumber::FileNotFound, 53},
-        {RuntimeErrorNumber::PathFileAccess, 75},
-        {RuntimeErrorNumber::ObjectNotSet, 91},
-        {RuntimeErrorNumber::InvalidControlIndex, 340},
-        {RuntimeErrorNumber::InvalidProperty, 380},
-        {RuntimeErrorNumber::InvalidPort, 8002},
-        {RuntimeErrorNumber::PortAlreadyOpen, 8005},
-        {RuntimeErrorNumber::DialogCancelled, 32755},
+    const std::vector<RaiseCase> cases{
+        {"a text that is no number", [] { (void)CInt("12x"); }, 13},
+        {"no text at all", [] { (void)CDbl(""); }, 13},
+        {"a number beyond 16 bits", [] { (void)CInt("32768"); }, 6},
+        {"a number beyond 32 bits", [] { (void)CLng("-2147483649"); }, 6},
+        {"a count that is no number", [] { (void)DecToHex8("ten"); }, 13},
+        {"a reply that is no hexadecimal number", [] { (void)Hex8ToDec("0000000G"); }, 13},
+        {"a sum of characters beyond 16 bits", [] { (void)Checksum(std::string(200, '\xFF')); }, 6},
+        {"an option that the page doesn't have", [] { (void)DisplaySourceOf("3"); }, 340},
     };
-    for (const NumberCase &c : Cases)
-        EXPECT_EQ(c.number, c.expected);
+    for (const RaiseCase &c : cases) {
+        try {
+            c.raise();
+            ADD_FAILURE() << c.what << " passed";
+        } catch (const RuntimeError &error) {
+            EXPECT_EQ(error.number(), c.number) << c.what;
+        }
+    }
 }
 
 TEST(RuntimeError, CarriesItsNumberThroughAGeneralHandler)
