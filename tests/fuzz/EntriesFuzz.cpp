@@ -74,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     (void)AreLimitsInOrder(limits);
     PROMISE(WireOutputLimits(limits).low.size() == 7);
     for (int range = -1; range < 12; ++range) {
-        (void)WireInputLimits(range, limits);
+        (void)WireInputLimits("7212D", range, limits);
         (void)WireAlarmLimits("7212", range, limits);
     }
     MayThrowARuntimeError([&] { PROMISE(DecToHex8(pasted).size() % 8 == 0); });
