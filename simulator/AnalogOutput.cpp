@@ -89,6 +89,7 @@ Answer StoreStartup(Unit &unit, const Command &command)
     return {'!', true, {}, Stores};
 }
 
+/// The record of a channel, or of the slot, which shows that of channel 0.
 Answer ReadChannelRecord(Unit &unit, const Command &command)
 {
     return Done(unit.Read("range", command.match.channel) + unit.Kept("format", command.match.channel));
@@ -135,6 +136,7 @@ constexpr SettingRow OutputCardSettings[] = {
 
 constexpr CommandRow OutputCardCommands[] = {
     {"#Cc~", WriteOutput},
+    {"$B", ReadChannelRecord},
     {"$CcB", ReadChannelRecord},
     {"$CcAxxxx", WriteChannelRecord},
     {"$Cc6", ReadSetting, "output"},

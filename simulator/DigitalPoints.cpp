@@ -84,6 +84,12 @@ Answer ReadBarePoints(Unit &unit, const Command &command)
     return {'!', false, Layout(unit, command.subject), false};
 }
 
+/// The card has neither range nor format to choose: its record is always the one of digital points.
+Answer ReadFixedRecord(Unit &, const Command &command)
+{
+    return Done(std::string(command.subject));
+}
+
 /// One output: its number, then "00" or "01". `subject` is the lead character of the acknowledgement.
 Answer WritePoint(Unit &unit, const Command &command)
 {
@@ -130,8 +136,11 @@ constexpr SettingRow Settings3942[] = {
 constexpr SettingRow FaultSettings16[] = {{"faults", "0000", TakeHex<4>}};
 constexpr SettingRow FaultSettings8[] = {{"faults", "00", TakeHex<2>}};
 
-constexpr CommandRow Commands3942[] = {
-    {"$6", ReadPoints, "Xx"}, {"$7", ReadPoints, "Dd"}, {"$M", ReadPoints, "Ff"}, {"#1xxx", WritePoint, "!"}};
+constexpr CommandRow Commands3942[] = {{"$B", ReadFixedRecord, "4000"},
+                                       {"$6", ReadPoints, "Xx"},
+                                       {"$7", ReadPoints, "Dd"},
+                                       {"$M", ReadPoints, "Ff"},
+                                       {"#1xxx", WritePoint, "!"}};
 constexpr CommandRow Commands3944[] = {{"$6", ReadPoints, "JI"}};
 constexpr CommandRow Commands3946[] = {{"$6", ReadPoints, "0I"}};
 constexpr CommandRow Commands3948[] = {

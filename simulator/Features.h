@@ -19,7 +19,8 @@ struct Answer {
     char lead = '?';
     bool addressed = true; ///< the address follows the lead character
     std::string data;
-    bool stores = false; ///< the module stores, and is silent while it restarts
+    bool stores = false;                ///< the module stores, and is silent while it restarts
+    bool dataBeginsWithAddress = false; ///< as in a record, which tells the stored address
 };
 
 Answer Refused();

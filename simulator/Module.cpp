@@ -130,7 +130,7 @@ std::optional<Module::Heard> Module::Hear(std::string_view line, int speed, doub
     if (answer.stores)
         silentUntil_ = now + std::chrono::milliseconds(std::stoi(unit_.Kept("restart")));
     const std::string text = answer.lead + (answer.addressed ? address : "") + answer.data;
-    return Heard{{text, answer.addressed, checksum}, fault};
+    return Heard{{text, answer.addressed || answer.dataBeginsWithAddress, checksum}, fault};
 }
 
 Answer Module::Execute(std::string_view command, double time)

@@ -1,5 +1,7 @@
 #include "Options.h"
 
+#include "BusText.h"
+
 #include <cstdlib>
 #include <string_view>
 
@@ -8,7 +10,7 @@ namespace vornsim
 
 const char *const Usage = R"(vornsim - a rack of simulated VORN modules behind serial ports
 
-  vornsim [--rack FILE] [--ports FOLDER] [--pace] [--trace[=FILE]]
+  vornsim [--rack FILE] [--ports FOLDER] [--pace] [--delay MS] [--trace[=FILE]]
   vornsim --list-demo
   vornsim --help
 
@@ -18,6 +20,7 @@ const char *const Usage = R"(vornsim - a rack of simulated VORN modules behind s
                   where the VORN utility looks for its ports,
                   $XDG_CONFIG_HOME/vorn/ports or ~/.config/vorn/ports
   --pace          bytes take the time that they take on a wire
+  --delay MS      every reply comes so many milliseconds later, up to 60000
   --trace[=FILE]  writes the traffic, with the milliseconds since the start
   --list-demo     lists the modules of the demo rack and ends
 
@@ -28,11 +31,20 @@ namespace
 {
 
 constexpr std::string_view TracePrefix = "--trace=";
+constexpr unsigned GreatestDelay = 60000;
 
 std::string Environment(const char *name)
 {
     const char *value = std::getenv(name);
     return value ? value : "";
+}
+
+std::chrono::milliseconds Milliseconds(const std::string &option, const std::string &text)
+{
+    const auto number = ReadDecimal(text);
+    if (!number || *number > GreatestDelay)
+        throw UsageError(option + " takes milliseconds from 0 to " + std::to_string(GreatestDelay));
+    return std::chrono::milliseconds(*number);
 }
 
 } // namespace
@@ -64,6 +76,8 @@ Options ReadOptions(const std::vector<std::string> &arguments)
             options.ports = value();
         else if (argument == "--pace")
             options.pace = true;
+        else if (argument == "--delay")
+            options.delay = Milliseconds(argument, value());
         else if (argument == "--trace")
             options.trace = true;
         else if (argument.starts_with(TracePrefix) && argument.size() > TracePrefix.size())

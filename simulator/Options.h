@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -19,6 +20,7 @@ struct Options {
     std::optional<std::filesystem::path> rack; ///< the demo rack without
     std::filesystem::path ports;
     bool pace = false;
+    std::optional<std::chrono::milliseconds> delay; ///< of every port; the rack's own without
     bool trace = false;
     std::optional<std::filesystem::path> traceFile; ///< standard output without
     bool help = false;

@@ -21,8 +21,9 @@ constexpr int LinesAtOnce = 32; // of a second master at its fastest, before the
 
 Port::Port(const PortDescription &description, const std::filesystem::path &folder, TimePoint start,
            const Listener &listener)
-    : number_(description.number), speed_(description.speed), pace_(description.pace), start_(start),
-      listener_(listener), lastSpeed_(description.speed)
+    : number_(description.number), speed_(description.speed), pace_(description.pace),
+      delay_(description.delay), folder_(folder), start_(start), listener_(listener),
+      lastSpeed_(description.speed)
 {
     modules_.reserve(description.modules.size());
     unsigned seed = 0;
@@ -33,8 +34,13 @@ Port::Port(const PortDescription &description, const std::filesystem::path &fold
     for (const Fault &fault : description.faults)
         faults_.Set(fault);
     terminal_ = std::make_unique<PseudoTerminal>(speed_);
-    link_ = std::make_unique<PortLink>(folder / ("com" + std::to_string(number_)), terminal_->Path());
+    MakeLink();
     SetMaster(description.master, start);
+}
+
+void Port::MakeLink()
+{
+    link_ = std::make_unique<PortLink>(folder_ / ("com" + std::to_string(number_)), terminal_->Path());
 }
 
 std::string Port::LinkTarget() const
@@ -81,18 +87,19 @@ void Port::HearHost(std::string_view line, double time, TimePoint complete)
     commands_.emplace_back(line);
     if (commands_.size() > KeptRecords)
         commands_.pop_front();
-    Answer(line, lastSpeed_, time, complete);
+    Answer(line, lastSpeed_, time, complete, delay_);
 }
 
-/// Two modules at one address both answer.
-void Port::Answer(std::string_view line, int speed, double time, TimePoint complete)
+/// Two modules at one address both answer, one reply behind the other.
+void Port::Answer(std::string_view line, int speed, double time, TimePoint complete,
+                  std::chrono::milliseconds delay)
 {
     for (Module &module : modules_) {
         const auto heard = module.Hear(line, speed, time, complete, faults_);
         if (heard)
             Enqueue(heard->fault ? Spoil(heard->reply, *heard->fault)
                                  : std::vector<Piece>{{heard->reply.Line()}},
-                    complete);
+                    complete + delay);
     }
 }
 
@@ -174,7 +181,7 @@ void Port::SpeakOnce(double time, TimePoint now)
     const std::size_t first = due_.size();
     Enqueue({{line + vornsim::Return}}, now);
     const int speed = std::exchange(lastSpeed_, speed_); // other masters keep to the port's own speed
-    Answer(line, speed_, time, lineFree_);
+    Answer(line, speed_, time, lineFree_, std::chrono::milliseconds(0));
     lastSpeed_ = speed;
     if (master_->cut > 0)
         CutFrom(first);
@@ -229,7 +236,14 @@ void Port::Vanish()
     terminal_.reset();
     due_.clear();
     partial_.clear();
+    hostFree_ = lineFree_ = {}; // replies that were on their way don't hold up those after the return
     blocked_ = false;
+}
+
+void Port::Pull()
+{
+    Vanish();
+    link_.reset();
 }
 
 void Port::Return()
@@ -237,7 +251,15 @@ void Port::Return()
     if (terminal_)
         return;
     terminal_ = std::make_unique<PseudoTerminal>(speed_);
-    link_->PointTo(terminal_->Path());
+    try {
+        if (link_)
+            link_->PointTo(terminal_->Path());
+        else
+            MakeLink();
+    } catch (...) {
+        terminal_.reset(); // still unplugged
+        throw;
+    }
 }
 
 Module &Port::At(std::string_view address)

@@ -53,11 +53,15 @@ public:
     void NoticeHosts();
 
     /// @name Unplugging and plugging in again
-    /// An unplugged port's link dangles. Its target is a name that no later pseudo-terminal can have.
     /// @{
-    void Vanish();
+    void Vanish(); ///< the link dangles: its target is a name that no later pseudo-terminal can have
+    void Pull();   ///< the link goes as well, also that of a port that vanished before
+    /// @throws std::runtime_error when something else has taken the link's name
     void Return();
     /// @}
+
+    /// From the next command on; a reply that is on its way keeps its time.
+    void SetDelay(std::chrono::milliseconds delay) { delay_ = delay; }
 
     /// The module that answers at an address of two hexadecimal digits.
     /// @throws std::invalid_argument
@@ -79,7 +83,9 @@ private:
 
     std::chrono::nanoseconds ByteTime() const;
     void HearHost(std::string_view line, double time, TimePoint complete);
-    void Answer(std::string_view line, int speed, double time, TimePoint complete);
+    void Answer(std::string_view line, int speed, double time, TimePoint complete,
+                std::chrono::milliseconds delay);
+    void MakeLink();
     void Enqueue(const std::vector<Piece> &pieces, TimePoint from);
     void EnqueuePaced(std::string_view bytes, TimePoint from);
     void WriteDue(TimePoint now);
@@ -92,6 +98,8 @@ private:
     int number_;
     int speed_;
     bool pace_;
+    std::chrono::milliseconds delay_;
+    std::filesystem::path folder_;
     TimePoint start_;
     const Listener &listener_;
     std::vector<Module> modules_;

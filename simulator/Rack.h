@@ -56,8 +56,9 @@ struct Master {
 
 struct PortDescription {
     int number = 1;
-    int speed = 9600;  ///< of modules that don't name one, and of the second master
-    bool pace = false; ///< bytes take their time at line speed
+    int speed = 9600;                   ///< of modules that don't name one, and of the second master
+    bool pace = false;                  ///< bytes take their time at line speed
+    std::chrono::milliseconds delay{0}; ///< by which all replies to the host come later
     std::vector<ModuleDescription> modules = {};
     std::vector<Fault> faults = {};
     std::optional<Master> master = {};

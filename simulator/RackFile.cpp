@@ -101,7 +101,10 @@ private:
             const std::size_t equals = words_[i].find('=');
             if (equals == std::string::npos || equals == 0)
                 Fail(Quoted(words_[i]) + " is no key=value");
-            keys.push_back({words_[i].substr(0, equals), words_[i].substr(equals + 1)});
+            const KeyValue pair{words_[i].substr(0, equals), words_[i].substr(equals + 1)};
+            if (std::any_of(keys.begin(), keys.end(), [&](const KeyValue &k) { return k.key == pair.key; }))
+                Fail(Quoted(pair.key) + " is given twice");
+            keys.push_back(pair);
         }
         return keys;
     }
@@ -154,6 +157,8 @@ private:
                 port.speed = Speed(pair);
             else if (pair.key == "pace")
                 port.pace = YesNo(pair);
+            else if (pair.key == "delay")
+                port.delay = std::chrono::milliseconds(Number(pair));
             else
                 FailKey(pair);
         }
@@ -177,12 +182,15 @@ private:
         CurrentPort();
         pending_.emplace();
         pending_->line = line_;
+        shared_ = false;
         pending_->model = Word(1, "a model");
         for (const KeyValue &pair : Keys(2)) {
             if (pair.key == "address")
                 ReadAddresses(pair);
             else if (pair.key == "slots")
                 ReadSlots(pair);
+            else if (pair.key == "shared")
+                shared_ = YesNo(pair);
             else
                 pending_->settings.push_back({pair.key, pair.value, line_});
         }
@@ -227,10 +235,13 @@ private:
         const std::string word = Word(1, "a number");
         if (word.size() != 1 || !IsDecimal(word.front()))
             Fail(Quoted(word) + " is no slot");
+        const int slot = word.front() - '0';
         CardDescription card{Word(2, "a card"), {}, line_};
+        if (pending_->cards.contains(slot))
+            Fail("slot " + word + " has a card already");
         for (const KeyValue &pair : Keys(3))
             card.settings.push_back({pair.key, pair.value, line_});
-        pending_->cards[word.front() - '0'] = card;
+        pending_->cards.emplace(slot, std::move(card));
     }
 
     void ReadFault()
@@ -287,6 +298,8 @@ private:
         }
         if (master.send.empty())
             Fail("\"master\" needs send=");
+        if (CurrentPort().master)
+            Fail("the port has a master already");
         CurrentPort().master = master;
     }
 
@@ -306,7 +319,7 @@ private:
         module.settings.push_back({});
         for (std::string &address : addresses) {
             const std::string answersAt = init ? "00" : address;
-            if (!taken_.insert(answersAt).second)
+            if (!taken_.insert(answersAt).second && !shared_)
                 throw RackError(module.line, "address " + answersAt + " is taken already");
             module.settings.back() = {"address", std::move(address), module.line};
             rack_.ports.back().modules.push_back(module);
@@ -318,6 +331,7 @@ private:
     Rack rack_;
     std::optional<ModuleDescription> pending_;
     std::vector<std::string> addresses_;
+    bool shared_ = false;         // the module that was begun may answer at an address that is taken
     std::set<std::string> taken_; // addresses on the current port
 };
 

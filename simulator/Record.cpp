@@ -65,7 +65,7 @@ std::string RecordFields(const Unit &unit)
 /// The record tells the stored address, in INIT state too, where the module answers at 00.
 Answer ReadRecord(Unit &unit, const Command &)
 {
-    return {'!', false, unit.Kept("address") + RecordFields(unit), false};
+    return {'!', false, unit.Kept("address") + RecordFields(unit), false, true};
 }
 
 /// Line speed and checksum change in INIT state alone.

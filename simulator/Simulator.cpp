@@ -195,6 +195,21 @@ void Simulator::Vanish(int port)
     Wake();
 }
 
+void Simulator::Pull(int port)
+{
+    {
+        const std::lock_guard lock(mutex_);
+        Find(port).Pull();
+    }
+    Wake();
+}
+
+void Simulator::SetDelay(int port, std::chrono::milliseconds delay)
+{
+    const std::lock_guard lock(mutex_);
+    CaughtUp(Find(port)).SetDelay(delay);
+}
+
 void Simulator::Return(int port)
 {
     {

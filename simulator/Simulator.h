@@ -44,15 +44,28 @@ public:
     void SetTraceListener(Port::Listener listener);
     /// @}
 
-    /// @param address  two hexadecimal digits as the module answers to, empty for the whole port
+    /// @param address  two hexadecimal digits as the module answers to, empty for the whole port; of modules
+    ///                 that share an address the one that comes first in the rack
     void SetFault(int port, std::string_view address, Fault fault);
     void ClearFaults();
 
     void SetMaster(int port, Master master);
     void StopMaster(int port);
 
-    void Vanish(int port);         ///< hangs up: the link dangles
-    void Return(int port);         ///< a vanished port is there again, on a terminal of its own
+    /// @name Pulling a port's adapter out and plugging it in again
+    /// Hosts that have it open see a hang-up; what was under way is lost. The modules keep their states.
+    /// @{
+    void Vanish(int port); ///< the device goes and the link dangles, as one that the user made
+    void Pull(int port);   ///< the device goes and the link with it, as one that the system made
+    /// The port is there again, on a new terminal. Nothing happens when it was there all the time.
+    /// @throws std::runtime_error when something else has taken the link's name
+    void Return(int port);
+    /// @}
+
+    /// All replies to the host come later by so much, on top of what faults and pacing take. It holds from
+    /// the next command on; another master's traffic stays as it is.
+    void SetDelay(int port, std::chrono::milliseconds delay);
+
     int LineSpeed(int port) const; ///< as last seen on the terminal, 0 when no module has that speed
 
     /// @name Settings and states by their rack file names, "value3", "slot2.range"

@@ -79,8 +79,10 @@ sigset_t HoldEndSignals()
 int RunRack(const Options &options)
 {
     Rack rack = ReadRack(options);
-    for (PortDescription &port : rack.ports)
+    for (PortDescription &port : rack.ports) {
         port.pace = port.pace || options.pace;
+        port.delay = options.delay.value_or(port.delay);
+    }
 
     std::ofstream traceFile;
     if (options.traceFile) {

@@ -50,6 +50,28 @@ void PasteIsTyping(FieldRule rule, const std::string &text, std::size_t start, s
     PROMISE(byKey.cursor == whole.cursor && whole.cursor <= whole.text.size());
 }
 
+constexpr std::string_view AlarmModels[] = {"7203", "7203D", "7206", "7212D", "7218"};
+constexpr std::string_view DisplayModels[] = {"7212D", "7282D", "7282N"};
+
+bool IsOnWire(const LimitPair &limits)
+{
+    return limits.low.size() == 7 && limits.high.size() == 7;
+}
+
+/// Limits go out as they were typed, or both in the wire's seven characters; never one of each.
+void AsTypedOrOnWire(const LimitPair &written, const LimitPair &typed)
+{
+    if (written != typed)
+        PROMISE(IsOnWire(written));
+}
+
+/// A model without a table of limits would pass every text on as it was typed.
+void AlarmModelsHaveLimits()
+{
+    for (const std::string_view model : AlarmModels)
+        PROMISE(WireAlarmLimits(model, 0, {"-1", "1"}).high.starts_with('+'));
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -68,24 +90,29 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     for (const char key : pasted)
         (void)AcceptKey(rule, text, start, length, key);
 
-    const NodeKey module("_0003!!0A7231");
-    const NodeKey slot("_0003210A3931");
+    const NodeKey module("_0003!!0A7218");
+    const NodeKey slot("_00032!0A3931");
     const LimitPair limits{text, pasted};
     (void)AreLimitsInOrder(limits);
-    PROMISE(WireOutputLimits(limits).low.size() == 7);
-    for (int range = -1; range < 12; ++range) {
-        (void)WireInputLimits("7212D", range, limits);
-        (void)WireAlarmLimits("7212", range, limits);
+    PROMISE(IsOnWire(WireOutputLimits(limits)));
+    for (int range = -1; range < 15; ++range) {
+        AsTypedOrOnWire(WireInputLimits("7212D", range, limits), limits);
+        for (const std::string_view model : AlarmModels)
+            AsTypedOrOnWire(WireAlarmLimits(model, range, limits), limits);
     }
+    AlarmModelsHaveLimits();
     MayThrowARuntimeError([&] { PROMISE(DecToHex8(pasted).size() % 8 == 0); });
     MayThrowARuntimeError([&] { (void)CLng(pasted); });
     MayThrowARuntimeError([&] { (void)CInt(pasted); });
     (void)FilterWireText(FilterField::HighLevel, pasted);
     (void)FilterWireText(FilterField::LowWidth, pasted);
-    (void)ExcitationCommand(module, pasted);
-    (void)SlotOutputCommand(slot, 1, pasted);
-    PROMISE(LedValue("7212D", pasted).size() == 7 || pasted.size() > 5);
-    (void)AddressLabel(pasted);
+    PROMISE(ExcitationCommand(module, pasted).starts_with("$0A7"));
+    PROMISE(SlotOutputCommand(slot, 3, pasted).starts_with("#0AS2C3"));
+    for (const std::string_view model : DisplayModels)
+        PROMISE(LedValue(model, pasted).size() == 7);
+    const auto label = AddressLabel(pasted);
+    PROMISE(label.has_value() == !pasted.empty());
+    PROMISE(label.value_or("00 (Hex)").ends_with(" (Hex)"));
     const std::u16string wide(pasted.begin(), pasted.end());
     PROMISE(BytesOfTyped(wide).size() == pasted.size());
     return 0;

@@ -110,6 +110,17 @@ const Conversation Conversations[] = {
       {"$01S0C2A3300", "?01"},   {"$01S0C00", "!01"},      {"$01S0C01", "!01"},
       {"$01S0C0301", "!01"},     {"$01S0C0300", "?01"},    {"$01S0C04", "!01"},
       {"$01S06", "!010F"},       {"#01S0", "?01"}}},
+    {"SlotRecordOf3931",
+     "module 3900 address=01 restart=0\nslot 0 3931 range0=31 range1=32 format0=08 format1=0C",
+     {{"$01S0B", "!013108"},
+      {"$01S0C1B", "!01320C"},
+      {"$01S0C0A3204", "!01"},
+      {"$01S0B", "!013204"},
+      {"$01S0C4B", "?01"},
+      {"$01S0A3204", "?01"}}},
+    {"SlotRecordOf3942",
+     "module 3900 address=01 restart=0\nslot 0 3942 directions=0F0F\nslot 1 3944",
+     {{"$01S0B", "!014000"}, {"$01S0C0B", "?01"}, {"$01S0A4000", "?01"}, {"$01S1B", "?01"}}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Cards, BaseUnit, testing::ValuesIn(Conversations), ByName);

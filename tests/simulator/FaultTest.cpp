@@ -85,6 +85,33 @@ TEST(Fault, ALateReplyIsWhole)
     EXPECT_GE(trace[1].milliseconds - trace[0].milliseconds, 40);
 }
 
+TEST(Fault, AllRepliesOfAPortCanComeLater)
+{
+    RackRunner rack(TwoModules, "port 1 delay=30");
+    rack.Rack().SetFault(1, "01", {.kind = Kind::Late, .times = 1, .delay = std::chrono::milliseconds(20)});
+    const auto gap = [&rack](std::string_view line, std::string_view reply) {
+        rack.Rack().ClearTrace();
+        EXPECT_EQ(rack.Peer().Ask(line), reply);
+        const auto trace = rack.Rack().Trace(1);
+        EXPECT_EQ(trace.size(), 2U);
+        return trace.back().milliseconds - trace.front().milliseconds;
+    };
+    EXPECT_GE(gap("$01M", "!01VORN7252"), 50); // on top of a fault's own delay
+    EXPECT_GE(gap("$01M", "!01VORN7252"), 30);
+    rack.Rack().SetDelay(1, std::chrono::milliseconds(60));
+    EXPECT_GE(gap("$02M", "!02VORN7256"), 60);
+}
+
+TEST(Fault, NoReplyOvertakesALateOne)
+{
+    RackRunner rack(TwoModules, "port 1 delay=100");
+    rack.Peer().Write("$01M\r");
+    rack.Rack().SetDelay(1, std::chrono::milliseconds(0));
+    rack.Peer().Write("$02M\r");
+    EXPECT_EQ(rack.Peer().ReadLine(), "!01VORN7252");
+    EXPECT_EQ(rack.Peer().ReadLine(), "!02VORN7256");
+}
+
 TEST(Fault, TheCarriageReturnIsMissing)
 {
     RackRunner rack(TwoModules);
@@ -118,6 +145,18 @@ TEST(Fault, TheWrongAddressHasARightChecksum)
     rack.Rack().SetFault(1, "01", {.kind = Kind::WrongAddress});
     EXPECT_EQ(rack.Ask("$01M" + vornsim::Checksum("$01M")), "!02VORN7206" + vornsim::Checksum("!02VORN7206"));
     EXPECT_EQ(rack.Ask("#01" + vornsim::Checksum("#01")), ">+00.000" + vornsim::Checksum(">+00.000"));
+}
+
+TEST(Fault, TheWrongAddressStandsInARecordToo)
+{
+    RackRunner rack("module 7252 address=0F init=yes\nmodule 3900 address=05\n"
+                    "module 7206 address=0A checksum=yes",
+                    "port 1\nfault wrongaddress");
+    EXPECT_EQ(rack.Peer().Ask("$002"), "!10400600"); // the stored address, which the record tells
+    EXPECT_EQ(rack.Peer().Ask("$052"), "!060600");
+    EXPECT_EQ(rack.Peer().Ask("$0A2" + vornsim::Checksum("$0A2")),
+              "!0B080640" + vornsim::Checksum("!0B080640"));
+    EXPECT_EQ(rack.Value("00", "address"), "0F"); // only the reply is wrong
 }
 
 TEST(Fault, ALongReplyArrivesWhole)

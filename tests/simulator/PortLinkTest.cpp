@@ -203,6 +203,63 @@ TEST(PortLink, AVanishedPortCanReturn)
     EXPECT_EQ(peer.Ask("$016").substr(0, 3), "!02");
 }
 
+TEST(PortLink, APulledPortHangsUpAndItsLinkGoes)
+{
+    RackRunner rack("module 7252 address=01 outputs=05");
+    rack.Rack().Pull(1);
+    EXPECT_EQ(rack.Peer().ReadPiece(), "");
+    pollfd wait{rack.Peer().Descriptor(), POLLIN, 0};
+    EXPECT_EQ(::poll(&wait, 1, 0), 1);
+    EXPECT_NE(wait.revents & POLLHUP, 0);
+    EXPECT_FALSE(fs::is_symlink(rack.Rack().Link(1)));
+    EXPECT_FALSE(RawPeer(rack.Rack().Link(1)).Open());
+    rack.Rack().Pull(1); // nothing more to lose
+
+    rack.Rack().Return(1);
+    const std::string terminal = rack.Rack().Terminal(1);
+    EXPECT_EQ(fs::read_symlink(rack.Rack().Link(1)), terminal);
+    rack.Rack().Return(1); // there already
+    EXPECT_EQ(rack.Rack().Terminal(1), terminal);
+    RawPeer peer(rack.Rack().Link(1));
+    EXPECT_EQ(peer.Ask("$016"), "!05" + rack.Value("01", "inputs") + "00");
+}
+
+TEST(PortLink, TheLinkOfAVanishedPortCanBePulledLater)
+{
+    RackRunner rack("module 7252 address=01");
+    rack.Rack().Vanish(1);
+    EXPECT_TRUE(fs::is_symlink(rack.Rack().Link(1)));
+    rack.Rack().Pull(1);
+    EXPECT_FALSE(fs::is_symlink(rack.Rack().Link(1)));
+}
+
+TEST(PortLink, APulledPortStaysAwayWhileItsNameIsTaken)
+{
+    RackRunner rack("module 7252 address=01");
+    rack.Rack().Pull(1);
+    std::ofstream(rack.Rack().Link(1)) << "mine";
+    EXPECT_THROW(rack.Rack().Return(1), std::runtime_error);
+    EXPECT_EQ(rack.Rack().Terminal(1), "");
+    EXPECT_TRUE(fs::is_regular_file(rack.Rack().Link(1)));
+    fs::remove(rack.Rack().Link(1));
+    rack.Rack().Return(1);
+    EXPECT_EQ(RawPeer(rack.Rack().Link(1)).Ask("$01M"), "!01VORN7252");
+}
+
+/// A reply that was due in an hour goes with the adapter, and holds up nothing behind it.
+TEST(PortLink, WhatWasUnderWayGoesWithAPulledPort)
+{
+    RackRunner rack("module 7252 address=01\nmodule 7256 address=02");
+    rack.Rack().SetDelay(1, std::chrono::hours(1));
+    rack.Peer().Write("$01M\r$02");
+    EXPECT_EQ(rack.Rack().Commands(1), std::vector<std::string>{"$01M"});
+    rack.Rack().Pull(1);
+    rack.Rack().Return(1);
+    rack.Rack().SetDelay(1, std::chrono::milliseconds(0));
+    RawPeer peer(rack.Rack().Link(1));
+    EXPECT_EQ(peer.Ask("$02M"), "!02VORN7256");
+}
+
 TEST(PortLink, TheOtherPortsOutliveAVanishedOne)
 {
     const TemporaryFolder folder;

@@ -104,6 +104,15 @@ private:
     std::string said_;
 };
 
+/// The time of the first line of a trace that has a text behind its time.
+double MillisecondsOf(const std::string &trace, const std::string &text)
+{
+    const std::size_t at = trace.find(text);
+    EXPECT_NE(at, std::string::npos) << text;
+    const std::size_t start = trace.rfind('\n', at) + 1;
+    return std::stod(trace.substr(start, at - start));
+}
+
 class Program : public testing::Test
 {
 protected:
@@ -150,6 +159,23 @@ TEST_F(Program, RunsARackFileAndTracesIt)
     EXPECT_NE(text.find(" COM7 < $01M\\r\n"), std::string::npos) << text;
     EXPECT_NE(text.find(" COM7 > \\r\n"), std::string::npos) << text; // byte by byte
     EXPECT_NE(text.find(" COM7 > \\x80\n"), std::string::npos) << text;
+}
+
+TEST_F(Program, DelaysAllPortsOverTheRacksOwn)
+{
+    const fs::path rack =
+        WriteRack("port 7 delay=60000\nmodule 7252 address=01\nport 8\nmodule 7252 address=01\n");
+    Process program({"--rack", rack.string(), "--ports", Ports().string(), "--trace", "--delay", "40"});
+    for (const std::string port : {"7", "8"}) {
+        ASSERT_TRUE(program.Says("COM" + port + "  ")) << program.Said();
+        ASSERT_TRUE(program.Says("    01  7252  9600\n")) << program.Said();
+        RawPeer peer(Ports() / ("com" + port));
+        EXPECT_EQ(peer.Ask("$01M"), "!01VORN7252");
+        ASSERT_TRUE(program.Says(" COM" + port + " > !01VORN7252\\r\n")) << program.Said();
+        const double asked = MillisecondsOf(program.Said(), " COM" + port + " < ");
+        EXPECT_GE(MillisecondsOf(program.Said(), " COM" + port + " > ") - asked, 40) << program.Said();
+    }
+    EXPECT_EQ(program.End(SIGTERM), 0);
 }
 
 TEST_F(Program, TracesToItsOutput)
@@ -225,6 +251,9 @@ TEST_F(Program, AWrongCommandLineIsAUsageError)
         {{"rack"}, "vornsim: unknown option rack\n"},
         {{"--rack"}, "vornsim: --rack needs a value\n"},
         {{"--pace", "--ports", ""}, "vornsim: --ports needs a value\n"},
+        {{"--delay"}, "vornsim: --delay needs a value\n"},
+        {{"--delay", "long"}, "vornsim: --delay takes milliseconds from 0 to 60000\n"},
+        {{"--delay", "60001"}, "vornsim: --delay takes milliseconds from 0 to 60000\n"},
         {{"--trace="}, "vornsim: unknown option --trace=\n"},
         {{"--trace"}, "vornsim: no home folder: --ports is needed\n"},
     };

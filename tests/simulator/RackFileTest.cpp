@@ -1,3 +1,5 @@
+#include "RackRunner.h"
+
 #include "simulator/Module.h"
 #include "simulator/Rack.h"
 
@@ -20,7 +22,7 @@ TEST(RackFile, PortsModulesSlotsFaultsAndMasters)
                                 "fault late delay=70 begins=#05 times=3 at=4 length=9 seed=8 text=a\\x20b\n"
                                 "module 3900E address=0A slots=3921,-,3962\n"
                                 "slot 4 3931 range1=31\n"
-                                "port 4\n"
+                                "port 4 delay=300\n"
                                 "fault silent\n"
                                 "master every=50 send=$0AM,#0A0 cut=3 gap=7 times=9 checksum=yes\n");
     ASSERT_EQ(rack.ports.size(), 2U);
@@ -28,6 +30,7 @@ TEST(RackFile, PortsModulesSlotsFaultsAndMasters)
     EXPECT_EQ(first.number, 2);
     EXPECT_EQ(first.speed, 19200);
     EXPECT_TRUE(first.pace);
+    EXPECT_EQ(first.delay.count(), 0);
     ASSERT_EQ(first.modules.size(), 2U);
     EXPECT_EQ(first.modules[0].model, "7221");
     ASSERT_EQ(first.modules[0].faults.size(), 1U);
@@ -49,6 +52,7 @@ TEST(RackFile, PortsModulesSlotsFaultsAndMasters)
     const PortDescription &second = rack.ports[1];
     EXPECT_EQ(second.speed, 9600);
     EXPECT_FALSE(second.pace);
+    EXPECT_EQ(second.delay.count(), 300);
     ASSERT_EQ(second.faults.size(), 1U);
     ASSERT_TRUE(second.master);
     EXPECT_EQ(second.master->every.count(), 50);
@@ -66,6 +70,39 @@ TEST(RackFile, OneLineForManyModules)
     for (const ModuleDescription &module : rack.ports[0].modules)
         addresses += Module(module, 0).Address() + " ";
     EXPECT_EQ(addresses, "01 03 04 05 FF ");
+}
+
+/// The replies of modules at one address follow each other in the order of the rack.
+TEST(RackFile, ModulesCanShareAnAddress)
+{
+    RackRunner rack("module 7252 address=01\nmodule 7256 address=01 shared=yes\n"
+                    "fault silent begins=$01F\nmodule 7252 address=02");
+    rack.Peer().Write("$01M\r");
+    EXPECT_EQ(rack.Peer().ReadLine(), "!01VORN7252");
+    EXPECT_EQ(rack.Peer().ReadLine(), "!01VORN7256");
+    EXPECT_EQ(rack.Ask("$01F"), "!01B1.02"); // the other one is silent
+    EXPECT_EQ(rack.Ask("$02M"), "!02VORN7252");
+    rack.Set("01", "version", "first"); // asked for by its address, the first of them is meant
+    EXPECT_EQ(rack.Ask("$01F"), "!01first");
+}
+
+TEST(RackFile, AModuleInInitStateCanStandBesideOneAt00)
+{
+    RackRunner rack("module 7252 address=00\nmodule 7256 address=05 init=yes shared=yes");
+    rack.Peer().Write("$002\r");
+    EXPECT_EQ(rack.Peer().ReadLine(), "!00400600");
+    EXPECT_EQ(rack.Peer().ReadLine(), "!05400600");
+    EXPECT_TRUE(rack.IsSilent("$052"));
+}
+
+TEST(RackFile, ARangeOfAddressesCanBeShared)
+{
+    const Rack rack =
+        ParseRack("port 1\nmodules 7256 address=01..03\nmodules 7252 address=02..04 shared=yes\n");
+    std::string modules;
+    for (const ModuleDescription &module : rack.ports[0].modules)
+        modules += Module(module, 0).Address() + ":" + module.model + " ";
+    EXPECT_EQ(modules, "01:7256 02:7256 03:7256 02:7252 03:7252 04:7252 ");
 }
 
 TEST(RackFile, SettingsDontDependOnTheirOrder)
@@ -109,6 +146,25 @@ TEST(RackFile, EveryErrorHasItsLine)
          "line 3: address 01 is taken already"},
         {"port 1\nmodule 7252 address=00\nmodule 7256 address=05 init=yes\n", 3,
          "line 3: address 00 is taken already"},
+        {"port 1\nmodule 7252 address=01 shared=yes\nmodule 7256 address=01\n", 3,
+         "line 3: address 01 is taken already"},
+        {"port 1\nmodule 7252 address=01\nmodule 7256 address=01 shared=no\n", 3,
+         "line 3: address 01 is taken already"},
+        {"port 1\nmodule 7252 address=01 shared=yes\nmodule 7252 address=02,02\n", 3,
+         "line 3: address 02 is taken already"},
+        {"port 1\nmodule 7252 address=01 shared=maybe\n", 2, "line 2: \"maybe\" is no shared"},
+        {"port 1\nmodule 7252 address=01 inputs=00\nmodule 7221 address=02 value=1 value=2\n", 3,
+         "line 3: \"value\" is given twice"},
+        {"port 1\nmodule 7252 address=01 address=02\n", 2, "line 2: \"address\" is given twice"},
+        {"port 1 speed=9600 pace=no speed=1200", 1, "line 1: \"speed\" is given twice"},
+        {"port 1 delay=-1", 1, "line 1: \"-1\" is no delay"},
+        {"port 1\nfault late delay=1 delay=2", 2, "line 2: \"delay\" is given twice"},
+        {"port 1\nmaster send=$01M\nmaster send=$02M", 3, "line 3: the port has a master already"},
+        {"port 1\nmodule 3900 address=01\nslot 1 3923\nslot 2 3923 mask=01 mask=02", 4,
+         "line 4: \"mask\" is given twice"},
+        {"port 1\nmodule 3900 address=01\nslot 1 3923\nslot 1 3921", 4, "line 4: slot 1 has a card already"},
+        {"port 1\nmodule 3900 address=01 slots=-,3923\nslot 0 3921\nslot 1 3923", 4,
+         "line 4: slot 1 has a card already"},
         {"port 1\nmodule 7252 address=01 colour=red\n", 2, "line 2: a 7252 has no setting \"colour\""},
         {"port 1\nmodule 7252 address=01 value=1\n", 2, "line 2: a 7252 has no setting \"value\""},
         {"port 1\nmodule 7221 address=01 value8=1\n", 2, "line 2: a 7221 has no setting \"value8\""},
