@@ -98,7 +98,7 @@ void PageValues(const std::string &reply)
         const PairPlaces places = DigitalSlotPlaces(model);
         (void)Mid(reply, std::max<std::size_t>(places.high, 1), 2);
         PROMISE(std::ranges::all_of(LedPictures(model, reply),
-                                    [](const std::string &key) { return key.size() <= 3; }));
+                                    [](const std::string &key) { return key.size() <= 4; }));
     }
     for (const std::string_view code : {"00", "01", "02", "10", "20", "30", "", "9"}) {
         const int slider = SliderValue(code, reply);
