@@ -36,11 +36,11 @@ NodeKind NodeKey::kind() const
     if (text_.starts_with(PortKeyHead))
         return NodeKind::Port;
     const char slotPlace = CharAt(text_, SlotPosition);
+    if (slotPlace == None)
+        return NodeKind::Module;
     if (IsDigit(CharAt(text_, ChannelPosition)))
         return NodeKind::Channel;
-    if (IsDigit(slotPlace))
-        return NodeKind::Slot;
-    return slotPlace == None ? NodeKind::Module : NodeKind::PC;
+    return IsDigit(slotPlace) ? NodeKind::Slot : NodeKind::PC;
 }
 
 /// Part of a module's, a slot's or a channel's key; empty for the others.

@@ -106,6 +106,7 @@ TEST(NodeKind, IsToldByTheKeyAlone)
         {"_1003!!0A7252", NodeKind::Module},
         {"*0003!!053900", NodeKind::Module},
         {"_0003!!0A3921", NodeKind::Module},
+        {"_0003!20A7252", NodeKind::Module}, // no slot, no channel
         {"_10031!0A3923", NodeKind::Slot},
         {"*00030!003999", NodeKind::Slot},
         {"_1003170A3923", NodeKind::Channel},
