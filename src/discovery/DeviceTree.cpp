@@ -1,7 +1,5 @@
 #include "discovery/DeviceTree.h"
 
-#include "discovery/ToolStates.h"
-#include "discovery/Toolbar.h"
 #include "platform/WidgetText.h"
 #include "protocol/ModelCatalogue.h"
 #include "protocol/Number.h"
@@ -9,6 +7,7 @@
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
 #include "shell/RowList.h"
+#include "shell/ToolMenus.h"
 
 #include <QAction>
 #include <QGroupBox>
@@ -45,7 +44,7 @@ DeviceTree::DeviceTree(FormMain &main) : main_(main)
     connect(main.TreeView1, &TreeView::Collapse, this, onNode(&DeviceTree::Collapse));
     connect(main.ListView1, &RowList::RowClick, this, onNode(&DeviceTree::ListView1_ItemClick));
     connect(main.ListView1, &RowList::RowDblClick, this, onNode(&DeviceTree::ListView1_ItemClick));
-    connect(main.Tools, &QMenu::aboutToShow, this, &DeviceTree::Tools_Click);
+    connect(main.Tools, &QMenu::aboutToShow, this, [this] { ShowToolsMenu(main_); });
     connect(&main, &FormMain::NodeChanged, this, &DeviceTree::ChangeRow);
     connect(&main, &FormMain::ScopesChanged, this, [this] { RefreshToolbar(main_); });
 }
@@ -159,19 +158,6 @@ void DeviceTree::ListView1_ItemClick(const std::string &key)
     main_.Nodes.Select(key);
     if (TagOf(main_.Frame1) != key)
         main_.ChooseNode(key);
-}
-
-void DeviceTree::Tools_Click()
-{
-    const std::string key = main_.Nodes.Selected();
-    const bool port = main_.Nodes.ParentKey(key) == KeyPC;
-    const bool scope = port && main_.ScopeOnPort[static_cast<std::size_t>(PortOfPortKey(key))];
-    const ToolStates states = ToolsMenuFor(NodeKey(key).kind(), scope, main_.Nodes.IsExpanded(key));
-    main_.Search->setEnabled(states.search);
-    main_.Terminal->setEnabled(states.terminal);
-    main_.Data_Scope->setEnabled(states.dataScope);
-    main_.VORNLoadSet->setEnabled(states.loadSet);
-    main_.VORNSaveSet->setEnabled(states.saveSet);
 }
 
 } // namespace vorn

@@ -30,7 +30,6 @@ private:
     void AddModuleRow(const std::string &key);
     void ChangeRow(const std::string &oldKey, const std::string &newKey);
     void ListView1_ItemClick(const std::string &key);
-    void Tools_Click();
     void FoldPorts(const std::string &except = {});
 
     FormMain &main_;

@@ -170,13 +170,14 @@ void FrameAOut::TextAnalogOut_Enter(const NodeKey &node, const std::string &text
 void FrameAOut::Slider1_Change(int value)
 {
     main().OutputEditing = true;
-    moved_ = Moved{main().PageOnShow(), value};
-    main().TakeForPage(this, Slider1, [this](const NodeKey &node) {
-        const auto latest = std::exchange(moved_, std::nullopt);
+    if (std::exchange(moved_, value))
+        return; // what waits to be sent takes the new value along
+    const auto send = [this](const NodeKey &node) {
+        const int latest = *std::exchange(moved_, std::nullopt);
         main().OutputEditing = sliderHeld_;
-        if (latest && latest->page == node.text())
-            SendValue(node, latest->value, false);
-    });
+        SendValue(node, latest, false);
+    };
+    main().TakeForPage(this, nullptr, send, [this] { moved_.reset(); });
 }
 
 /// Puts out a value of the slider's scale; the entry shows it, unless the operator has typed on in it.

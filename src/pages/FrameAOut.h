@@ -35,12 +35,6 @@ public:
     bool eventFilter(QObject *control, QEvent *event) override;
 
 private:
-    /// A value that the slider was moved to and that waits to be sent.
-    struct Moved {
-        std::string page;
-        int value;
-    };
-
     void BuildControls();
     void SetScale(bool rangeKnown);
     void SetSlider(const std::string &value);
@@ -51,8 +45,8 @@ private:
     void SliderEvent(QEvent::Type type);
 
     const FrameMSet &settings_;
-    std::optional<Moved> moved_;
-    bool sliderHeld_ = false; ///< the mouse button is down on the slider
+    std::optional<int> moved_; ///< value that the slider was moved to and that waits to be sent
+    bool sliderHeld_ = false;  ///< the mouse button is down on the slider
 };
 
 } // namespace vorn

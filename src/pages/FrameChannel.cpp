@@ -20,7 +20,7 @@ namespace vorn
 namespace
 {
 
-constexpr std::array<const char *, 3> ClearCaptions{"Clear &High Latch", "Clear &Low Latch", "Clear C&ount"};
+constexpr std::array<const char *, 3> ClearCaptions{"Clear Hi&gh Latch", "Clear &Low Latch", "Clear C&ount"};
 
 } // namespace
 

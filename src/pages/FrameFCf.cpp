@@ -77,7 +77,7 @@ void FrameFCf::BuildFields()
     LabCLW = label("LabCLW", "Min. width, low :", TextLW);
     LabCHWu = label("LabCHWu", "us");
     LabCLWu = label("LabCLWu", "us");
-    ComFUpdata = MakeButton(this, QStringLiteral("ComFUpdata"), "Update Fi&lter");
+    ComFUpdata = MakeButton(this, QStringLiteral("ComFUpdata"), "Up&date Filter");
 }
 
 QLineEdit *FrameFCf::Field(FilterField field) const

@@ -50,7 +50,7 @@ void FrameLSet::BuildFields()
     TextSHighLimit = limit("TextSHighLimit", "Output high limit");
     for (std::size_t i = 0; i < LabLunit.size(); ++i)
         LabLunit[i] = MakeLabel(this, ElementName("LabLunit", static_cast<int>(i)), "");
-    CmdLinearUpdata = MakeButton(this, QStringLiteral("CmdLinearUpdata"), "Upda&te Mapping");
+    CmdLinearUpdata = MakeButton(this, QStringLiteral("CmdLinearUpdata"), "Updat&e Mapping");
     OnClick(main(), CmdLinearUpdata, this, [this](const NodeKey &node) { CmdLinearUpdata_Click(node); });
 }
 

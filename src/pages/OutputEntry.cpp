@@ -28,16 +28,17 @@ void OutputEntry::Ask()
     if (text.empty() || asked_ == text)
         return;
     asked_ = text;
-    // Told also when the action is dropped with the page that it was meant for.
-    const std::shared_ptr<void> end(nullptr, [this, entry = QPointer<QLineEdit>(entry_), text](void *) {
-        if (entry && asked_ == text)
+    const auto forget = [this, text] {
+        if (asked_ == text)
             asked_.reset();
-    });
-    main_.TakeForPage(this, nullptr, [this, text, end](const NodeKey &node) {
+    };
+    const auto send = [this, text, forget](const NodeKey &node) {
+        forget();
         if (FromQString(entry_->text()) == text)
             main_.OutputEditing = false;
         send_(node, text);
-    });
+    };
+    main_.TakeForPage(this, nullptr, send, forget);
 }
 
 bool OutputEntry::eventFilter(QObject *, QEvent *event)

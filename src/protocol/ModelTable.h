@@ -96,6 +96,8 @@ struct RecordGroup {
 struct ModelRow {
     std::string_view model; ///< as it names itself and as keys hold it
     ModelKind kind;
+    PageName page = PageName::None;        ///< of its node
+    PageName channelPage = PageName::None; ///< of its channels' nodes
     std::string_view description; ///< in the list of modules, of a card in the list of a base unit's slots
     Features has = {};            ///< beside what its kind brings along
 
@@ -116,10 +118,8 @@ struct ModelRow {
     std::span<const PollStep> poll = {};        ///< of its node: a module's or a slot's
     std::span<const PollStep> channelPoll = {}; ///< of its channels' nodes
 
-    PageName page = PageName::None;        ///< of its node
-    PageName channelPage = PageName::None; ///< of its channels' nodes
-    std::string_view help = {};            ///< name of the help page; of cards there is one for all
-    std::string_view console = {};         ///< name of its own window
+    std::string_view help = {};    ///< name of the help page; of cards there is one for all
+    std::string_view console = {}; ///< name of its own window
 
     std::span<const RecordGroup> records = {}; ///< of a configuration file, in order; empty: its name alone
 

@@ -14,7 +14,7 @@ std::vector<PollStep> PollSteps(const NodeKey &node)
     const ModelRow *row = RowOf(node);
     if (!row)
         return {};
-    const auto list = node.hasChannel() ? row->channelPoll : row->poll;
+    const auto list = node.kind() == NodeKind::Channel ? row->channelPoll : row->poll;
     std::vector<PollStep> steps(list.begin(), list.end());
     for (PollStep &step : steps) {
         if (step.channels == PerChannel)

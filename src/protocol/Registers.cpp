@@ -149,7 +149,7 @@ void Replace(std::string &text, std::string_view place, std::string_view with)
 
 char ChannelOr(const NodeKey &node, int index)
 {
-    return node.hasChannel() ? node.channel() : Digit(index);
+    return node.kind() == NodeKind::Channel ? node.channel() : Digit(index);
 }
 
 } // namespace

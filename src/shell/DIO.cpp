@@ -6,12 +6,10 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QShortcutEvent>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 
-#include <memory>
 #include <utility>
 
 namespace vorn
@@ -187,10 +185,10 @@ void DIO::keyPressEvent(QKeyEvent *event)
         QWidget::keyPressEvent(event);
 }
 
-void DIO::Take(const std::function<void()> &action)
+void DIO::Take(const std::function<void()> &action, const std::function<void()> &dropped)
 {
     if (take_)
-        take_(action);
+        take_(action, dropped);
     else
         Queue(this, action);
 }
@@ -203,12 +201,15 @@ void DIO::AskToToggle()
     const bool value = !asked_.value_or(value_);
     asked_ = value;
     ++toggles_;
-    // Told also when the action is dropped, with the page that it was meant for.
-    const std::shared_ptr<void> end(nullptr, [point = QPointer<DIO>(this)](void *) {
-        if (point && --point->toggles_ == 0)
-            point->asked_.reset();
-    });
-    Take([this, value, end] { Toggle(value); });
+    const auto forget = [this] {
+        if (--toggles_ == 0)
+            asked_.reset();
+    };
+    const auto toggle = [this, value, forget] {
+        forget();
+        Toggle(value);
+    };
+    Take(toggle, forget);
 }
 
 void DIO::Toggle(bool value)
@@ -224,7 +225,7 @@ void DIO::Toggle(bool value)
 
 void DIO::AskForLabelClick()
 {
-    Take([this] { Label1_Click(); });
+    Take([this] { Label1_Click(); }, [] {});
 }
 
 void DIO::Label1_Click()

@@ -33,8 +33,12 @@ public:
     bool ac() const { return ac_; }
     void SetAc(bool centred);
 
+    /// Takes an action of the operator's, to run it at its turn, or else to run what stands in when it is
+    /// dropped.
+    using Taker =
+        std::function<void(const std::function<void()> &action, const std::function<void()> &dropped)>;
     /// Has what the operator does to the point run through `take` instead of from the event loop.
-    void RunThrough(std::function<void(const std::function<void()> &)> take) { take_ = std::move(take); }
+    void RunThrough(Taker take) { take_ = std::move(take); }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -59,7 +63,7 @@ private:
     void Toggle(bool value);
     void AskForLabelClick();
     void Label1_Click();
-    void Take(const std::function<void()> &action);
+    void Take(const std::function<void()> &action, const std::function<void()> &dropped);
     void Arrange();
     bool IsLockedClick(QEvent *event) const;
     void DrawLamp(QPainter &painter) const;
@@ -72,7 +76,7 @@ private:
     bool doubleClick_ = false;
     std::optional<bool> asked_; ///< value that the last toggle which waits for its turn asked for
     int toggles_ = 0;           ///< toggles that wait
-    std::function<void(const std::function<void()> &)> take_;
+    Taker take_;
     int mnemonic_ = 0;
     QString caption_;
     QRect lamp_;  ///< place of the lamp

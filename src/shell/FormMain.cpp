@@ -241,12 +241,14 @@ void FormMain::RunAction(QAction *entry)
 }
 
 void FormMain::TakeForPage(QObject *context, const QObject *source,
-                           const std::function<void(const NodeKey &)> &handler)
+                           const std::function<void(const NodeKey &)> &handler,
+                           const std::function<void()> &dropped)
 {
     Gate.Take({.context = context,
                .action = [handler, node = NodeKey(pageOnShow_)] { handler(node); },
                .source = source,
-               .page = pageOnShow_});
+               .page = pageOnShow_,
+               .dropped = dropped});
 }
 
 void FormMain::SetPage(const std::string &key)

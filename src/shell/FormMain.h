@@ -81,9 +81,11 @@ public:
     /// Everything that the operator does goes through here.
     class Gate Gate;
     /// Takes an action about the page on show, for which `handler` gets the key of its node. Of an action
-    /// with a `source` only one waits or runs at a time.
+    /// with a `source` only one waits or runs at a time. `dropped` runs in its place when another page has
+    /// come on show.
     void TakeForPage(QObject *context, const QObject *source,
-                     const std::function<void(const NodeKey &)> &handler);
+                     const std::function<void(const NodeKey &)> &handler,
+                     const std::function<void()> &dropped = {});
 
     /// One entry for each port found at start: the digit of its `CmbPBaudrate` position, then its number
     /// ("32" is COM2 at position 3). A search writes the entry of its port.

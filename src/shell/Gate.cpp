@@ -85,6 +85,8 @@ void Gate::RunNext()
         waiting_.erase(next);
         if (!taken.page || *taken.page == pageOnShow_())
             Run(taken, modal);
+        else if (taken.dropped)
+            taken.dropped();
         Ask();
     } else if (!IsRunning() && waiting_.empty() && !modal) {
         Q_EMIT Idle();

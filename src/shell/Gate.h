@@ -43,6 +43,8 @@ public:
         const QObject *source = nullptr;
         /// Key of the page that the action is meant for; none for one that is about no page.
         std::optional<std::string> page = std::nullopt;
+        /// Runs in place of the action when that is dropped with its page.
+        Action dropped = {};
     };
 
     /// `pageOnShow` tells the key of the page that the operator sees.

@@ -95,8 +95,9 @@ void PageFrame::SetTick(QAbstractButton *button, bool ticked)
 
 void PageFrame::Wire(DIO *point, const std::function<void(const NodeKey &)> &click)
 {
-    point->RunThrough([this](const std::function<void()> &action) {
-        main_.TakeForPage(this, nullptr, [action](const NodeKey &) { action(); });
+    point->RunThrough([this](const std::function<void()> &action, const std::function<void()> &dropped) {
+        main_.TakeForPage(
+            this, nullptr, [action](const NodeKey &) { action(); }, dropped);
     });
     connect(point, &DIO::Click, this, [this, click] { click(NodeKey(main_.PageOnShow())); });
 }

@@ -1,7 +1,5 @@
 #include "workspace/PageSelection.h"
 
-#include "discovery/ToolStates.h"
-#include "discovery/Toolbar.h"
 #include "platform/RuntimeError.h"
 #include "platform/WidgetText.h"
 #include "protocol/CommandFrame.h"
@@ -13,6 +11,7 @@
 #include "shell/Module1.h"
 #include "shell/PageCommand.h"
 #include "shell/RowList.h"
+#include "shell/ToolMenus.h"
 #include "workspace/LiveData.h"
 #include "workspace/ModulePageLoad.h"
 #include "workspace/PageTable.h"
@@ -127,11 +126,6 @@ void PageSelection::LeftClick(const std::string &key)
         live_.PollLiveData(key);
     }
     main_.Timer1.start();
-}
-
-bool PageSelection::ScopeIsOpen(int port) const
-{
-    return main_.ScopeOnPort[static_cast<std::size_t>(port)];
 }
 
 /// Hides what the last page showed and shows what belongs to the node, without painting in between.
@@ -259,11 +253,7 @@ void PageSelection::RightClick(const std::string &key)
 void PageSelection::PopupCOM(const std::string &key)
 {
     main_.CommPortNo = PortOfPortKey(key);
-    const ToolStates states =
-        ToolbarFor(NodeKind::Port, ScopeIsOpen(main_.CommPortNo), main_.Nodes.IsExpanded(key));
-    main_.CSearch->setEnabled(states.search);
-    main_.CTerminal->setEnabled(states.terminal);
-    main_.CData_Scope->setEnabled(states.dataScope);
+    ShowMenuOfPort(main_, key);
     QWidget *slotIO = pages_.Control("FrameSlotIO");
     const bool shown = IsShown(slotIO);
     slotIO->hide();
@@ -274,9 +264,7 @@ void PageSelection::PopupCOM(const std::string &key)
 
 void PageSelection::PopupVORNModule(const std::string &key)
 {
-    const bool loaded = key == TagOf(main_.Frame1);
-    main_.AVORNSaveSet->setEnabled(loaded);
-    main_.AVORNLoadSet->setEnabled(loaded);
+    ShowMenuOfModule(main_, key);
     RunChosen(Popup(main_.VORNModule));
 }
 

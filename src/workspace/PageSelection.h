@@ -45,7 +45,6 @@ private:
     void FillSlotList(const std::string &key);
     void Apply(const PageDescription &page);
     bool IsPortPageOnShow(const std::string &key) const;
-    bool ScopeIsOpen(int port) const;
     void PopupCOM(const std::string &key);
     void PopupVORNModule(const std::string &key);
     QAction *Popup(QMenu *menu);

@@ -436,7 +436,7 @@ std::string PageCaption(const NodeKey &node)
     const std::string model = node.model();
     const ModelRow *row = FindModel(model);
     std::string caption = "VORN-" + (row ? std::string(row->Title()) : model);
-    if (node.hasChannel())
+    if (node.kind() == NodeKind::Channel)
         caption += std::string(" Channel ") + node.channel();
     return caption;
 }

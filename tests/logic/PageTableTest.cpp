@@ -1,6 +1,6 @@
 #include "workspace/PageTable.h"
 
-#include "discovery/ToolStates.h"
+#include "shell/ToolStates.h"
 
 #include "protocol/ModelCatalogue.h"
 

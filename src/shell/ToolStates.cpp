@@ -1,4 +1,4 @@
-#include "discovery/ToolStates.h"
+#include "shell/ToolStates.h"
 
 namespace vorn
 {
