@@ -124,7 +124,6 @@ void FrameFC::SetCount(CounterField field, const std::string &payload)
 
 void FrameFC::CmdCounterSet_Click(const NodeKey &node, int counter)
 {
-    BeginLoad();
     SetCaption(this, "Counter " + std::to_string(counter));
     for (const CounterRead &read : CounterReads(node, counter)) {
         if (Send(main(), node, read.command))

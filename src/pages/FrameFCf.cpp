@@ -142,7 +142,6 @@ void FrameFCf::InputModeChanged()
 
 void FrameFCf::OptionFSel_Click(const NodeKey &node, int element)
 {
-    BeginLoad();
     PageReading reading(main(), node);
     Send(main(), node, InputStageCommand(node, element));
     const auto told = ReadStage(reading); // a stage that was refused leaves the module at the one before
@@ -167,7 +166,6 @@ void FrameFCf::ComFUpdata_Click(const NodeKey &node)
         if (!Store(main(), node, FilterCommandOf(node, filter) + value))
             MsgBox(filter.failureText, MsgBoxStyle::Critical, FilterError);
     }
-    BeginLoad();
     PageReading reading(main(), node);
     ReadFilter(reading);
     MsgBox("Filter setting is complete !", MsgBoxStyle::Information, "Filter setting is complete !");

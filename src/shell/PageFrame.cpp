@@ -14,6 +14,8 @@
 #include <QRadioButton>
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace vorn
 {
@@ -21,13 +23,8 @@ namespace vorn
 namespace
 {
 
-/// Set on a control that the operator has changed since the last load began.
-const char *const Touched = "Touched";
-
-void MarkTouched(QWidget *control)
-{
-    control->setProperty(Touched, true);
-}
+/// Number of the action that ran when the operator last changed a control.
+const char *const TouchedIn = "TouchedIn";
 
 } // namespace
 
@@ -48,37 +45,57 @@ bool PageFrame::Wants(const PollStep &, int)
 
 void PageFrame::ShowLive(const LiveReply &) {}
 
-void PageFrame::BeginLoad()
+void PageFrame::WatchControls()
 {
+    const auto touched = [this](QWidget *control) {
+        return [this, control] {
+            control->setProperty(TouchedIn, QVariant::fromValue(main_.Gate.RunningNumber()));
+        };
+    };
     for (QWidget *control : findChildren<QWidget *>()) {
-        const bool watched = control->property(Touched).isValid();
-        control->setProperty(Touched, false);
-        if (watched)
-            continue;
         if (auto *entry = qobject_cast<QLineEdit *>(control))
-            connect(entry, &QLineEdit::textEdited, this, [entry] { MarkTouched(entry); });
+            connect(entry, &QLineEdit::textEdited, this, touched(control));
         else if (auto *list = qobject_cast<QComboBox *>(control))
-            connect(list, &QComboBox::activated, this, [list] { MarkTouched(list); });
+            connect(list, &QComboBox::activated, this, touched(control));
         else if (auto *button = qobject_cast<QAbstractButton *>(control))
-            connect(button, &QAbstractButton::clicked, this, [button] { MarkTouched(button); });
+            connect(button, &QAbstractButton::clicked, this, touched(control));
     }
 }
 
 /// Of option buttons side by side the operator has touched all when he has pressed one.
 bool PageFrame::IsTouched(const QWidget *control) const
 {
+    const std::uint64_t action = main_.Gate.RunningNumber();
+    const auto touched = [action](const QWidget *one) {
+        return action != 0 && one->property(TouchedIn).toULongLong() == action;
+    };
     if (!qobject_cast<const QRadioButton *>(control))
-        return control->property(Touched).toBool();
-    const auto options =
-        control->parentWidget()->findChildren<QRadioButton *>(QString(), Qt::FindDirectChildrenOnly);
-    return std::ranges::any_of(options,
-                               [](const QWidget *option) { return option->property(Touched).toBool(); });
+        return touched(control);
+    return std::ranges::any_of(
+        control->parentWidget()->findChildren<QRadioButton *>(QString(), Qt::FindDirectChildrenOnly),
+        touched);
 }
 
 void PageFrame::ShowText(QLineEdit *entry, std::string_view text)
 {
     if (!IsTouched(entry))
         entry->setText(ToQString(text));
+}
+
+void PageFrame::FillList(QComboBox *list, std::span<const std::string_view> captions)
+{
+    const int chosen = IsTouched(list) ? list->currentIndex() : -1;
+    list->clear();
+    for (const std::string_view caption : captions)
+        list->addItem(ToQString(caption));
+    list->setCurrentIndex(chosen < list->count() ? chosen : -1);
+}
+
+void PageFrame::FillList(QComboBox *list, std::span<const RangeRow> rows)
+{
+    std::vector<std::string_view> captions;
+    std::ranges::transform(rows, std::back_inserter(captions), &RangeRow::caption);
+    FillList(list, captions);
 }
 
 void PageFrame::Select(QComboBox *list, int position)
@@ -100,22 +117,6 @@ void PageFrame::Wire(DIO *point, const std::function<void(const NodeKey &)> &cli
             this, nullptr, [action](const NodeKey &) { action(); }, dropped);
     });
     connect(point, &DIO::Click, this, [this, click] { click(NodeKey(main_.PageOnShow())); });
-}
-
-void FillList(QComboBox *list, std::span<const std::string_view> captions)
-{
-    list->clear();
-    for (const std::string_view caption : captions)
-        list->addItem(ToQString(caption));
-    list->setCurrentIndex(-1);
-}
-
-void FillList(QComboBox *list, std::span<const RangeRow> rows)
-{
-    list->clear();
-    for (const RangeRow &row : rows)
-        list->addItem(ToQString(row.caption));
-    list->setCurrentIndex(-1);
 }
 
 void ShowAll(std::initializer_list<QWidget *> controls, bool show)

@@ -50,14 +50,18 @@ public:
     /// Shows the reply of a step, if it is this frame's.
     virtual void ShowLive(const LiveReply &reply);
 
-    /// Notes that a load begins: what the operator changes from now on stays as he leaves it.
-    void BeginLoad();
+    /// Has the frame note what the operator changes; once, when all controls are there.
+    void WatchControls();
 
 protected:
     FormMain &main() const { return main_; }
 
-    // Loaded values. What the operator has changed since the load began isn't overwritten.
+    // Loaded values. What the operator has changed while the present action runs isn't overwritten: neither
+    // by the load of a page nor by the reload at the end of an update.
     void ShowText(QLineEdit *entry, std::string_view text);
+    /// Fills a list from its captions and leaves nothing selected.
+    void FillList(QComboBox *list, std::span<const std::string_view> captions);
+    void FillList(QComboBox *list, std::span<const RangeRow> rows);
     /// Selects a position; one that the list doesn't have leaves its selection.
     void Select(QComboBox *list, int position);
     void SetTick(QAbstractButton *button, bool ticked);
@@ -70,10 +74,6 @@ private:
 
     FormMain &main_;
 };
-
-/// Fills a list from its captions and leaves nothing selected.
-void FillList(QComboBox *list, std::span<const std::string_view> captions);
-void FillList(QComboBox *list, std::span<const RangeRow> rows);
 
 /// Sets the text of all labels of an array.
 template <class Labels>

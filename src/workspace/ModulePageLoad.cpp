@@ -14,10 +14,8 @@ void ModulePageLoad::LoadModulePage(const std::string &key)
     const Hourglass hourglass(main_);
     const NoYieldHold noYield(main_);
     PageReading reading(main_, NodeKey(key));
-    for (PageFrame *frame : pages_.Frames()) {
-        frame->BeginLoad();
+    for (PageFrame *frame : pages_.Frames())
         frame->LoadRangeTables(reading.model);
-    }
     for (PageFrame *frame : pages_.Frames())
         frame->Load(reading);
 }

@@ -91,8 +91,10 @@ void Pages::Add(FormMain &main, QWidget *part)
 {
     part->hide();
     main.PageLayout()->addWidget(part);
-    if (auto *frame = dynamic_cast<PageFrame *>(part))
+    if (auto *frame = dynamic_cast<PageFrame *>(part)) {
+        frame->WatchControls();
         frames_.push_back(frame);
+    }
     controls_.insert(part->objectName(), part);
     const QList<QWidget *> children = part->findChildren<QWidget *>();
     for (QWidget *child : children) {

@@ -17,7 +17,9 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <map>
 
 using Lines = std::vector<std::string>;
 
@@ -281,6 +283,49 @@ TEST_F(SettingsTest, ABaseUnitsRecordIsWrittenWithoutAType)
         EXPECT_EQ(peer.Lines().front(), "%00000740");
         EXPECT_EQ(op.Gui([&] { return main().Nodes.Children("KeyCOM003"); }), Lines{"_1003!!003900"})
             << "from here on the unit speaks with checksum";
+    });
+}
+
+TEST_F(SettingsTest, WhatIsChangedWhileAnUpdateRunsStays)
+{
+    RawPeer peer(ports.Link(3));
+    std::atomic<bool> ready = true;
+    peer.OnLine([&](const std::string &line, const RawPeer::Writer &write) {
+        const std::map<std::string, std::string> replies{{"%0A0A080600", "!0A\r"},
+                                                         {"$0A2", "!0A080600\r"},
+                                                         {"@0ADI", "!0A00000\r"},
+                                                         {"@0ARH", "!0A+10.000\r"},
+                                                         {"@0ARL", "!0A-10.000\r"}};
+        const auto reply = replies.find(line);
+        if (reply != replies.end() && ready)
+            write(reply->second);
+        if (line.front() == '%')
+            ready = false; // it restarts
+    });
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
+        });
+        Choose(op, "_0003!!0A7206");
+        auto *limit = Find<QLineEdit>("TextHighValue");
+        EXPECT_EQ(op.Gui([&] { return Text("TextHighValue"); }), "+10.000");
+        Press(op, "CmdMUpdate");
+        op.WaitFor([&] { return !ready; }, "the restart");
+        op.Gui([&] { limit->clear(); });
+        op.Type(limit, QStringLiteral("5"));
+        op.Press(Find("CmbDataFormat"), Qt::Key_Down);
+        ready = true;
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        AwaitActions(op);
+        op.Gui([&] {
+            EXPECT_EQ(Text("TextHighValue"), "5") << "typed in the wait";
+            EXPECT_EQ(Text("CmbDataFormat"), "% of FSR") << "chosen in the wait";
+            EXPECT_EQ(Text("TextLowValue"), "-10.000");
+        });
+        Choose(op, "_0003!!0A7206");
+        EXPECT_EQ(op.Gui([&] { return Text("TextHighValue"); }), "+10.000") << "loaded when asked for";
+        EXPECT_EQ(op.Gui([&] { return Text("CmbDataFormat"); }), "Engineering units");
     });
 }
 
