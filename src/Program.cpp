@@ -33,12 +33,12 @@ namespace
 QString HelpPage(const FormMain &main)
 {
     const std::string key = TagOf(main.Frame1);
-    if (key.empty() || key == KeyPC)
-        return QStringLiteral("main-window");
-    if (main.Nodes.ParentKey(key) == KeyPC)
-        return main.Nodes.IsExpanded(key) ? QStringLiteral("module-list") : QStringLiteral("port-page");
     const NodeKey node(key);
-    if (node.hasSlot())
+    if (node.kind() == NodeKind::PC)
+        return QStringLiteral("main-window");
+    if (node.kind() == NodeKind::Port)
+        return main.Nodes.IsExpanded(key) ? QStringLiteral("module-list") : QStringLiteral("port-page");
+    if (node.kind() != NodeKind::Module)
         return QStringLiteral("slots");
     return ToQString(ModelHelpPage(node.model()));
 }

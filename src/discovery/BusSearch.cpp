@@ -74,7 +74,7 @@ BusSearch::BusSearch(FormMain &main, DeviceTree &tree) : main_(main), tree_(tree
 
 void BusSearch::Search_Click()
 {
-    if (main_.Nodes.ParentKey(main_.Nodes.Selected()) != KeyPC)
+    if (NodeKey(main_.Nodes.Selected()).kind() != NodeKind::Port)
         return; // only a port can be searched
     main_.NowStatus("Searching module, Please wait moment....");
     RefreshHold hold(main_);

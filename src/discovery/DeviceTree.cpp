@@ -54,10 +54,10 @@ void DeviceTree::Expand(const std::string &key)
     if (!main_.Nodes.Contains(key))
         return;
     SetTag(main_.ListView1, key);
-    if (key != KeyPC) {
+    if (NodeKey(key).kind() != NodeKind::PC) {
         main_.Nodes.Select(key);
         main_.LastNodeIndex = main_.Nodes.IndexOf(key);
-        if (main_.Nodes.ParentKey(key) == KeyPC)
+        if (NodeKey(key).kind() == NodeKind::Port)
             FillList(key);
     }
     main_.ChooseNode(key);
@@ -73,7 +73,7 @@ void DeviceTree::Collapse(const std::string &key)
 {
     if (!main_.Nodes.Contains(key))
         return;
-    if (key == KeyPC) {
+    if (NodeKey(key).kind() == NodeKind::PC) {
         main_.ListView1->clear();
         FoldPorts();
     } else {
@@ -87,7 +87,7 @@ void DeviceTree::Collapse(const std::string &key)
 void DeviceTree::FoldSilently(const std::string &key)
 {
     main_.Nodes.SetExpanded(key, false);
-    if (main_.Nodes.ParentKey(key) == KeyPC)
+    if (NodeKey(key).kind() == NodeKind::Port)
         main_.Nodes.SetImage(key, PortImage.normal, PortImage.selected);
 }
 

@@ -64,7 +64,7 @@ void FrameSlot::LoadRangeTables(const std::string &model)
 
 void FrameSlot::Load(PageReading &reading)
 {
-    if (!reading.node.hasSlot())
+    if (reading.node.kind() == NodeKind::Module)
         return;
     LabSRangeLab->setText(CmbSRange->currentText());
     if (HasSlotFormatList(reading.model))

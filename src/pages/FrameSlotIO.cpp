@@ -54,7 +54,7 @@ void FrameSlotIO::BuildChannel(QGridLayout *channels, int channel)
 /// The texts of an output slot are the operator's entries.
 void FrameSlotIO::Load(PageReading &reading)
 {
-    if (!reading.node.hasSlot())
+    if (reading.node.kind() == NodeKind::Module)
         return;
     for (QLineEdit *value : TextCH)
         SetWritable(*value, Has(reading.model, Feature::CardOutputs));

@@ -56,7 +56,8 @@ void Gate::TakeInPlace(Taken taken)
 
 bool Gate::IsBusy() const
 {
-    return IsRunning() || std::ranges::any_of(waiting_, [](const Taken &taken) { return taken.context; });
+    const auto counts = [](const Taken &taken) { return taken.context && !taken.ofLoop; };
+    return IsRunning() || std::ranges::any_of(waiting_, counts);
 }
 
 /// Has the event loop look for the next action. An action never begins inside the handler that takes it.

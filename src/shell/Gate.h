@@ -45,6 +45,8 @@ public:
         std::optional<std::string> page = std::nullopt;
         /// Runs in place of the action when that is dropped with its page.
         Action dropped = {};
+        /// One round of a loop that asks for the next one by itself: the refresh takes turns with it.
+        bool ofLoop = false;
     };
 
     /// `pageOnShow` tells the key of the page that the operator sees.
@@ -57,7 +59,7 @@ public:
 
     /// An action runs, also one that a modal window holds up.
     bool IsRunning() const { return !running_.empty(); }
-    /// An action runs or waits.
+    /// An action runs or waits, the rounds of loops that wait not counted.
     bool IsBusy() const;
     bool IsOnLine() const { return onLine_ > 0; }
     /// Number of the running action, from 1 on; 0 when none runs.

@@ -60,11 +60,10 @@ int FormMain::PortOfTransaction() const
 {
     if (TerminalOwnsPort && FormFull_Screen)
         return static_cast<int>(Val(Mid(FromQString(FormFull_Screen->windowTitle()), 4, 3)));
-    const std::string selected = Nodes.Selected();
-    const std::string parent = Nodes.ParentKey(selected);
-    if (parent.empty())
+    const NodeKey selected(Nodes.Selected());
+    if (selected.kind() == NodeKind::PC)
         throw RuntimeError(RuntimeErrorNumber::ObjectNotSet);
-    return static_cast<int>(parent == KeyPC ? Val(Mid(selected, 7)) : Val(Mid(selected, 3, 3)));
+    return selected.port();
 }
 
 void FormMain::TransError(int number)

@@ -237,7 +237,8 @@ void FormFull_Screen::CmdContinueSend_Click()
 /// The loop goes round by round through the gate, so that whatever else is asked for gets its turn.
 void FormFull_Screen::AskForRounds(SendLoop::Ticket ticket)
 {
-    Take(nullptr, [this, ticket] { SendRounds(ticket); });
+    Take(
+        nullptr, [this, ticket] { SendRounds(ticket); }, true);
 }
 
 void FormFull_Screen::SendRounds(SendLoop::Ticket ticket)
@@ -426,7 +427,7 @@ void FormFull_Screen::CmdSave_Click()
 }
 
 /// Has an action run through the gate, whatever error ends it.
-void FormFull_Screen::Take(const QObject *source, const std::function<void()> &action)
+void FormFull_Screen::Take(const QObject *source, const std::function<void()> &action, bool ofLoop)
 {
     const auto run = [this, action] {
         try {
@@ -438,7 +439,7 @@ void FormFull_Screen::Take(const QObject *source, const std::function<void()> &a
             Tell("Checksum overflow !");
         }
     };
-    main_.Gate.Take({.context = this, .action = run, .source = source});
+    main_.Gate.Take({.context = this, .action = run, .source = source, .ofLoop = ofLoop});
 }
 
 void FormFull_Screen::Tell(const char *text)

@@ -76,7 +76,7 @@ private:
     void AddToLog(std::string line);
     std::string TimeOfDay() const;
 
-    void Take(const QObject *source, const std::function<void()> &action);
+    void Take(const QObject *source, const std::function<void()> &action, bool ofLoop = false);
     void TakeSend(const QObject *source, const std::function<void(const std::string &command)> &send);
     void Tell(const char *text);
 

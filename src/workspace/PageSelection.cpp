@@ -84,11 +84,12 @@ void PageSelection::TreeView1_NodeClick(const std::string &key)
 
 void PageSelection::Classify(const std::string &key)
 {
-    if (key == KeyPC) {
+    const NodeKey node(key);
+    if (node.kind() == NodeKind::PC) {
         NodeClass = ClassPC;
         return;
     }
-    NodeClass = main_.Nodes.ParentKey(key) == KeyPC ? ClassCOM : NodeKey(key).model();
+    NodeClass = node.kind() == NodeKind::Port ? ClassCOM : node.model();
     NotePort(key);
     main_.CommPortNo = main_.SelectedPort;
 }
@@ -97,7 +98,7 @@ void PageSelection::Classify(const std::string &key)
 void PageSelection::NotePort(const std::string &key)
 {
     if (key != KeyPC)
-        main_.SelectedPort = main_.Nodes.ParentKey(key) == KeyPC ? PortOfPortKey(key) : NodeKey(key).port();
+        main_.SelectedPort = NodeKey(key).port();
 }
 
 void PageSelection::LeftClick(const std::string &key)
@@ -172,9 +173,9 @@ void PageSelection::ShowPort(const std::string &key)
 void PageSelection::ShowModule(const std::string &key)
 {
     const NodeKey node(key);
-    const PageDescription *page = node.hasChannel() ? ChannelPage(NodeClass)
-                                  : node.hasSlot()  ? SlotPage(NodeClass)
-                                                    : ModulePage(NodeClass);
+    const PageDescription *page = node.kind() == NodeKind::Channel ? ChannelPage(NodeClass)
+                                  : node.kind() == NodeKind::Slot  ? SlotPage(NodeClass)
+                                                                   : ModulePage(NodeClass);
     if (page)
         Apply(*page);
     pages_.TabStrip1->setCurrentIndex(0);
@@ -234,11 +235,10 @@ void PageSelection::RightClick(const std::string &key)
     if (main_.LastNodeIndex == 0)
         main_.LastNodeIndex = 1;
     const std::string page = TagOf(main_.Frame1);
-    const std::string kind = Left(main_.Nodes.Text(key), 2);
-    const std::string parentKind = Left(main_.Nodes.Text(main_.Nodes.ParentKey(key)), 2);
-    if (kind == "CO")
+    const NodeKind kind = NodeKey(key).kind();
+    if (kind == NodeKind::Port)
         PopupCOM(key);
-    else if (kind != "PC" && parentKind == "CO")
+    else if (kind == NodeKind::Module)
         PopupVORNModule(key);
     if (main_.Nodes.Count() > 0)
         main_.Nodes.Select(main_.Nodes.KeyAt(main_.LastNodeIndex));
@@ -291,8 +291,8 @@ void PageSelection::Timer1_Tick()
     const std::string selected = main_.Nodes.Selected();
     if (TagOf(main_.Frame1) != selected)
         return;
-    const std::string text = main_.Nodes.Text(selected);
-    if (Left(text, 2) == "PC" || Left(text, 3) == "COM" || Left(text, BaseUnitModel.size()) == BaseUnitModel)
+    const NodeKind kind = NodeKey(selected).kind();
+    if (kind == NodeKind::PC || kind == NodeKind::Port)
         return;
     if (live_.IsRunning() || main_.PortRefused)
         return; // a refused port was told once; the next click tries again

@@ -464,10 +464,11 @@ TEST_F(LiveDataTest, AHighSpeedSlotInHexadecimalIsCutInFours)
 
 TEST_F(LiveDataTest, ASilentModuleKeepsItsFields)
 {
-    peer_.ReplyInTurn("#0A", {">+01.234\r", ""});
+    peer_.Reply("#0A", ">+01.234\r");
     Operate([&](Operator &op) {
         Open(op, "7209");
         Await(op, "LabRdv", "+01.234");
+        peer_.Reply("#0A", "");
         peer_.Forget();
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "some silent rounds");
         EXPECT_EQ(op.Gui([&] { return Text("LabRdv"); }), "+01.234");
