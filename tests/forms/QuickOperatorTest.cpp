@@ -454,7 +454,7 @@ TEST_F(QuickOperatorTest, ASearchThatIsAskedForThriceAsksOnce)
         op.Gui([&] { SetTimeOut("1"); });
         bus_->Release();
         bus_->Send("?FF\r");
-        op.WaitFor([&] { return !NoBox(); }, "the report");
+        ASSERT_TRUE(op.AwaitBox("the report of the search"));
         EXPECT_TRUE(op.Gui([&] { return main().FormScan.isNull(); }));
         op.Gui([&] { QApplication::activeModalWidget()->close(); });
         AwaitActions(op);
@@ -513,10 +513,11 @@ TEST_F(QuickOperatorTest, UpdatesOfACounterFollowItsLoadOneAfterTheOther)
         const std::string key = AddNode(op, "7282", "0A");
         Choose(op, key);
         AwaitRefresh(op, "#0A0");
-        bus_->Hold("$0AF");
-        op.Gui([&] { LeftClick(key); });
-        op.WaitFor([&] { return !bus_->Held().empty(); }, "the load");
-        op.Gui([&] { ClickButton("ComFUpdata"); });
+        AwaitHeld(op, *bus_, "#0A0");
+        op.Gui([&] {
+            LeftClick(key);
+            ClickButton("ComFUpdata");
+        });
         bus_->Hold("$0A4"); // the last that a load reads of the filter
         bus_->Release();
         op.WaitFor([&] { return bus_->Held() == "$0A4"; }, "the end of the load");
