@@ -87,6 +87,19 @@ void ProgramRun::ClickNode(const std::string &key, Qt::MouseButton button)
     }
 }
 
+void ProgramRun::Unfold(const std::string &key)
+{
+    QTreeWidgetItem *item = Item(key);
+    if (!item)
+        return;
+    vorn::TreeView *tree = main().TreeView1;
+    tree->scrollToItem(item);
+    const QRect row = tree->visualItemRect(item);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
+                      QPoint(row.left() - tree->indentation() / 2, row.center().y()));
+    EXPECT_TRUE(item->isExpanded()) << key;
+}
+
 void ProgramRun::LeftClick(const std::string &key)
 {
     ClickNode(key, Qt::LeftButton);

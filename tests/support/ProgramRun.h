@@ -80,6 +80,8 @@ public:
     /// A click on a node, without waiting. Its branch is unfolded first, as it is behind a search.
     void LeftClick(const std::string &key);
     void ClickNode(const std::string &key, Qt::MouseButton button);
+    /// Clicks on the sign that unfolds a node.
+    void Unfold(const std::string &key);
     /// A whole search of the selected port from address `start` on; the tree is filled when it returns.
     void Search(Operator &op, const char *start = "0");
 
