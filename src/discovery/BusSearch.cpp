@@ -7,6 +7,7 @@
 #include "platform/WidgetText.h"
 #include "protocol/CommandFrame.h"
 #include "protocol/Conversions.h"
+#include "protocol/FormatByte.h"
 #include "protocol/ModelCatalogue.h"
 #include "protocol/Number.h"
 #include "protocol/Registers.h"
@@ -29,7 +30,6 @@ namespace vorn
 namespace
 {
 
-constexpr int ChecksumBit = 6;
 constexpr int EndOfAddresses = 256;
 constexpr std::string_view AddressZero = "00";
 
@@ -174,7 +174,7 @@ void BusSearch::ScanAddressZero()
     }
 
     const std::string record = main_.ReplyText;
-    const bool checksumOn = Bit(HexToBin(Right(record, 2)), ChecksumBit);
+    const bool checksumOn = Bit(HexToBin(Right(record, 2)), FormatBit::Checksum);
     const bool elsewhere = Mid(record, 2, 2) != "00";
     finding.chkflag = checksumOn ? '1' : '0';
     finding.init = checksumOn || elsewhere || TellInitStateByWriting(record);
@@ -193,7 +193,7 @@ bool BusSearch::TellInitStateByWriting(const std::string &record)
     const std::string oldrec = Mid(record, 2);
     std::string bits = HexToBin(Right(record, 2));
     if (bits.size() == 8)
-        bits[7 - ChecksumBit] = '1';
+        bits[7 - FormatBit::Checksum] = '1';
     main_.trans(Write(Register::Configuration, AddressZero, "00" + RecordMiddle(record) + BinToHex(bits)),
                 false);
     if (IsAccepted(main_.ReplyText))

@@ -6,6 +6,7 @@
 #include "pages/OutputScale.h"
 #include "platform/Dialogs.h"
 #include "platform/WidgetText.h"
+#include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
@@ -28,7 +29,6 @@ namespace vorn
 namespace
 {
 
-constexpr int VoltageRange = 2; ///< list position of the voltage range
 constexpr char Hexadecimal = '2';
 
 const char *const RangeNotKnown = "The module's output range is not known.";
@@ -88,8 +88,8 @@ void FrameAOut::Load(PageReading &reading)
     // Without a selection the first position counts, so that the code keeps its two digits.
     const auto digit = [](int position) { return std::to_string(std::max(0, position)); };
     main().OutputFormatCode = digit(settings_.CmbDataFormat->currentIndex()) + digit(range);
-    CmdAO4mA->setVisible(range != VoltageRange);
-    CmdAO20mA->setVisible(range != VoltageRange);
+    CmdAO4mA->setVisible(range != RangePosition::VoltageOutput);
+    CmdAO20mA->setVisible(range != RangePosition::VoltageOutput);
     SetScale(range >= 0);
     show();
 }

@@ -8,6 +8,7 @@
 #include "platform/WidgetText.h"
 #include "protocol/CommandFrame.h"
 #include "protocol/Conversions.h"
+#include "protocol/FormatByte.h"
 #include "protocol/ModelCatalogue.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Number.h"
@@ -39,13 +40,6 @@ constexpr int HighestAddress = 255;
 constexpr int ChoiceCharacters = 14;
 constexpr std::array<const char *, 3> LedCaptions{"&CH 0", "C&H 1", "&External input"};
 constexpr int HostDisplay = 2; ///< element of `OptionLED` that puts the display into the host's hands
-
-constexpr int CounterMode = 0; ///< list positions of the counter modules' input mode
-constexpr int FrequencyMode = 1;
-constexpr int VoltageRange = 2; ///< list position of the analog output modules
-constexpr int ChecksumBit = 6;
-constexpr int IntegrationBit = 7;
-constexpr int GateBit = 2;
 
 const char *const InitStateOnly = "A module takes this setting only in its INIT state.";
 
@@ -127,12 +121,12 @@ void FrameMSet::BuildButtons()
 
 bool FrameMSet::IsCounting() const
 {
-    return CmbRange->currentIndex() == CounterMode;
+    return CmbRange->currentIndex() == RangePosition::Counter;
 }
 
 bool FrameMSet::IsFrequency() const
 {
-    return CmbRange->currentIndex() == FrequencyMode;
+    return CmbRange->currentIndex() == RangePosition::Frequency;
 }
 
 void FrameMSet::LoadRangeTables(const std::string &model)
@@ -187,14 +181,14 @@ void FrameMSet::ShowRecord(const PageReading &reading)
     if (const auto position = BaudIndexFromDigit(reading.record->baudDigit))
         Select(CmbBaudrate, *position);
     if (!bits.empty()) { // a record without a format byte leaves alone what that would tell
-        SetTick(CheckChecksum, Bit(bits, ChecksumBit));
+        SetTick(CheckChecksum, Bit(bits, FormatBit::Checksum));
         if (HasDataFormatList(model))
             Select(CmbDataFormat, reading.record->FormatPosition());
         if (HasIntegrationTime(model))
-            Select(CmbDataFormat, Bit(bits, IntegrationBit) ? 1 : 0);
+            Select(CmbDataFormat, Bit(bits, FormatBit::Integration) ? 1 : 0);
     }
     if (Has(model, Feature::AnalogOutput)) {
-        FillList(CmbSlowRate, SlewRateCaptions(CmbRange->currentIndex() == VoltageRange));
+        FillList(CmbSlowRate, SlewRateCaptions(CmbRange->currentIndex() == RangePosition::VoltageOutput));
         if (!bits.empty())
             Select(CmbSlowRate, SlewRatePosition(bits));
     }
@@ -209,7 +203,7 @@ void FrameMSet::LoadCounter(PageReading &reading)
     CmbRange_Click();
     if (IsFrequency()) {
         if (!reading.record->bits.empty())
-            Select(CmbDataFormat, Bit(reading.record->bits, GateBit) ? 1 : 0);
+            Select(CmbDataFormat, Bit(reading.record->bits, FormatBit::Gate) ? 1 : 0);
     } else if (const auto gate = reading.Read(Register::Gate); gate && !gate->empty()) {
         Select(CmbDataFormat, gate->front() - '0');
     }

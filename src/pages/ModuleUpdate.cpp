@@ -2,6 +2,7 @@
 
 #include "protocol/CommandFrame.h"
 #include "protocol/Conversions.h"
+#include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Number.h"
 #include "protocol/RangeTables.h"
@@ -17,11 +18,6 @@ namespace vorn
 namespace
 {
 
-constexpr int CounterMode = 0; ///< list positions of the counter models' input mode
-constexpr int FrequencyMode = 1;
-constexpr int ChecksumBit = 6;
-constexpr int IntegrationBit = 7;
-constexpr int GateBit = 2;
 constexpr int SlewRateShift = 2; ///< the slew rate's four bits begin at bit 2
 constexpr int SlewRates = 12;
 constexpr int DataFormats = 4;
@@ -52,15 +48,15 @@ std::string FormatBits(const ModuleSettings &settings)
 {
     const std::string model = settings.node.model();
     std::string bits = "00000000";
-    SetBit(bits, ChecksumBit, settings.checksum);
+    SetBit(bits, FormatBit::Checksum, settings.checksum);
     if (HasDataFormatList(model) && settings.dataFormat >= 0 && settings.dataFormat < DataFormats)
         PutNumber(bits, 0, settings.dataFormat);
     if (HasIntegrationTime(model))
-        SetBit(bits, IntegrationBit, settings.dataFormat == 1);
+        SetBit(bits, FormatBit::Integration, settings.dataFormat == 1);
     if (Has(model, Feature::SlewRate) && settings.slewRate >= 0 && settings.slewRate < SlewRates)
         PutNumber(bits, SlewRateShift, settings.slewRate);
-    if (IsCounterModel(model) && settings.range == FrequencyMode)
-        SetBit(bits, GateBit, settings.dataFormat == 1);
+    if (IsCounterModel(model) && settings.range == RangePosition::Frequency)
+        SetBit(bits, FormatBit::Gate, settings.dataFormat == 1);
     return bits;
 }
 
@@ -81,7 +77,8 @@ std::string AddressAfterUpdate(const ModuleSettings &settings)
 
 std::optional<std::string> GateCommand(const ModuleSettings &settings)
 {
-    if (!IsCounterModel(settings.node.model()) || settings.range != CounterMode || settings.dataFormat < 0)
+    if (!IsCounterModel(settings.node.model()) || settings.range != RangePosition::Counter ||
+        settings.dataFormat < 0)
         return std::nullopt;
     return Write(Register::Gate, AddressAfterUpdate(settings), std::to_string(settings.dataFormat));
 }

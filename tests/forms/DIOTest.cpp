@@ -242,3 +242,17 @@ TEST_F(DIOTest, RaisesAnEventAtEachResize)
     point_.resize(200, 30);
     EXPECT_EQ(resizes.count(), 1);
 }
+
+TEST(DIOInAWindow, RemembersWhatIsSaidWhileItsWindowIsDisabled)
+{
+    QWidget window;
+    DIO point(&window);
+    window.setEnabled(false);
+    point.SetEnabled(false);
+    window.setEnabled(true);
+    EXPECT_FALSE(point.isEnabled());
+    window.setEnabled(false);
+    point.SetEnabled(true);
+    window.setEnabled(true);
+    EXPECT_TRUE(point.isEnabled());
+}

@@ -603,6 +603,139 @@ TEST_F(SettingsTest, AnEntryThatIsSelectedWholeStaysSoUnderTheRefresh)
     });
 }
 
+TEST_F(SettingsTest, AValueThatChangesLeavesTheCursorOfItsEntryInPlace)
+{
+    OnPage("7218 address=0A excitation=01.000", [&](Operator &op) {
+        auto *entry = Find<QLineEdit>("TextAAOv");
+        op.WaitFor([&] { return Text("TextAAOv") == "01.000"; }, "the value of the module");
+        op.Gui([&] {
+            entry->setFocus();
+            QCoreApplication::sendPostedEvents(); // the focus selects the whole entry
+            entry->setCursorPosition(2);
+        });
+        rack().SetValue(2, "0A", "excitation", "02.000");
+        op.WaitFor([&] { return Text("TextAAOv") == "02.000"; }, "the new value");
+        EXPECT_EQ(op.Gui([&] { return entry->cursorPosition(); }), 2);
+        op.Gui([&] { entry->setSelection(3, 2); });
+        rack().SetValue(2, "0A", "excitation", "03.456");
+        op.WaitFor([&] { return Text("TextAAOv") == "03.456"; }, "the next value");
+        EXPECT_EQ(op.Gui([&] { return entry->selectedText().toStdString(); }), "45");
+    });
+}
+
+TEST_F(SettingsTest, AnOutputBeyondTheSlidersScaleIsRefusedWhereItIsTyped)
+{
+    OnPage("7231 address=0A range=31 output=04.000", [&](Operator &op) {
+        auto *entry = Find<QLineEdit>("TextAnalogOut");
+        op.WaitFor([&] { return Text("TextAnalogOut") == "04.000"; }, "the value of the module");
+        rack().ClearTrace();
+        for (const char *value : {"25", "3.9"}) {
+            op.Gui([&] { entry->clear(); });
+            op.Type(entry, QString::fromLatin1(value));
+            op.Press(entry, Qt::Key_Return);
+            AwaitActions(op);
+            EXPECT_EQ(op.Gui([&] { return Text("TextAnalogOut"); }), value) << "it stays to be mended";
+        }
+        EXPECT_EQ(Writes({"#0A"}), Lines{});
+        op.Gui([&] { entry->clear(); });
+        op.Type(entry, QStringLiteral("12"));
+        op.Press(entry, Qt::Key_Return);
+        AwaitWrite(op, "#0A12.000");
+        EXPECT_EQ(Writes({"#0A"}), Lines{"#0A12.000"});
+    });
+}
+
+TEST_F(SettingsTest, WithoutAKnownRangeAnOutputHasNoSlider)
+{
+    RawPeer peer(ports.Link(3));
+    peer.Reply("$0A2", "!0A400600\r");
+    peer.Reply("$0A6", "!0A01.000\r");
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("50"));
+            main().Nodes.Add("KeyCOM003", "_0003!!0A7231", "(0A) 7231", "vorn4ico", "vorn4icoS");
+        });
+        Choose(op, "_0003!!0A7231");
+        op.Gui([&] {
+            EXPECT_FALSE(Find("Slider1")->isEnabled());
+            EXPECT_FALSE(Find("CmdSendAO")->isEnabled());
+            EXPECT_FALSE(Find("Slider1")->toolTip().isEmpty()) << "it says why";
+        });
+        auto *entry = Find<QLineEdit>("TextAnalogOut");
+        op.Gui([&] { entry->clear(); });
+        op.Type(entry, QStringLiteral("1"));
+        op.Press(entry, Qt::Key_Return);
+        AwaitActions(op);
+        EXPECT_TRUE(
+            std::ranges::none_of(peer.Lines(), [](const std::string &line) { return line.front() == '#'; }));
+    });
+}
+
+TEST_F(SettingsTest, TheModuleListFollowsAModuleToItsNewAddress)
+{
+    Rack("7206 address=0A restart=20");
+    Operate([&](Operator &op) {
+        AddNode(op, "_0002!!0A7206");
+        Choose(op, "KeyCOM002");
+        op.Press(main().TreeView1, Qt::Key_Right); // unfolds the port
+        AwaitActions(op);
+        Choose(op, "_0002!!0A7206");
+        SetText(op, "TextAddress", "11");
+        Press(op, "CmdMUpdate");
+        op.AnswerBox(UpdateDone, 64, UpdateDoneTitle);
+        AwaitActions(op);
+        Choose(op, "KeyCOM002");
+        op.Gui([&] {
+            const auto *list = main().ListView1;
+            ASSERT_EQ(list->topLevelItemCount(), 1);
+            EXPECT_EQ(list->topLevelItem(0)->text(1), QStringLiteral(" 11  (0B)"));
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                              list->visualItemRect(list->topLevelItem(0)).center());
+        });
+        AwaitActions(op);
+        EXPECT_EQ(op.Gui([&] { return vorn::TagOf(main().Frame1); }), "_0002!!0B7206");
+    });
+}
+
+TEST_F(SettingsTest, TheButtonsOfAChannelClearItsLatchesAndItsCount)
+{
+    RawPeer peer(ports.Link(3));
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("1"));
+            auto &nodes = main().Nodes;
+            nodes.Add("KeyCOM003", "_0003!!0A3900", "(0A) 3900", "vorn5ico", "vorn5icoS");
+            nodes.Add("_0003!!0A3900", "_00032!0A3962", "(S2) 3962", "vorn5cico", "vorn5cicoS");
+            nodes.Add("_00032!0A3962", "_0003210A3962", "CH 1", "vorn5sico", "vorn5sicoS");
+        });
+        Choose(op, "_0003210A3962");
+        for (const auto &[button, command] : {std::pair{"CmdClearChLatch_0", "$0AS2C1CH"},
+                                              {"CmdClearChLatch_1", "$0AS2C1CL"},
+                                              {"CmdClearChLatch_2", "$0AS2C16"}}) {
+            Press(op, button);
+            op.WaitFor([&] { return std::ranges::count(peer.Lines(), command) == 1; }, command);
+        }
+    });
+}
+
+TEST_F(SettingsTest, ADisplaySourceThatIsNoDigitLeavesTheOptionAndThePageAlive)
+{
+    RawPeer peer(ports.Link(3));
+    peer.Reply("$FA2", "!FA500600\r");
+    peer.ReplyInTurn("$FA8", {"!FA1\r", "!FA\r", "!FAZ\r"});
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("50"));
+            main().Nodes.Add("KeyCOM003", "_0003!!FA7282D", "(FA) 7282D", "vorn4ico", "vorn4icoS");
+        });
+        for (int load = 0; load < 3; ++load) {
+            Choose(op, "_0003!!FA7282D");
+            EXPECT_TRUE(op.Gui([&] { return Find<QRadioButton>("OptionLED_1")->isChecked(); })) << load;
+        }
+        EXPECT_EQ(std::ranges::count(peer.Lines(), "$FAA"), 3) << "each load goes on";
+    });
+}
+
 TEST_F(SettingsTest, TheRefreshLeavesTheCursorOfAnEntryInItsPlace)
 {
     OnPage("7231 address=0A range=32 output=01.000", [&](Operator &op) {
