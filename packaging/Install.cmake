@@ -2,7 +2,7 @@ include(GNUInstallDirs)
 
 install(TARGETS vorn vornsim RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/vorn.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/vorn.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/org.vorn.Utility.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${PROJECT_SOURCE_DIR}/resources/vorn.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/60-vorn-adapters.rules DESTINATION lib/udev/rules.d)
 install(FILES ${PROJECT_SOURCE_DIR}/resources/Terminal-Example.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/vorn)
