@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <ranges>
 #include <stdexcept>
 #include <system_error>
 
@@ -233,8 +234,8 @@ PortsFolder::PortsFolder(std::filesystem::path path) : path_(std::move(path))
 PortsFolder::~PortsFolder()
 {
     std::error_code ignored;
-    for (auto folder = made_.rbegin(); folder != made_.rend(); ++folder)
-        std::filesystem::remove(*folder, ignored); // refuses a folder that isn't empty
+    for (const std::filesystem::path &folder : std::views::reverse(made_))
+        std::filesystem::remove(folder, ignored); // refuses a folder that isn't empty
 }
 
 } // namespace vornsim
