@@ -42,7 +42,7 @@ void Figures::Note(const std::string &what, double value, const std::string &uni
     Tell({what, WithUnit(value, unit), "", "", detail});
 }
 
-/// A run takes minutes: each figure is told as soon as it is there.
+/// A run takes minutes, so each figure is also printed as soon as it is there.
 void Figures::Tell(Row row)
 {
     std::cerr << row.what << ": " << row.result << " " << row.limit << " " << row.verdict << std::endl;

@@ -7,7 +7,7 @@
 class Figures final
 {
 public:
-    /// A figure with a limit; `detail` tells what it is made of.
+    /// A figure with a limit; `detail` says what it is made of.
     void Add(const std::string &what, double value, double limit, const std::string &unit,
              const std::string &detail);
     /// A figure without a limit, for comparison.

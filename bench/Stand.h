@@ -40,7 +40,7 @@ class BoxAnswers final : public QObject
 public:
     BoxAnswers();
 
-    std::string StartAddress = "0";            ///< what a search is told
+    std::string StartAddress = "0";            ///< first address of a search
     Steady::time_point Answered;               ///< the question for the start address
     std::optional<Steady::time_point> Message; ///< the latest message box came up
 

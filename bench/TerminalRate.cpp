@@ -77,7 +77,7 @@ double TerminalPass(Stand &stand, const std::filesystem::path &file, int lines)
     QObject::connect(&look, &QTimer::timeout, terminal, [&] {
         const int round = LastRound(*terminal->Text1);
         if (round == 0)
-            return; // a full log has just begun anew
+            return; // the log was full and has just been emptied
         done = done || round < last;
         if (done)
             return;

@@ -3,7 +3,10 @@ add_library(vornstrict INTERFACE)
 target_compile_features(vornstrict INTERFACE cxx_std_20)
 target_compile_options(vornstrict INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
-    -Woverloaded-virtual -Wnon-virtual-dtor -Werror)
+    -Woverloaded-virtual -Wnon-virtual-dtor)
+if(VORN_WERROR)
+    target_compile_options(vornstrict INTERFACE -Werror)
+endif()
 target_compile_definitions(vornstrict INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)

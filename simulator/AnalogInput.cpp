@@ -27,7 +27,7 @@ bool Enabled(const Unit &unit, int channel)
     return ReadHex(ReadMask(unit, 0)).value_or(0) >> channel & 1;
 }
 
-/// A channel that the mask leaves out has no value to tell.
+/// A channel that the mask disables is refused.
 Answer ReadChannel(Unit &unit, const Command &command)
 {
     return Enabled(unit, command.match.channel) ? ReadProcess(unit, command) : Refused();

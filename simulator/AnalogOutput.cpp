@@ -68,7 +68,7 @@ std::string ReadStartup(const Unit &unit, int channel)
     return OutputText(unit.Range(channel), unit.Format(), unit.Channel(channel).startup);
 }
 
-/// A module comes up with its startup value at the output.
+/// A new startup value also becomes the present output, as it does when the module is switched on.
 void StartupWritten(Unit &unit, int channel)
 {
     ChannelState &state = unit.Channel(channel);

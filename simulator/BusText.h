@@ -12,10 +12,10 @@ namespace vornsim
 /// The end of every line on the bus.
 inline constexpr char Return = '\r';
 
-bool IsHex(char c);     ///< "0" to "9", "A" to "F"; the modules know no small letters.
+bool IsHex(char c);     ///< "0" to "9", "A" to "F"; modules take no small letters
 bool IsDecimal(char c); ///< "0" to "9"
 
-/// Upper-case hexadecimal text with zeros in front; a value that needs more digits loses its top.
+/// The lowest digits of a value as upper-case hexadecimal text, with zeros in front.
 std::string Hex(unsigned long long value, int digits);
 /// Decimal text with zeros in front.
 std::string Decimal(unsigned long long value, int digits);

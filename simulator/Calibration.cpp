@@ -14,7 +14,7 @@ namespace
 constexpr double DegreesPerCount = 0.009;
 constexpr double TerminalTemperature = 25; // degrees Celsius, before any offset
 
-/// An offset adds to those before.
+/// Offsets add up.
 Answer AddColdJunctionOffset(Unit &unit, const Command &command)
 {
     const std::string &data = command.match.data;
@@ -25,7 +25,7 @@ Answer AddColdJunctionOffset(Unit &unit, const Command &command)
     return {'!', true, {}, Stores};
 }
 
-/// The temperature of the terminals, sign, four digits, point and one decimal.
+/// The temperature of the terminals: sign, four digits, point and one decimal.
 std::string ReadColdJunction(const Unit &unit, int)
 {
     std::array<char, 32> text{};

@@ -1,5 +1,5 @@
-// Alarms of the channels of a slot card. The high and the low alarm are alike; settings of the one begin with
-// "high", those of the other with "low".
+// Alarms of the channels of a slot card. The high and the low alarm work alike; the names of their settings
+// begin with "high" and "low".
 
 #include "ChannelAlarms.h"
 
@@ -27,7 +27,8 @@ std::string Side(const Command &command, std::string_view rest)
     return (command.match.side == 'H' ? "high" : "low") + std::string(rest);
 }
 
-/// A counter's limit has ten digits; any other is a number within the range, kept in the range's own form.
+/// A counter's limit has ten digits. Any other limit is a number within the range and is kept in the form in
+/// which the range writes its values.
 Taken TakeLimit(const Unit &unit, int channel, std::string_view text)
 {
     if (IsCounter(unit))
@@ -57,7 +58,8 @@ std::string ReadLow(const Unit &unit, int channel)
     return Limit(unit, "low", channel, unit.Range(channel).low);
 }
 
-/// "S", slot, "C", output; the output is a hexadecimal digit or the decimal number of one. Both may be "*".
+/// "S", slot, "C", output; the output is one hexadecimal digit or a decimal number up to 15. Slot and output
+/// may both be "*", which means no connection.
 Taken TakeConnection(const Unit &, int, std::string_view text)
 {
     if (text == Nowhere)
@@ -87,7 +89,7 @@ Extremes Observed(const Unit &unit, int channel, double from, double to)
 
 bool Latches(const Unit &unit, std::string_view name, int channel)
 {
-    return !unit.Has(name) || unit.Kept(name, channel) == "L"; // a card without modes always latches
+    return !unit.Has(name) || unit.Kept(name, channel) == "L"; // a card without alarm modes always latches
 }
 
 void AdvanceChannel(Unit &unit, int channel, double from, double to)

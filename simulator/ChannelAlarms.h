@@ -17,7 +17,8 @@ struct Connection {
 template <typename Use>
 void ForEachActiveConnection(const Unit &unit, Use use);
 
-/// Where an alarm of a channel leads, "highout" or "lowout"; nothing when it leads nowhere.
+/// The output that an alarm of a channel is connected to, by the setting "highout" or "lowout"; nothing when
+/// it isn't connected.
 std::optional<Connection> AlarmConnection(const Unit &unit, std::string_view name, int channel);
 
 template <typename Use>

@@ -25,7 +25,7 @@ void AdvanceCounts(Unit &unit, double from, double to)
     }
 }
 
-/// Ten decimal or eight hexadecimal digits; a frequency in hundredths of a hertz.
+/// Ten decimal or eight hexadecimal digits. A frequency is counted in hundredths of a hertz.
 Answer ReadCounter(Unit &unit, const Command &command)
 {
     const int channel = command.match.channel;
@@ -67,7 +67,7 @@ Answer WriteMode(Unit &unit, const Command &command)
     return {'!', true, {}, Stores};
 }
 
-/// All channels are always on.
+/// The channels of this card can't be disabled.
 Answer ReadMask(Unit &unit, const Command &)
 {
     return Done(Hex(LowBits(unit.Model().channels), 2));

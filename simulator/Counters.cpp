@@ -102,8 +102,8 @@ constexpr CommandRow CounterCommands[] = {
     {"@DOxx", WriteSetting, "outputs"},
 };
 
-// The commands name the register of counter 0 "P" and that of counter 1 "A" when they read, "P" and "S" when
-// they write.
+// The commands that read a preset name counter 0 "P" and counter 1 "A"; those that write it name them "P" and
+// "S".
 Answer ReadPreset0(Unit &unit, const Command &)
 {
     return Done(unit.Kept("preset", 0));
@@ -124,7 +124,7 @@ Answer WritePreset1(Unit &unit, const Command &command)
     return unit.Write("preset", 1, command.match.data) ? Answer{'!', true, {}, Stores} : Refused();
 }
 
-/// 7282: each counter has an alarm of its own, at its preset.
+/// On 7282 each counter has its own alarm, which goes off at the counter's preset.
 DrivenOutputs DrivePresetOutputs(const Unit &unit)
 {
     DrivenOutputs driven;
@@ -138,7 +138,7 @@ DrivenOutputs DrivePresetOutputs(const Unit &unit)
     return driven;
 }
 
-/// The alarms as one digit, bit n for counter n, and the outputs.
+/// One digit with bit n for the alarm of counter n, then the outputs.
 Answer ReadPresetStatus(Unit &unit, const Command &)
 {
     const unsigned alarms = (unit.On("alarm", 0) ? 1U : 0) | (unit.On("alarm", 1) ? 2U : 0);
@@ -169,7 +169,8 @@ constexpr CommandRow PresetCommands[] = {
     {"@DAc", SetPresetAlarm, "0"},
 };
 
-/// 7282D, 7282N: counter 0 has two limits, high at output 0 and high-high at output 1.
+/// On 7282D and 7282N only counter 0 has alarms: the high limit drives output 0, the high-high limit
+/// output 1.
 void AdvanceCounterAlarm(Unit &unit, double, double)
 {
     const std::string mode = unit.Kept("alarm");

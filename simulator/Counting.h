@@ -9,16 +9,16 @@
 namespace vornsim
 {
 
-/// How the channels of a counter model run: the settings "running", "rate" (pulses a second), "count",
-/// "overflow" and "frequency" (hertz or "live"), which 7282 and 3962 share.
+/// What 7282 and 3962 share: the settings "running", "rate" (pulses a second), "count", "overflow" and
+/// "frequency" (hertz or "live").
 struct CountLimits {
     double initial;
     double greatest;
-    bool open; ///< nothing holds the pulses back
+    bool open; ///< the gate lets the pulses pass
 };
 
-/// Counts the pulses of a stretch of time. Beyond the greatest value it goes on at the initial one, with the
-/// overflow set.
+/// Adds the pulses of a time span to the count. Behind the greatest value it goes on at the initial one and
+/// sets the overflow.
 void Count(Unit &unit, int channel, double milliseconds, const CountLimits &limits);
 
 /// Whole pulses counted so far.

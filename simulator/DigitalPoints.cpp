@@ -1,5 +1,6 @@
 // Digital inputs and outputs, of stand-alone modules and of slot cards. The models differ in where the bits
-// of their points stand in a reply, which a layout tells: one character for each pair of hexadecimal digits,
+// of their points stand in a reply. A layout has one character for each pair of hexadecimal digits of the
+// reply:
 //
 //     I, J  inputs 0-7, 8-15        O, P  outputs 0-7, 8-15      f, F  faults 0-7, 8-15
 //     d, D  directions 0-7, 8-15    x, X  points 0-7, 8-15, each by its direction
@@ -22,7 +23,7 @@ unsigned Inputs(const Unit &unit)
     if (kept != "live")
         return ReadHex(kept).value_or(0);
     const auto step = static_cast<unsigned>(unit.Now() / InputStep) + unit.Seed();
-    return (step ^ step >> 1) & LowBits(unit.Model().inputs); // one point at a time
+    return (step ^ step >> 1) & LowBits(unit.Model().inputs); // a Gray code: one point changes at a time
 }
 
 /// A set bit makes the point an input.
@@ -72,25 +73,25 @@ std::string Layout(const Unit &unit, std::string_view layout)
     return text;
 }
 
-/// A slot card's reply has the address, as every "!" reply.
+/// A slot card's reply has the address behind the "!".
 Answer ReadPoints(Unit &unit, const Command &command)
 {
     return Done(Layout(unit, command.subject));
 }
 
-/// A stand-alone module leaves the address out: the points stand right behind the "!".
+/// A stand-alone module leaves the address out; the points follow the "!" directly.
 Answer ReadBarePoints(Unit &unit, const Command &command)
 {
     return {'!', false, Layout(unit, command.subject), false};
 }
 
-/// The card has neither range nor format to choose: its record is always the one of digital points.
+/// Range 40 (digital) and format 00, which can't be changed.
 Answer ReadFixedRecord(Unit &, const Command &command)
 {
     return Done(std::string(command.subject));
 }
 
-/// One output: its number, then "00" or "01". `subject` is the lead character of the acknowledgement.
+/// Writes one output: its number, then "00" or "01". `subject` is the first character of the reply.
 Answer WritePoint(Unit &unit, const Command &command)
 {
     const std::string &data = command.match.data;

@@ -10,7 +10,7 @@ namespace vornsim
 namespace
 {
 
-constexpr std::string_view HostSource = "2"; // the host writes the display
+constexpr std::string_view HostSource = "2"; // the display shows what the host sends
 
 std::size_t Points(std::string_view text)
 {
@@ -35,7 +35,7 @@ Taken TakePlainText(const Unit &, int, std::string_view text)
     return text.size() == 7 && OnlyDigitsAndPoints(text) && Points(text) == 1 ? Taken(text) : std::nullopt;
 }
 
-/// The display takes a text only while the host has it.
+/// A text is refused while the display shows a value of the module itself.
 Answer WriteText(Unit &unit, const Command &command)
 {
     return unit.Kept("led") == HostSource ? WriteSetting(unit, command) : Refused();

@@ -13,28 +13,28 @@ namespace vornsim
 class Unit;
 struct ModelRow;
 
-/// What a module answers to a command that it understood: data behind "!" and address, data behind ">", or a
-/// refusal.
+/// The answer to a command: data behind "!" and address, data behind ">", or a refusal ("?" and address).
 struct Answer {
     char lead = '?';
     bool addressed = true; ///< the address follows the lead character
     std::string data;
-    bool stores = false;                ///< the module stores, and is silent while it restarts
-    bool dataBeginsWithAddress = false; ///< as in a record, which tells the stored address
+    bool stores = false; ///< the module stores the setting and restarts; it is silent meanwhile
+    bool dataBeginsWithAddress = false; ///< as that of a record, with the stored address
 };
 
 Answer Refused();
 Answer Done(std::string data = {});
 Answer Data(std::string data); ///< process data behind ">"
 
-/// A command on its way to a handler: what the pattern's places took, and the row's own text and flag.
+/// What a handler gets of a command: the characters at the places of the pattern, and text and flag of the
+/// row.
 struct Command {
     Match match;
-    std::string_view subject; ///< the setting, or what else the handler needs to know
+    std::string_view subject; ///< name of the setting, or another text that the handler defines
     bool stores = false;
 };
 
-/// One line of a model's command set.
+/// A row of a model's command set.
 struct CommandRow {
     std::string_view pattern;
     Answer (*run)(Unit &, const Command &);
@@ -44,28 +44,28 @@ struct CommandRow {
 
 inline constexpr bool Stores = true;
 
-/// Something that a module keeps or shows, under the name that rack files and tests give it.
+/// A setting or state of a module, under its name in rack files and tests.
 struct SettingRow {
     std::string_view name;
     std::string_view start; ///< the text of a fresh module
-    /// The text as it is kept, nothing when the module can't take it. Null: it can only be read.
+    /// The text to be kept for a new one; nothing when the module refuses it. Null when it can only be read.
     std::optional<std::string> (*take)(const Unit &, int channel, std::string_view text);
     bool perChannel = false; ///< the name is followed by the channel digit
-    /// The present text where it isn't the kept one.
+    /// The present text; null when it is the kept one.
     std::string (*read)(const Unit &, int channel) = nullptr;
-    /// What follows from a new text.
+    /// Called behind a change.
     void (*written)(Unit &, int channel) = nullptr;
 };
 
 inline constexpr bool PerChannel = true;
 
-/// Digital outputs that something drives by itself: an alarm, a counter.
+/// Digital outputs that an alarm or a counter drives.
 struct DrivenOutputs {
-    unsigned owned = 0; ///< not for the operator
+    unsigned owned = 0; ///< the operator's writes have no effect on them
     unsigned set = 0;
 };
 
-/// A faculty that models share: its settings, its commands and what goes on in it as time passes.
+/// A feature that models share: its settings, its commands, and what time changes in it.
 struct Feature {
     std::span<const SettingRow> settings;
     std::span<const CommandRow> commands;
@@ -73,11 +73,11 @@ struct Feature {
     DrivenOutputs (*drive)(const Unit &) = nullptr;
 };
 
-/// @name Faculties of stand-alone modules
+/// @name Features of stand-alone modules
 /// @{
-extern const Feature Identity;       ///< record, model and firmware of every module
+extern const Feature Identity;       ///< record, model and firmware version of every module
 extern const Feature BaseUnit;       ///< slots of a base unit
-extern const Feature SingleInput;    ///< one analog input: 7203 and its like
+extern const Feature SingleInput;    ///< one analog input: 7203, 7206, 7209, ...
 extern const Feature MultiInput;     ///< eight analog inputs behind a channel mask: 7221 family
 extern const Feature InputAlarm;     ///< alarm and outputs of a single analog input
 extern const Feature EventInput;     ///< digital input with event counter
@@ -99,7 +99,7 @@ extern const Feature Points7258;
 extern const Feature Points7272;
 /// @}
 
-/// @name Faculties of slot cards
+/// @name Features of slot cards
 /// @{
 extern const Feature CardRecord;      ///< range and format of 3921, 3923, 3925
 extern const Feature FastCardRecord;  ///< 3923H: format by slot, range by channel
@@ -118,7 +118,7 @@ extern const Feature Points3951;
 extern const Feature PointsRelay; ///< 3953, 3957
 /// @}
 
-/// @name Handlers that most commands are content with
+/// @name Handlers that most commands use
 /// @{
 Answer ReadSetting(Unit &, const Command &);  ///< "!" and the setting `subject`
 Answer ReadProcess(Unit &, const Command &);  ///< ">" and the setting `subject`

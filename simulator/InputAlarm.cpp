@@ -46,7 +46,7 @@ void AdvanceAlarm(Unit &unit, double from, double to)
     state.low = (latch && state.low) || seen.least <= ReadNumber(ReadLow(unit, 0)).value_or(0);
 }
 
-/// The alarm works as soon as it is set, so that the next read shows it.
+/// The alarm is evaluated at once, so that the next read shows its outputs.
 void AlarmWritten(Unit &unit, int)
 {
     unit.Channel(0).high = unit.Channel(0).low = false;
@@ -74,7 +74,7 @@ Answer ClearLatch(Unit &unit, const Command &)
     return Done();
 }
 
-/// Alarm mode, outputs, input.
+/// The reply of "@AADI": alarm mode, outputs, input.
 Answer ReadAlarmAndPoints(Unit &unit, const Command &)
 {
     return Done(unit.Kept("alarm") + Hex(unit.Outputs(), 2) + "0" +

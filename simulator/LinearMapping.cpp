@@ -1,4 +1,4 @@
-// The linear mapping of 7212D: an input range, an output range, and a switch.
+// The linear mapping of 7212D: an input range, an output range, and whether the mapping is on.
 
 #include "Takers.h"
 
@@ -10,7 +10,7 @@ namespace vornsim
 namespace
 {
 
-/// The subject of a mapping command: which pair of settings it reads or writes.
+/// The two settings that a mapping command reads or writes, by its `subject`.
 std::string Low(std::string_view subject)
 {
     return std::string(subject) + "low";
@@ -26,7 +26,7 @@ Answer ReadPair(Unit &unit, const Command &command)
     return Done(unit.Read(Low(command.subject)) + unit.Read(High(command.subject)));
 }
 
-/// Low limit, then high limit, seven characters each; the low one must be the lower.
+/// Low limit, then high limit, seven characters each. The low limit must be below the high limit.
 Answer WritePair(Unit &unit, const Command &command)
 {
     const std::string_view data = command.match.data;

@@ -1,5 +1,5 @@
-// The memory of 7224M: its configuration, the limits of its channels, and the records. What a record holds is
-// made from its number, so that a transfer can be checked.
+// The memory of 7224M: its configuration, the limits of its channels, and the records. The content of a
+// record is computed from its number, so that a test can check a transfer.
 
 #include "Takers.h"
 
@@ -18,7 +18,7 @@ Storage StorageMode(const Unit &unit)
     return static_cast<Storage>(unit.Kept("memory").at(3) - '0');
 }
 
-/// Channel mask, stand flag, storage mode, storage type, interval.
+/// The configuration: channel mask, stand-alone flag, storage mode, storage type, interval.
 Taken TakeMemory(const Unit &, int, std::string_view text)
 {
     const bool known = text.size() == 9 && ReadHex(text.substr(0, 2)) && (text[2] == '0' || text[2] == '1') &&
@@ -27,13 +27,13 @@ Taken TakeMemory(const Unit &, int, std::string_view text)
     return known ? Taken(text) : std::nullopt;
 }
 
-/// High and low limit, each sign, number of decimals, four hexadecimal digits.
+/// High limit, then low limit; each is a sign, the number of decimals, and four hexadecimal digits.
 Taken TakeLimits(const Unit &, int, std::string_view text)
 {
     return MatchCommand("sdxxxxsdxxxx", text, 0) ? Taken(text) : std::nullopt;
 }
 
-/// Channel, decimals and sign, magnitude; an event record has a time stamp behind it.
+/// A record: channel, decimals and sign, magnitude. An event record also has a time stamp at its end.
 std::string Record(unsigned number, bool event)
 {
     const unsigned channel = number % 8;

@@ -22,7 +22,7 @@ struct Wave {
     double phase;
 };
 
-/// Units and channels are out of step with each other, so that the columns of a page don't move as one.
+/// Each module and channel has a phase of its own, so that the values on a page don't all move alike.
 Wave WaveOf(const Unit &unit, int channel)
 {
     const RangeRow &range = unit.Range(channel);

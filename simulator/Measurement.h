@@ -5,8 +5,8 @@
 namespace vornsim
 {
 
-/// The value at a channel's input, in the unit of its range: the one that was fixed, or a slow wave within
-/// the range. A fixed text that is no number counts as beyond the range.
+/// The value at a channel's input, in the unit of its range: a fixed one, or a slow wave within the range. A
+/// fixed text that is no number counts as beyond the range.
 double Measured(const Unit &unit, int channel, double at);
 
 struct Extremes {
@@ -14,7 +14,7 @@ struct Extremes {
     double greatest;
 };
 
-/// The ends between which the value lay from one time to another, both included.
+/// The least and the greatest value between two times, both included.
 Extremes MeasuredBetween(const Unit &unit, int channel, double from, double to);
 
 /// @name The setting "value" of every model with analog inputs

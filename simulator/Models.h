@@ -13,16 +13,15 @@ namespace vornsim
 /// A model of module or slot card. A new model is a new row of the table.
 struct ModelRow {
     std::string_view name;
-    std::string_view
-        slotCode;  ///< what a base unit reports for the card; empty for what has an address of its own
-    int slots = 0; ///< slots of a base unit
+    std::string_view slotCode; ///< by which a base unit reports the card; empty for all but cards
+    int slots = 0;             ///< slots of a base unit
     int channels = 0;
     int inputs = 0;  ///< digital input points
     int outputs = 0; ///< digital output points
     std::span<const RangeRow> ranges = {};
-    std::string_view range = {};       ///< code of a fresh module; empty on what has no range
-    unsigned formatBits = 0;           ///< bits of the format byte that mean something, checksum aside
-    std::string_view dataFormats = {}; ///< the values that its two low bits may have
+    std::string_view range = {};       ///< type code of a new module; empty for models without range
+    unsigned formatBits = 0;           ///< bits of the format byte that the model uses, checksum aside
+    std::string_view dataFormats = {}; ///< the values that the two low bits of the format byte may have
     std::array<const Feature *, 8> features = {};
 
     bool IsCard() const { return !slotCode.empty(); }

@@ -22,7 +22,7 @@ const ModelRow &ModuleModel(const ModuleDescription &description)
     throw RackError(description.line, "unknown model \"" + description.model + "\"");
 }
 
-/// In the order of the model's own settings, since one may depend on another.
+/// Applies the settings in the order of the model's table, since one may depend on another.
 void Apply(Unit &unit, std::vector<Setting> settings)
 {
     std::stable_sort(settings.begin(), settings.end(), [&](const Setting &a, const Setting &b) {
@@ -89,14 +89,14 @@ std::string Module::Describe() const
     return text;
 }
 
-/// The line without checksum, as far as the module takes it at all.
+/// The line without its checksum; nothing when the checksum is missing or wrong.
 std::optional<std::string_view> Module::Understood(std::string_view line) const
 {
     return HasChecksum() ? WithoutChecksum(line) : line;
 }
 
-/// In INIT state no checksum is needed; but a module that has been told there to use one takes a line with it
-/// too, which is how a host finds out that the change was made.
+/// In INIT state no checksum is needed. A module whose checksum was switched on in INIT state also takes
+/// lines that carry one, so that the host can find out that the change was made.
 Answer Module::ExecuteLine(std::string_view line, double time)
 {
     const auto body = [](std::string_view text) { return text.front() + std::string(text.substr(3)); };
@@ -110,7 +110,7 @@ Answer Module::ExecuteLine(std::string_view line, double time)
 std::optional<Module::Heard> Module::Hear(std::string_view line, int speed, double time, TimePoint now,
                                           Faults &shared)
 {
-    const std::string address = address_; // as it is when the command comes; a write may change it
+    const std::string address = address_; // the reply carries the address before a write that changes it
     const bool checksum = checksum_;
     if (line.size() < 3 || line.substr(1, 2) != address || Leads.find(line.front()) == std::string_view::npos)
         return std::nullopt;
@@ -148,7 +148,8 @@ Answer Module::Execute(std::string_view command, double time)
     return card->second.Execute(command.front() + std::string(command.substr(3)));
 }
 
-/// Cards that drive no other card's output are left alone: they make up for the time when they are asked.
+/// Only cards that drive another card's output need their time to pass here; the others catch up when they
+/// are asked.
 void Module::DriveConnectedOutputs(double time)
 {
     if (std::none_of(cards_.begin(), cards_.end(), [](const auto &card) { return card.second.Connects(); }))
@@ -164,7 +165,7 @@ void Module::DriveConnectedOutputs(double time)
         card.SetConnected(driven[slot] & LowBits(card.Model().outputs));
 }
 
-/// The unit that a name is about; "slot2." is cut off the name.
+/// The module itself, or the card whose slot the name begins with; "slot2." is then cut off the name.
 Unit &Module::UnitOf(std::string_view &name)
 {
     if (!name.starts_with("slot") || name.size() < 6 || name[5] != '.')

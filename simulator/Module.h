@@ -20,7 +20,7 @@ using TimePoint = std::chrono::steady_clock::time_point;
 class Module
 {
 public:
-    /// @param seed  sets modules apart whose values move
+    /// @param seed  gives the moving values of each module a phase of their own
     /// @throws RackError for a setting that the model hasn't got or can't take
     Module(const ModuleDescription &description, unsigned seed);
 
@@ -33,14 +33,14 @@ public:
 
     struct Heard {
         Reply reply;
-        std::optional<Fault> fault; ///< what becomes of the reply
+        std::optional<Fault> fault; ///< how the reply is spoilt, if it is
     };
 
     /// Hears a line of the bus, without its carriage return.
     /// @param time    the simulator's clock, in milliseconds, to which all values refer
     /// @param now     when the line was complete, to which a restart refers
     /// @param shared  faults of the port, which act where the module has none
-    /// @return nothing when the line isn't for this module or it keeps silent
+    /// @return nothing when the line isn't for this module, or the module is silent
     std::optional<Heard> Hear(std::string_view line, int speed, double time, TimePoint now, Faults &shared);
 
     /// @name Settings and states by rack file name
@@ -66,13 +66,13 @@ private:
     Faults faults_;
     TimePoint silentUntil_{};
 
-    // What the settings say of the line, at hand for each of the many lines that are for another module.
+    // Copies of the settings that decide whether a line is for this module: most lines are for another one.
     std::string address_;
     int speed_ = 0;
     bool checksum_ = false;
 };
 
-/// Builds the units of a description without keeping them, for its errors.
+/// Throws the error that building a module of the description would throw.
 void CheckModule(const ModuleDescription &description);
 
 } // namespace vornsim

@@ -15,16 +15,16 @@ const char *const Usage = R"(vornsim - a rack of simulated VORN modules behind s
   vornsim --help
 
   --rack FILE     the rack to build; without it a demo rack on COM2, COM4
-                  and COM6, where another master talks
-  --ports FOLDER  where the links com<n> to the ports go; without it the folder
-                  where the VORN utility looks for its ports,
+                  and COM6, where another master sends commands
+  --ports FOLDER  the folder for the links com<n> to the ports; without it the
+                  one where the VORN utility looks for its ports,
                   $XDG_CONFIG_HOME/vorn/ports or ~/.config/vorn/ports
-  --pace          bytes take the time that they take on a wire
-  --delay MS      every reply comes so many milliseconds later, up to 60000
-  --trace[=FILE]  writes the traffic, with the milliseconds since the start
-  --list-demo     lists the modules of the demo rack and ends
+  --pace          bytes take as long as on a wire
+  --delay MS      every reply comes so many milliseconds later, at most 60000
+  --trace[=FILE]  write the traffic, with the milliseconds since the start
+  --list-demo     list the modules of the demo rack
 
-It runs until it is interrupted, and takes its links away at the end.
+It runs until it is interrupted, and then removes its links.
 )";
 
 namespace

@@ -17,12 +17,12 @@ class UsageError : public std::runtime_error
 };
 
 struct Options {
-    std::optional<std::filesystem::path> rack; ///< the demo rack without
+    std::optional<std::filesystem::path> rack; ///< without it, the demo rack
     std::filesystem::path ports;
     bool pace = false;
-    std::optional<std::chrono::milliseconds> delay; ///< of every port; the rack's own without
+    std::optional<std::chrono::milliseconds> delay; ///< of every port; without it, those of the rack
     bool trace = false;
-    std::optional<std::filesystem::path> traceFile; ///< standard output without
+    std::optional<std::filesystem::path> traceFile; ///< without it, standard output
     bool help = false;
     bool listDemo = false;
 };

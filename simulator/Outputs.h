@@ -17,7 +17,7 @@ std::string ReadOutputs(const Unit &, int channel);
 void OutputsWritten(Unit &, int channel);
 /// @}
 
-/// Digits of a text that has one bit for each of so many points.
+/// Number of hexadecimal digits for so many points.
 constexpr int PointDigits(int points)
 {
     return points > 8 ? 4 : 2;

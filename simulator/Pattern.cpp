@@ -8,7 +8,7 @@ namespace vornsim
 namespace
 {
 
-/// Whether `c` may stand at a place that hands its character on.
+/// Whether `c` may stand at a place whose character goes into `Match::data`.
 bool Fits(char place, char c)
 {
     switch (place) {

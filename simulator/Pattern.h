@@ -9,7 +9,7 @@ namespace vornsim
 
 inline constexpr int NoChannel = -1;
 
-/// What the places of a command pattern took.
+/// The characters of a command that stand at the places of its pattern.
 struct Match {
     int channel = NoChannel; ///< the digit at `c`
     char side = '\0';        ///< "H" or "L" at `h`

@@ -11,18 +11,18 @@ namespace vornsim
 namespace
 {
 
-constexpr std::size_t KeptRecords = 100000; // of trace and commands; the oldest go
-constexpr std::size_t LongestLine = 4096;   // a host that sends no carriage return doesn't fill the memory
+constexpr std::size_t KeptRecords = 100000; // of trace and of commands; the oldest are dropped
+constexpr std::size_t LongestLine = 4096;   // characters behind that are dropped until the carriage return
 constexpr int BitsOfByte = 10;              // start, eight data, stop
 constexpr std::chrono::nanoseconds LeastPiece = std::chrono::milliseconds(1);
-constexpr int LinesAtOnce = 32; // of a second master at its fastest, before the other ports get their turn
+constexpr int LinesAtOnce = 32; // from a second master without pauses, before the other ports have their turn
 
 } // namespace
 
-Port::Port(const PortDescription &description, const std::filesystem::path &folder, TimePoint start,
+Port::Port(const PortDescription &description, std::filesystem::path folder, TimePoint start,
            const Listener &listener)
     : number_(description.number), speed_(description.speed), pace_(description.pace),
-      delay_(description.delay), folder_(folder), start_(start), listener_(listener),
+      delay_(description.delay), folder_(std::move(folder)), start_(start), listener_(listener),
       lastSpeed_(description.speed)
 {
     modules_.reserve(description.modules.size());
@@ -116,7 +116,7 @@ void Port::Enqueue(const std::vector<Piece> &pieces, TimePoint from)
     }
 }
 
-/// Each byte is there when its last bit is; those of one millisecond go together.
+/// A byte is due at the end of its last bit. The bytes of one millisecond are sent in one piece.
 void Port::EnqueuePaced(std::string_view bytes, TimePoint from)
 {
     const auto size =
@@ -165,7 +165,7 @@ void Port::SpeakDue(double time, TimePoint now)
     }
 }
 
-/// At its fastest a second master waits for a listener, and for the listener to read what was said before.
+/// A second master without pauses waits until a host has the port open and has read all that was sent before.
 bool Port::MasterWaits() const
 {
     return !due_.empty() || !terminal_->HostPresent();
@@ -180,7 +180,7 @@ void Port::SpeakOnce(double time, TimePoint now)
 
     const std::size_t first = due_.size();
     Enqueue({{line + vornsim::Return}}, now);
-    const int speed = std::exchange(lastSpeed_, speed_); // other masters keep to the port's own speed
+    const int speed = std::exchange(lastSpeed_, speed_); // another master always has the speed of the port
     Answer(line, speed_, time, lineFree_, std::chrono::milliseconds(0));
     lastSpeed_ = speed;
     if (master_->cut > 0)
@@ -191,7 +191,7 @@ void Port::SpeakOnce(double time, TimePoint now)
         master_.reset();
 }
 
-/// Cuts every piece from `first` on in two.
+/// Cuts every piece that is due, from number `first` on, in two, and lets the later ones wait.
 void Port::CutFrom(std::size_t first)
 {
     std::chrono::milliseconds later{0};

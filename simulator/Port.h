@@ -20,19 +20,19 @@ namespace vornsim
 struct TraceRecord {
     double milliseconds; ///< since the simulator was made
     enum class Direction { FromHost, ToHost } direction;
-    std::string bytes; ///< one read or one piece written
+    std::string bytes; ///< of one read or one write
 };
 
-/// One serial port: the pseudo-terminal with its link, the modules behind it, and the times at which bytes
-/// are due.
+/// One serial port: the pseudo-terminal with its link, the modules behind it, and the bytes that are due to
+/// be sent.
 class Port
 {
 public:
     using Listener = std::function<void(int port, const TraceRecord &)>;
 
     /// @param start     zero of the trace
-    /// @param listener  told of every trace record
-    Port(const PortDescription &description, const std::filesystem::path &folder, TimePoint start,
+    /// @param listener  is called with every trace record
+    Port(const PortDescription &description, std::filesystem::path folder, TimePoint start,
          const Listener &listener);
 
     int Number() const { return number_; }
@@ -41,14 +41,14 @@ public:
     std::string LinkTarget() const;
     std::vector<std::string> Describe() const;
 
-    /// Takes what the host has written, and answers it.
-    /// @param time  the clock that values refer to
+    /// Reads what the host has written, and answers it.
+    /// @param time  of the clock by which values change, in milliseconds
     void Receive(double time, TimePoint now);
-    /// Sends what is due, and lets the second master speak when it is time for it.
+    /// Sends what is due, and the next command of the second master when it is due.
     void Send(double time, TimePoint now);
-    /// When `Send` has something to do next; nothing when it waits for the host.
+    /// When `Send` is to be called next; nothing when only the host can cause more to be sent.
     std::optional<TimePoint> NextDue() const;
-    /// The terminal took less than it was given: go on when it takes more.
+    /// The terminal's buffer is full: `Send` can go on when the terminal is writable again.
     bool Blocked() const { return blocked_; }
     void NoticeHosts();
 
@@ -109,10 +109,10 @@ private:
     std::unique_ptr<PortLink> link_;
     int lastSpeed_;
 
-    std::string partial_;  // of a line from the host
-    TimePoint hostFree_{}; // when the host's last byte is through
-    TimePoint lineFree_{}; // when our own last byte is through
-    std::deque<Due> due_;  // in order
+    std::string partial_;  // line from the host that still lacks its carriage return
+    TimePoint hostFree_{}; // end of the host's last byte
+    TimePoint lineFree_{}; // end of our own last byte
+    std::deque<Due> due_;  // in the order of their times
     bool blocked_ = false;
 
     std::optional<Master> master_;

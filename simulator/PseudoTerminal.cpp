@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <ranges>
 #include <stdexcept>
 #include <system_error>
 
@@ -37,7 +38,7 @@ constexpr std::array<SpeedRow, 8> Speeds{{{1200, B1200},
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-/// Raw before any host comes, so that nothing is echoed or changed on its way.
+/// Makes the line raw before any host opens it, so that nothing is echoed or changed.
 void MakeRaw(int slave, int speed)
 {
     termios line{};
@@ -82,7 +83,7 @@ std::string PseudoTerminal::Read()
             return all;
         all.append(bytes.data(), static_cast<std::size_t>(count));
         if (static_cast<std::size_t>(count) < bytes.size())
-            return all; // anything that came since wakes the next poll
+            return all; // what came in the meantime wakes the next poll
     }
 }
 
@@ -106,7 +107,7 @@ bool PseudoTerminal::Watch(bool exact)
     if (!closed)
         return false;
     if (openedLast && !exact) {
-        // A host is there again; when it goes, that is told as well.
+        // A host has opened it again; the kernel will tell of its closing, too.
         hosts_ = std::max(hosts_, 1);
         return false;
     }
@@ -120,7 +121,7 @@ bool PseudoTerminal::Watch(bool exact)
     return true;
 }
 
-/// Counts what the kernel tells.
+/// Reads the kernel's events of opens and closes, and counts the hosts by them.
 PseudoTerminal::HostEvents PseudoTerminal::ReadEvents()
 {
     HostEvents events;
@@ -153,7 +154,7 @@ bool PseudoTerminal::Unread() const
     return ::ioctl(slave_.Get(), FIONREAD, &bytes) == 0 && bytes > 0;
 }
 
-/// The descriptors open on the terminal, without our own, as far as we may see them.
+/// Number of descriptors on the terminal in all processes that we may look into, our own aside.
 int PseudoTerminal::CountHosts() const
 {
     namespace fs = std::filesystem;
@@ -212,7 +213,7 @@ void PortLink::PointTo(const std::string &target)
     std::error_code ignored;
     std::filesystem::remove(fresh, ignored);
     std::filesystem::create_symlink(target, fresh);
-    std::filesystem::rename(fresh, link_); // at once: the port is never missing in between
+    std::filesystem::rename(fresh, link_); // replaces the link in one step, so that it is never missing
     target_ = target;
 }
 
@@ -233,8 +234,8 @@ PortsFolder::PortsFolder(std::filesystem::path path) : path_(std::move(path))
 PortsFolder::~PortsFolder()
 {
     std::error_code ignored;
-    for (auto folder = made_.rbegin(); folder != made_.rend(); ++folder)
-        std::filesystem::remove(*folder, ignored); // refuses a folder that isn't empty
+    for (const std::filesystem::path &folder : std::views::reverse(made_))
+        std::filesystem::remove(folder, ignored); // refuses a folder that isn't empty
 }
 
 } // namespace vornsim

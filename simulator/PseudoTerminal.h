@@ -14,17 +14,17 @@ namespace vornsim
 
 /// The simulator's end of a pseudo-terminal, whose other end hosts open like a serial port.
 ///
-/// A slave descriptor of our own stays open, so that a host's closing isn't a hang-up. Who else has the
-/// terminal open is counted from the opens and closes that the kernel tells of its device file. When the last
-/// host has gone,
-/// - its exclusive mark (TIOCEXCL) is taken off: the kernel leaves it for as long as anyone, here we, has the
-///   terminal open, so a host that crashed would lock the port for ever. While a host is there its mark
-///   stays;
-/// - what it hasn't read is dropped, as a closed serial port hears nothing.
+/// We keep a slave descriptor of our own open, so that the terminal doesn't hang up when a host closes it.
+/// The hosts are counted by the opens and closes of the device file, which the kernel tells. When the last
+/// host has closed it,
+/// - its exclusive mark (TIOCEXCL) is taken off. The kernel keeps the mark as long as anybody, here
+/// ourselves, has
+///   the terminal open, so a host that crashed would lock the port for ever;
+/// - what the host hasn't read is dropped, as a closed serial port receives nothing.
 ///
-/// The kernel tells two opens in a row as one when nobody looked in between. So where a closing matters,
-/// because there is a mark or something unread, the open descriptors of all processes are counted instead. A
-/// host that reads its replies and takes its mark off leaves nothing to be counted.
+/// The kernel merges equal events in a row, two opens for example, while nobody reads them. So when a closing
+/// matters, because there is a mark or something unread, the open descriptors of all processes are counted
+/// instead, which is slow. It isn't needed for a host that reads its replies and takes its mark off.
 class PseudoTerminal
 {
 public:
@@ -41,11 +41,11 @@ public:
     /// The number of bytes that the terminal took.
     std::size_t Write(std::string_view bytes);
 
-    /// Takes notice of hosts that came and went.
-    /// @param exact  count the hosts after each closing, whether or not it matters here
-    /// @return whether the last one went
+    /// Looks for hosts that have opened or closed the terminal.
+    /// @param exact  count the descriptors of all processes after each closing
+    /// @return whether the last host has closed it
     bool Watch(bool exact);
-    /// Whether a host has the terminal open; always true where the kernel doesn't tell.
+    /// Whether a host has the terminal open; always true where the kernel can't watch the device file.
     bool HostPresent() const { return !watch_ || hosts_ > 0; }
 
     /// Bits per second as set on the terminal, 0 for a speed that no module has.
@@ -54,7 +54,7 @@ public:
 private:
     struct HostEvents {
         bool closed = false;     ///< a host has closed the terminal
-        bool openedLast = false; ///< the latest that happened is that one opened it
+        bool openedLast = false; ///< the latest event is an opening
     };
     HostEvents ReadEvents();
     bool Exclusive() const;
@@ -102,7 +102,7 @@ public:
 
 private:
     std::filesystem::path path_;
-    std::vector<std::filesystem::path> made_; // the innermost last
+    std::vector<std::filesystem::path> made_; // outermost first
 };
 
 } // namespace vornsim

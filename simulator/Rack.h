@@ -12,12 +12,12 @@
 namespace vornsim
 {
 
-/// A rack that can't be built. The text begins "line 7: " where the rack came from a text.
+/// A rack that can't be built. The text begins "line 7: " when the rack was read from a text.
 class RackError : public std::runtime_error
 {
 public:
     RackError(int line, const std::string &text);
-    int line() const { return line_; } ///< counted from 1; 0 when no text is behind it
+    int line() const { return line_; } ///< counted from 1; 0 when the rack wasn't read from a text
 
 private:
     int line_;
@@ -44,10 +44,10 @@ struct ModuleDescription {
     int line = 0;
 };
 
-/// Another master on the bus: what it sends and the modules answer is heard on the port.
+/// Another master on the bus. A host that listens on the port hears its commands and the modules' replies.
 struct Master {
     std::vector<std::string> send;        ///< commands without checksum and carriage return, sent in turn
-    std::chrono::milliseconds every{200}; ///< from one command to the next; 0: as fast as the listener reads
+    std::chrono::milliseconds every{200}; ///< from one command to the next; 0: as fast as the host reads
     std::size_t cut = 0;                  ///< every line in two pieces, cut behind so many bytes; 0: whole
     std::chrono::milliseconds gap{10};    ///< between the two pieces
     int times = 0;                        ///< how many commands; 0 is for ever
@@ -68,11 +68,11 @@ struct Rack {
     std::vector<PortDescription> ports;
 };
 
-/// Reads a rack file, whose form README.md tells.
+/// Reads a rack file; README.md describes its form.
 /// @throws RackError for the first line that is wrong
 Rack ParseRack(std::string_view text);
 
-/// A showing of all models, on COM2 and COM4.
+/// A rack with every model, on COM2 and COM4, and another master on COM6.
 Rack DemoRack();
 
 } // namespace vornsim

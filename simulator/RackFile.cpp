@@ -30,13 +30,13 @@ std::string Quoted(std::string_view text)
 std::vector<std::string> Words(std::string_view line)
 {
     std::vector<std::string> words;
-    constexpr std::string_view blanks = " \t\r";
+    constexpr std::string_view Blanks = " \t\r";
     while (true) {
-        const std::size_t start = line.find_first_not_of(blanks);
+        const std::size_t start = line.find_first_not_of(Blanks);
         if (start == std::string_view::npos || line[start] == '#')
             return words;
         line.remove_prefix(start);
-        const std::size_t end = std::min(line.find_first_of(blanks), line.size());
+        const std::size_t end = std::min(line.find_first_of(Blanks), line.size());
         words.emplace_back(line.substr(0, end));
         line.remove_prefix(end);
     }
@@ -168,14 +168,14 @@ private:
 
     int Speed(const KeyValue &pair) const
     {
-        constexpr std::array speeds{1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
+        constexpr std::array Speeds{1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
         const int speed = Number(pair);
-        if (std::find(speeds.begin(), speeds.end(), speed) == speeds.end())
+        if (std::find(Speeds.begin(), Speeds.end(), speed) == Speeds.end())
             FailValue(pair);
         return speed;
     }
 
-    /// The line only begins a module: its slots and faults may follow.
+    /// Lines with slots and faults of the module may follow, so it is checked later, by `FinishModules`.
     void ReadModules()
     {
         FinishModules();
@@ -331,8 +331,8 @@ private:
     Rack rack_;
     std::optional<ModuleDescription> pending_;
     std::vector<std::string> addresses_;
-    bool shared_ = false;         // the module that was begun may answer at an address that is taken
-    std::set<std::string> taken_; // addresses on the current port
+    bool shared_ = false;         // of the module that was begun
+    std::set<std::string> taken_; // addresses at which modules of the current port answer
 };
 
 } // namespace

@@ -41,7 +41,7 @@ constexpr RangeRow Output[] = {
     {"32", 0, 10, 2, false},
 };
 
-// Only the frequency is a measured value; a counter has no ends but those of its 32 bits.
+// Only the frequency is a measured value with a range; counters count up to 32 bits.
 constexpr RangeRow Counter[] = {{"50", 0, 4294967295.0, 10}, {"51", 0, 50000, 5}};
 constexpr RangeRow Digital[] = {{"40", 0, 1, 1}};
 constexpr RangeRow Console[] = {
@@ -87,13 +87,13 @@ double FullScale(const RangeRow &range)
     return std::max(std::abs(range.low), std::abs(range.high));
 }
 
-/// Where an output stands in its span, 0 to 1.
+/// Position of an output in its span, 0 to 1.
 double SpanPart(const RangeRow &range, double value)
 {
     return (value - range.low) / (range.high - range.low);
 }
 
-/// Whether a text is made as `form` tells: "s" a sign, "d" a digit, all else itself.
+/// Whether a text has a form: "s" is a sign, "d" a digit, every other character stands for itself.
 bool HasForm(std::string_view text, std::string_view form)
 {
     return std::equal(text.begin(), text.end(), form.begin(), form.end(), [](char c, char place) {
@@ -101,7 +101,8 @@ bool HasForm(std::string_view text, std::string_view form)
     });
 }
 
-constexpr double Tolerance = 1e-9; // so that the end of a range, read from its text, still belongs to it
+constexpr double Tolerance =
+    1e-9; // so that the end of a range still belongs to it when it was read from a text
 
 std::optional<double> Within(const RangeRow &range, std::optional<double> value)
 {

@@ -62,20 +62,20 @@ std::string RecordFields(const Unit &unit)
            unit.Kept("format");
 }
 
-/// The record tells the stored address, in INIT state too, where the module answers at 00.
+/// The record holds the stored address also in INIT state, where the module answers at 00.
 Answer ReadRecord(Unit &unit, const Command &)
 {
     return {'!', false, unit.Kept("address") + RecordFields(unit), false, true};
 }
 
-/// Line speed and checksum change in INIT state alone.
+/// Whether a write leaves line speed and checksum as they are, which it must outside of INIT state.
 bool LineKept(const Unit &unit, std::string_view speed, unsigned format)
 {
     const unsigned present = ReadHex(unit.Kept("format")).value_or(0);
     return speed == unit.Kept("baud") && ((format ^ present) & ChecksumBit) == 0;
 }
 
-/// `%AANNTTCCFF`, `%AANNCCFF` on a base unit, whose address is set by switches and stays.
+/// `%AANNTTCCFF`; `%AANNCCFF` on a base unit, whose address is set by switches and doesn't change.
 Answer WriteRecord(Unit &unit, const Command &command)
 {
     const std::string_view data = command.match.data;

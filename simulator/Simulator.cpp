@@ -87,7 +87,7 @@ void Simulator::Run()
                     continue;
                 const short events = port->Blocked() ? POLLIN | POLLOUT : POLLIN;
                 waits.push_back({terminal->MasterDescriptor(), events, 0});
-                waits.push_back({terminal->WatchDescriptor(), POLLIN, 0}); // passed over when negative
+                waits.push_back({terminal->WatchDescriptor(), POLLIN, 0}); // poll ignores it when negative
                 if (const auto next = port->NextDue())
                     due = due ? std::min(*due, *next) : *next;
             }
@@ -99,8 +99,8 @@ void Simulator::Run()
     }
 }
 
-/// One round over all ports. Each is asked without regard to what woke us: a read of nothing costs little,
-/// and the ports may have changed while we slept.
+/// One round over all ports, whatever ended the wait: reading nothing costs little, and a port may have been
+/// plugged in or pulled during the wait.
 void Simulator::Turn()
 {
     const double time = clock_();
@@ -120,8 +120,8 @@ Port &Simulator::Find(int port) const
     return **found;
 }
 
-/// The port with what its line still holds taken in: whoever asks for what was received must not depend on
-/// whether our thread had its turn. It is woken for the replies that have come due by that.
+/// Reads what the host has sent so far, so that the caller's answer doesn't depend on whether our thread has
+/// had its turn. Wakes the thread to send the replies.
 Port &Simulator::CaughtUp(Port &port) const
 {
     port.NoticeHosts();
@@ -247,6 +247,7 @@ std::vector<int> Simulator::Ports() const
 {
     const std::lock_guard lock(mutex_);
     std::vector<int> numbers;
+    numbers.reserve(ports_.size());
     for (const auto &port : ports_)
         numbers.push_back(port->Number());
     return numbers;

@@ -27,20 +27,20 @@ public:
     Simulator(const Simulator &) = delete;
     Simulator &operator=(const Simulator &) = delete;
 
-    /// @name Own thread, which sleeps until a byte comes or goes
+    /// @name The thread that answers; it sleeps while nothing is to be done
     /// @{
     void Start();
     void Stop();
     /// @}
 
-    /// @name What went over a port, with what its line still holds; the latest 100000 of each are kept
+    /// @name What went over a port, up to the moment of the call; the latest 100000 of each are kept
     /// @{
     std::vector<std::string>
     Commands(int port) const; ///< complete lines from the host, without the carriage return
     std::vector<TraceRecord> Trace(int port) const;
     void ClearTrace();
-    /// Called for every record, from the thread that takes it in, which must not call back. Set it before
-    /// `Start`.
+    /// Called with every record, from the simulator's thread or the caller's. It must not call the simulator.
+    /// Set it before `Start`.
     void SetTraceListener(Port::Listener listener);
     /// @}
 
@@ -66,7 +66,7 @@ public:
     /// the next command on; another master's traffic stays as it is.
     void SetDelay(int port, std::chrono::milliseconds delay);
 
-    int LineSpeed(int port) const; ///< as last seen on the terminal, 0 when no module has that speed
+    int LineSpeed(int port) const; ///< as the host has set it; 0 for a speed that no module has
 
     /// @name Settings and states by their rack file names, "value3", "slot2.range"
     /// @throws std::invalid_argument
@@ -75,7 +75,7 @@ public:
     std::string Value(int port, std::string_view address, std::string_view name) const;
     /// @}
 
-    /// Milliseconds that moving values, counters and slew rates go by. Delays, pacing and restarts keep to
+    /// The clock of moving values, counters and slew rates, in milliseconds. Delays, pacing and restarts take
     /// real time.
     void SetClock(std::function<double()> clock);
 

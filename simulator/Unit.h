@@ -12,7 +12,7 @@
 namespace vornsim
 {
 
-/// What goes on in a channel by itself.
+/// The state of a channel, which time changes.
 struct ChannelState {
     double count = 0;
     bool overflow = false;
@@ -23,44 +23,44 @@ struct ChannelState {
     bool low = false;  ///< low alarm
 };
 
-/// A module or a slot card: the row of its model, what was written into it, and what it measures, counts and
-/// drives. Times are milliseconds of the simulator's clock.
+/// A module or a slot card: its model, its settings, and what it measures, counts and drives. Times are
+/// milliseconds of the simulator's clock.
 class Unit
 {
 public:
-    /// @param seed  sets units apart whose values move
+    /// @param seed  gives the moving values of each unit a phase of their own
     Unit(const ModelRow &model, unsigned seed);
 
     const ModelRow &Model() const { return *model_; }
     unsigned Seed() const { return seed_; }
     double Now() const { return now_; }
 
-    /// Lets time pass. A clock that stands still or goes back changes nothing.
+    /// Brings the state up to a time. An earlier time than the last one changes nothing.
     void Advance(double now);
-    /// Ends what is under way: outputs stand where they were sent.
+    /// Lets outputs that move at their slew rate arrive.
     void Settle();
 
-    /// Carries out a command, lead character first, address cut out.
+    /// Executes a command: the lead character, then what follows the address.
     Answer Execute(std::string_view command);
 
     /// @name Settings
     /// `name` without channel digit; the channel of a setting that isn't per channel is ignored.
     /// @{
     std::string Read(std::string_view name, int channel = NoChannel) const;
-    /// False when the model has no such setting or can't take the text.
+    /// False when the model has no such setting or refuses the text.
     bool Write(std::string_view name, int channel, std::string_view text);
-    /// The text as kept, whatever is shown for it.
+    /// The text as it is kept, without the row's `read`.
     std::string Kept(std::string_view name, int channel = NoChannel) const;
     void Keep(std::string_view name, int channel, std::string text);
     bool Has(std::string_view name) const { return FindSetting(name) != nullptr; }
     bool On(std::string_view name, int channel = NoChannel) const; ///< "1" or "yes"
     /// @}
 
-    /// The row of a name as rack files write it, "value3" for "value" of channel 3, and that channel; a name
-    /// per channel without its digit stands for all channels. Null when the model has no such setting.
+    /// The row of a name as rack files write it, and its channel: "value3" is "value" of channel 3, "value"
+    /// stands for all channels. Null when the model has no such setting.
     const SettingRow *FindWithChannel(std::string_view name, int &channel) const;
 
-    /// Where the setting stands among those of the model: a setting may depend on those before it.
+    /// Position of the setting among those of the model. A setting may depend on those before it.
     int Order(std::string_view name) const;
 
     const RangeRow &Range(int channel) const;
@@ -69,14 +69,14 @@ public:
     ChannelState &Channel(int channel) { return channels_.at(static_cast<std::size_t>(channel)); }
     const ChannelState &Channel(int channel) const { return channels_.at(static_cast<std::size_t>(channel)); }
 
-    /// The digital outputs as driven: those written, those of the unit's own alarms, those of other cards'
+    /// The state of the digital outputs, by the operator's writes, the unit's own alarms, and other cards'
     /// alarms.
     unsigned Outputs() const;
     DrivenOutputs Driven() const;
-    void WriteOutputs(unsigned outputs); ///< keeps off those that an alarm owns
+    void WriteOutputs(unsigned outputs); ///< those that an alarm drives stay as they are
     void SetConnected(unsigned outputs) { connected_ = outputs; }
 
-    /// Whether an alarm of the unit was ever led to another card's output.
+    /// Whether an alarm of the unit was ever connected to another card's output.
     bool Connects() const { return connects_; }
     void SetConnects() { connects_ = true; }
 
@@ -86,7 +86,7 @@ private:
     const ModelRow *model_;
     unsigned seed_;
     double now_ = 0;
-    std::map<std::string, std::string, std::less<>> kept_; // only what differs from the row's start
+    std::map<std::string, std::string, std::less<>> kept_; // only settings that were written
     std::vector<ChannelState> channels_;
     unsigned outputs_ = 0;
     unsigned connected_ = 0;

@@ -64,8 +64,7 @@ void TraceTo(std::ostream &out, int port, const TraceRecord &record)
     out << line.str() << std::flush;
 }
 
-/// The signals that end the program, held back so that they wait for `sigwait` in whichever thread they
-/// arrive.
+/// Blocks the signals that end the program in all threads, so that `sigwait` receives them.
 sigset_t HoldEndSignals()
 {
     sigset_t signals;

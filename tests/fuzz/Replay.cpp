@@ -19,7 +19,7 @@ extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*call
 namespace
 {
 
-constexpr int ChangedInputs = 20000;
+constexpr int ChangedInputs = FUZZ_CHANGED_INPUTS;
 constexpr std::size_t LongestInput = 4096;
 constexpr std::string_view BusCharacters = "!>?%#$@~0123456789ABCDEFabcdef+-. \r\n\t:,";
 
