@@ -433,8 +433,8 @@ Seen Drive(const std::string &model, const Running *running, const Act *act, boo
         }
         seen.help = op.Gui([] { return HelpIsOpen(); });
         if (running && !running->onItsOwnPage) {
-            bench.Bus().Send("?FF\r"); // nobody else is there to end the wait
             op.Gui([&] { bench.SetTimeOut("1"); });
+            bench.Bus().Send("?FF\r"); // nobody else is there to end the wait
         }
         bench.Bus().Release();
         seen.boxes = AnswerAll(op, bench);

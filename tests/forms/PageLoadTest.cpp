@@ -466,7 +466,7 @@ TEST_F(OddRepliesTest, AnOptionThatDoesNotExistStopsTheLoadAndFurtherClicks)
             LeftClick(key);
         });
         op.WaitFor([&] { return peer_.Lines().size() == 3; }, "the load");
-        op.Settle();
+        AwaitActions(op);
         EXPECT_EQ(peer_.Lines(), (Lines{"$0AF", "$0A2", "$0A8"}));
         op.Gui([&] {
             EXPECT_EQ(main().cursor().shape(), Qt::ArrowCursor) << "the pointer is restored";
