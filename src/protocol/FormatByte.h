@@ -3,8 +3,8 @@
 namespace vorn
 {
 
-/// Bits of the format byte that a module's record ends with; bit 7 is the first of its eight binary characters. What
-/// else stands in it, data format and slew rate, is a number.
+/// Bits of the format byte that a module's record ends with; bit 7 is the first of its eight binary
+/// characters. What else stands in it, data format and slew rate, is a number.
 namespace FormatBit
 {
 constexpr int Integration = 7; ///< of the eight-channel inputs: 60 ms instead of 50 ms
