@@ -302,7 +302,7 @@ TEST_F(SearchTest, AnAdapterPulledOutInTheMiddleIsToldOnce)
             std::filesystem::remove(ports.Link(3));
     });
     Operate([&](Operator &op) {
-        SetTimeOut(op, "20");
+        SetTimeOut(op, "250"); // time enough for the peer to go
         Search(op, "5");
         op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
         op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
