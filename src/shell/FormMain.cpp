@@ -78,6 +78,7 @@ FormMain::FormMain(const Host &host)
             NodeLeftClick = left;
             Nodes.Select(key);
             TreeView1_NodeClick(key);
+            SelectPage();
         };
         if (left)
             Gate.TakeInPlace({.context = this, .action = choose, .source = TreeView1});
@@ -213,6 +214,14 @@ void FormMain::ChooseNode(const std::string &key)
 {
     NodeLeftClick = true;
     TreeView1_NodeClick(key);
+    SelectPage();
+}
+
+/// A click that was not handled takes its selection back: commands go to the port of the selected node.
+void FormMain::SelectPage()
+{
+    if (Nodes.Selected() != pageOnShow_ && Nodes.Contains(pageOnShow_))
+        Nodes.Select(pageOnShow_);
 }
 
 void FormMain::TreeView1_NodeClick(const std::string &key)

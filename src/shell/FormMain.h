@@ -191,6 +191,7 @@ private:
     void Transact(std::string &cmd, bool checksum);
     int PortOfTransaction() const;
     void TransError(int number);
+    void SelectPage();
 
     std::string pageOnShow_;
     std::optional<std::uint64_t> refusedIn_; ///< action in which a refused port was told; 0 outside of any
