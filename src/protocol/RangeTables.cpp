@@ -289,11 +289,6 @@ std::string_view CalibrationZero(std::string_view model, std::string_view code)
     return row ? row->zero : std::string_view{};
 }
 
-bool IsDigitalModel(std::string_view model)
-{
-    return Has(model, Feature::Points);
-}
-
 bool IsCounterModel(std::string_view model)
 {
     return Has(model, Feature::Counters);
@@ -370,11 +365,6 @@ std::string CaptionUnit(std::string_view caption)
 {
     constexpr std::size_t UnitLength = 2;
     return Right(caption, UnitLength);
-}
-
-bool HasFixedSlotFormat(std::string_view model)
-{
-    return (Has(model, Feature::CardInputs) || Has(model, Feature::CardOutputs)) && !HasSlotFormatList(model);
 }
 
 bool HasSlotFormatList(std::string_view model)

@@ -86,7 +86,6 @@ LimitBounds BoundsAt(std::string_view model, int position);
 std::string_view CalibrationSpan(std::string_view model, std::string_view code);
 std::string_view CalibrationZero(std::string_view model, std::string_view code);
 
-bool IsDigitalModel(std::string_view model);         ///< a stand-alone module with digital points
 bool IsCounterModel(std::string_view model);         ///< a stand-alone counter module
 bool HasDataFormatList(std::string_view model);      ///< `CmbDataFormat` holds data formats
 bool HasIntegrationTime(std::string_view model);     ///< `CmbDataFormat` holds integration times
@@ -107,9 +106,6 @@ std::string_view DataFormatUnit(int position);
 
 /// The unit that a range caption ends with: its last two characters.
 std::string CaptionUnit(std::string_view caption);
-
-/// Whether a card's format is the one and only text "Engineering unit" of its page.
-bool HasFixedSlotFormat(std::string_view model);
 
 /// Whether loading a slot model's ranges refills the list at all; 3931 gets a cleared time list.
 bool HasSlotFormatList(std::string_view model);

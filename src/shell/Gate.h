@@ -22,8 +22,7 @@ namespace vorn
 /// - An action is *taken* when the operator acts, together with what it is about, and *runs* at its turn: one
 ///   after the other, each from start to end, from the event loop, and never while a transaction is on the
 ///   line.
-/// - While an action runs, its waits serve the windows, but nothing else begins: what is taken meanwhile
-/// waits.
+/// - While an action runs, its waits serve the windows, but nothing else begins.
 /// - A modal window that a running action opens is a level of its own. Actions of that window run while it is
 ///   open; those of the windows below wait until it has gone.
 /// - An action that was meant for a page is dropped when another page is on show at its turn.

@@ -66,6 +66,18 @@ protected:
         bus_->Forget();
         op.WaitFor([&] { return std::ranges::count(bus_->Lines(), poll) > 2; }, "the refresh");
     }
+    /// Two modules on COM2, the first one on show, and the reply to a poll of it held back: the keys of both.
+    struct TwoNodes {
+        std::string first, second;
+    };
+    TwoNodes HoldRefreshOfFirst(Operator &op)
+    {
+        TwoNodes nodes{AddNode(op, "7272", "01"), AddNode(op, "7272", "02")};
+        Choose(op, nodes.first);
+        AwaitRefresh(op, "$016");
+        AwaitHeld(op, *bus_, "$016");
+        return nodes;
+    }
     bool AwaitLine(Operator &op, const std::string &line)
     {
         return op.WaitFor([&] { return std::ranges::count(bus_->Lines(), line) > 0; }, line.c_str());
@@ -136,15 +148,11 @@ TEST_F(QuickOperatorTest, ALampSwitchesTheRelayOfThePageItWasClickedOn)
 {
     Rack(TwoRelays);
     Operate([&](Operator &op) {
-        const std::string first = AddNode(op, "7272", "01");
-        const std::string second = AddNode(op, "7272", "02");
-        Choose(op, first);
-        AwaitRefresh(op, "$016");
-        AwaitHeld(op, *bus_, "$016");
+        const TwoNodes nodes = HoldRefreshOfFirst(op);
         bus_->Forget();
         op.Gui([&] {
             ClickLamp("DIOL_4");
-            LeftClick(second);
+            LeftClick(nodes.second);
         });
         op.Settle();
         EXPECT_EQ(bus_->Lines(), Lines{}) << "one transaction at a time";
@@ -152,7 +160,7 @@ TEST_F(QuickOperatorTest, ALampSwitchesTheRelayOfThePageItWasClickedOn)
         AwaitActions(op);
         EXPECT_EQ(Head(3), (Lines{"#011001", "$02F", "$022"}));
         EXPECT_EQ(Sent("#02"), Lines{});
-        ExpectPage(op, second);
+        ExpectPage(op, nodes.second);
     });
 }
 
@@ -160,13 +168,9 @@ TEST_F(QuickOperatorTest, ALampBehindTheClickOnAnotherNodeSwitchesNothing)
 {
     Rack(TwoRelays);
     Operate([&](Operator &op) {
-        const std::string first = AddNode(op, "7272", "01");
-        const std::string second = AddNode(op, "7272", "02");
-        Choose(op, first);
-        AwaitRefresh(op, "$016");
-        AwaitHeld(op, *bus_, "$016");
+        const TwoNodes nodes = HoldRefreshOfFirst(op);
         op.Gui([&] {
-            LeftClick(second);
+            LeftClick(nodes.second);
             ClickLamp("DIOL_4");
         });
         bus_->Release();
@@ -181,33 +185,29 @@ TEST_F(QuickOperatorTest, AnUpdateIsOfThePageThatItWasPressedOn)
 {
     Rack(TwoRelays);
     Operate([&](Operator &op) {
-        const std::string first = AddNode(op, "7272", "01");
-        const std::string second = AddNode(op, "7272", "02");
-        Choose(op, first);
-        AwaitRefresh(op, "$016");
-        AwaitHeld(op, *bus_, "$016");
+        const TwoNodes nodes = HoldRefreshOfFirst(op);
         bus_->Forget();
         op.Gui([&] {
             ClickButton("CmdMUpdate");
-            LeftClick(second);
+            LeftClick(nodes.second);
         });
         bus_->Release();
         op.AnswerBox("Configuration is successful !", 64, "Configuration is successful");
         AwaitActions(op);
         EXPECT_EQ(Sent("%"), Lines{"%0101400600"});
-        ExpectPage(op, second);
+        ExpectPage(op, nodes.second);
 
         AwaitRefresh(op, "$026");
         AwaitHeld(op, *bus_, "$026");
         bus_->Forget();
         op.Gui([&] {
-            LeftClick(first);
+            LeftClick(nodes.first);
             ClickButton("CmdMUpdate");
         });
         bus_->Release();
         AwaitActions(op);
         EXPECT_EQ(Sent("%"), Lines{}) << "its page had gone";
-        ExpectPage(op, first);
+        ExpectPage(op, nodes.first);
     });
 }
 
@@ -233,11 +233,7 @@ TEST_F(QuickOperatorTest, APulledAdapterIsToldOnceAndTheNextClickTriesAgain)
 {
     Rack(TwoRelays);
     Operate([&](Operator &op) {
-        const std::string first = AddNode(op, "7272", "01");
-        const std::string second = AddNode(op, "7272", "02");
-        Choose(op, first);
-        AwaitRefresh(op, "$016");
-        AwaitHeld(op, *bus_, "$016");
+        const TwoNodes nodes = HoldRefreshOfFirst(op);
         bus_->Pull();
         bus_->Release();
         op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
@@ -248,13 +244,13 @@ TEST_F(QuickOperatorTest, APulledAdapterIsToldOnceAndTheNextClickTriesAgain)
             EXPECT_TRUE(op.Gui(NoBox));
         }
 
-        op.Gui([&] { LeftClick(second); });
+        op.Gui([&] { LeftClick(nodes.second); });
         op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
         AwaitActions(op);
-        ExpectPage(op, second);
+        ExpectPage(op, nodes.second);
 
         bus_->PlugIn();
-        Choose(op, second);
+        Choose(op, nodes.second);
         AwaitRefresh(op, "$026");
     });
 }
@@ -585,23 +581,19 @@ TEST_F(QuickOperatorTest, ALeftClickStaysOneWhateverButtonComesNext)
 {
     Rack(TwoRelays);
     Operate([&](Operator &op) {
-        const std::string first = AddNode(op, "7272", "01");
-        const std::string second = AddNode(op, "7272", "02");
-        Choose(op, first);
-        AwaitRefresh(op, "$016");
-        AwaitHeld(op, *bus_, "$016");
+        const TwoNodes nodes = HoldRefreshOfFirst(op);
         bus_->Forget();
         op.Gui([&] {
-            LeftClick(second);
+            LeftClick(nodes.second);
             ClickNode("KeyCOM002", Qt::RightButton);
         });
         bus_->Release();
         op.WaitFor([&] { return main().COM->isVisible(); }, "the menu of the port");
         EXPECT_EQ(Head(2), (Lines{"$02F", "$022"})) << "the left click loaded its page first";
-        EXPECT_EQ(op.Gui([&] { return vorn::TagOf(main().Frame1); }), second);
+        EXPECT_EQ(op.Gui([&] { return vorn::TagOf(main().Frame1); }), nodes.second);
         op.Press(main().COM, Qt::Key_Escape);
         AwaitActions(op);
-        ExpectPage(op, second);
+        ExpectPage(op, nodes.second);
         AwaitRefresh(op, "$026");
     });
 }

@@ -16,6 +16,7 @@
 #include "platform/Clock.h"
 #include "platform/SerialPorts.h"
 #include "shell/DIO.h"
+#include "shell/FormScan.h"
 #include "shell/RowList.h"
 #include "tools/FormFull_Screen.h"
 
@@ -53,14 +54,18 @@ const char *const RackText = "port 2 speed=9600 delay=15\n"
                              "module 7272 address=01,02 restart=50\n"
                              "module 7206 address=05 restart=300\n"
                              "module 7231 address=06 restart=50\n"
-                             "module 7282 address=07 range=50 stage=0 restart=50\n"
                              "module 7221 address=08 restart=50\n"
-                             "module 7212D address=09 restart=50\n"
                              "module 3900 address=0A slots=3951,3923,-,3962\n"
+                             "port 3 speed=9600 delay=30\n"
+                             "module 7282 address=07 range=50 stage=0 restart=50\n"
+                             "module 7212D address=09 restart=50\n"
                              "port 4 speed=9600 delay=60\n"
                              "module 7256 address=01\n"
                              "module 7272 address=FE restart=50\n";
-constexpr int RackPorts[] = {2, 4};
+constexpr int RackPorts[] = {2, 3, 4};
+/// Ports with false and late replies. The modules of the other one tell their display by a digit, and behind
+/// a digit above 2, which a reply to another question may hold in its place, no click is handled any more.
+constexpr int FaultyPorts[] = {2, 4};
 
 /// Without being served for so long, the window counts as dead. Far above what is wanted (50 ms), so that a
 /// loaded machine doesn't fail by chance; the longest time seen is printed.
@@ -88,14 +93,17 @@ private:
     void Slide();
     void ClickRow();
     void Tool();
+    void Leave(QWidget &window);
     void Disturb();
     void CheckWrites();
     void CheckRefresh();
     void Fail(const std::string &what);
+    std::string State();
 
     int Below(int end) { return std::uniform_int_distribution(0, end - 1)(random_); }
     template <class Widget>
     Widget *Any(const std::function<bool(Widget *)> &wanted = {});
+    QWidgetList OtherWindows();
     QWidget *AnyWindow();
 
     std::mt19937 random_;
@@ -121,6 +129,23 @@ void Hurry::Fail(const std::string &what)
     std::_Exit(1);
 }
 
+/// What the window is at, for one who looks for the cause.
+std::string Hurry::State()
+{
+    const vorn::FormMain &main = program_.Main;
+    std::string state = "page " + main.PageOnShow() + ", selected " + main.Nodes.Selected();
+    const std::pair<const char *, bool> flags[] = {
+        {"action runs", main.Gate.IsRunning()}, {"actions", main.Gate.IsBusy()},
+        {"on line", main.Gate.IsOnLine()},      {"refresh pauses", main.PauseRefresh},
+        {"refresh runs", main.NoYield},         {"port refused", main.PortRefused}};
+    for (const auto &[name, set] : flags)
+        state += set ? std::string(", ") + name : std::string{};
+    for (const QWidget *window : QApplication::topLevelWidgets())
+        state +=
+            window->isVisible() ? ", window \"" + window->windowTitle().toStdString() + '"' : std::string{};
+    return state;
+}
+
 void Hurry::Run()
 {
     rack_.Start();
@@ -128,13 +153,14 @@ void Hurry::Run()
         Fail("no ports");
     program_.Main.TextTimeOut->setText(QStringLiteral("120"));
     auto &nodes = program_.Main.Nodes;
-    for (const char *module :
-         {"017272", "027272", "057206", "067231", "077282", "087221", "097212D", "0A3900"}) {
+    for (const char *module : {"017272", "027272", "057206", "067231", "087221", "0A3900"}) {
         const std::string text = module;
         nodes.Add("KeyCOM002", "_0002!!" + text, "(" + text.substr(0, 2) + ") " + text.substr(2), "vorn4ico",
                   "vorn4icoS");
     }
     nodes.Add("_0002!!0A3900", "_000200A3951", "(S0) 3951", "vorn5cico", "vorn5cicoS");
+    nodes.Add("KeyCOM003", "_0003!!077282", "(07) 7282", "vorn4ico", "vorn4icoS");
+    nodes.Add("KeyCOM003", "_0003!!097212D", "(09) 7212D", "vorn4ico", "vorn4icoS");
     nodes.Add("KeyCOM004", "_0004!!017256", "(01) 7256", "vorn4ico", "vorn4icoS");
     program_.Main.show();
     thread_ = std::thread([this] { Operate(); });
@@ -189,17 +215,27 @@ Widget *Hurry::Any(const std::function<bool(Widget *)> &wanted)
     return all.isEmpty() ? nullptr : all.at(Below(static_cast<int>(all.size())));
 }
 
+/// The windows beside the main window that are no modal ones.
+QWidgetList Hurry::OtherWindows()
+{
+    QWidgetList windows;
+    const auto append = [&windows](const QPointer<QWidget> &window) {
+        if (window && window->isVisible())
+            windows.append(window);
+    };
+    append(program_.Main.FormFull_Screen);
+    append(program_.Main.FormScan);
+    for (const int port : RackPorts)
+        append(program_.Main.ScopeForm[static_cast<std::size_t>(port)]);
+    return windows;
+}
+
 /// The modal window if there is one, else mostly the main window.
 QWidget *Hurry::AnyWindow()
 {
     if (QWidget *modal = QApplication::activeModalWidget())
         return modal;
-    QWidgetList windows{&program_.Main};
-    for (const QPointer<QWidget> &window :
-         {program_.Main.FormFull_Screen, program_.Main.FormScan, program_.Main.ScopeForm[2]}) {
-        if (window && window->isVisible())
-            windows.append(window);
-    }
+    const QWidgetList windows = QWidgetList{&program_.Main} + OtherWindows();
     return Below(3) ? windows.first() : windows.at(Below(static_cast<int>(windows.size())));
 }
 
@@ -340,6 +376,15 @@ void Hurry::ClickRow()
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
 }
 
+/// Closes a window. A search is stopped by its button, as closing by anything but its frame lets it run on.
+void Hurry::Leave(QWidget &window)
+{
+    if (auto *search = qobject_cast<vorn::FormScan *>(&window))
+        QTest::mouseClick(search->Command1, Qt::LeftButton);
+    else
+        window.close();
+}
+
 /// Toolbar, menus, F1, and the frames of other windows.
 void Hurry::Tool()
 {
@@ -348,7 +393,7 @@ void Hurry::Tool()
     QWidget *window = AnyWindow();
     if (window != &main) {
         if (Below(3) == 0)
-            window->close();
+            Leave(*window);
         return;
     }
     if (!main.isEnabled())
@@ -365,10 +410,10 @@ void Hurry::Tool()
 /// What happens to the rack: faults come and go, adapters are pulled and plugged in.
 void Hurry::Disturb()
 {
-    const int port = RackPorts[Below(2)];
+    const int port = FaultyPorts[Below(2)];
     switch (Below(6)) {
     case 0:
-        rack_.Pull(port);
+        rack_.Pull(RackPorts[Below(3)]);
         break;
     case 1:
     case 2:
@@ -441,7 +486,7 @@ void Hurry::CheckRefresh()
     const auto await = [&](const char *what, const std::function<bool()> &condition) {
         while (!hand_.Gui(condition)) {
             if (Clock::now() > deadline)
-                Fail(std::string("this never came: ") + what);
+                Fail(std::string("this never came: ") + what + "; " + hand_.Gui([this] { return State(); }));
             Serve();
         }
     };
@@ -451,10 +496,8 @@ void Hurry::CheckRefresh()
             popup->close();
         else if (QWidget *modal = QApplication::activeModalWidget())
             modal->close();
-        else if (program_.Main.FormFull_Screen)
-            program_.Main.FormFull_Screen->close();
-        else if (program_.Main.ScopeForm[4] && program_.Main.ScopeForm[4]->isVisible())
-            program_.Main.ScopeForm[4]->close();
+        else if (const QWidgetList others = OtherWindows(); !others.isEmpty())
+            Leave(*others.first());
         else
             return !program_.Main.Gate.IsBusy();
         return false;

@@ -454,7 +454,8 @@ TEST(ModelGroups, HaveTheirMembersOnly)
             names += test(model) ? model + " " : "";
         return names;
     };
-    EXPECT_EQ(members(IsDigitalModel), "7252 7256 7258 7272 ");
+    EXPECT_EQ(members([](std::string_view model) { return Has(model, Feature::Points); }),
+              "7252 7256 7258 7272 ");
     EXPECT_EQ(members(IsCounterModel), "7282 7282D 7282N ");
     EXPECT_EQ(members(UsesThermocoupleRanges), "7203 7203D 7224 7224M ");
     EXPECT_EQ(members(HasModuleAlarm), "7203 7203D 7206 7212D 7218 ");
@@ -491,14 +492,6 @@ TEST(SlotRangePosition, FindsEveryCodeOfTheSlotsThatItServes)
         for (std::size_t i = 0; i < codes.size(); ++i)
             EXPECT_EQ(SlotRangePosition(codes[i]), static_cast<int>(i)) << model << " " << i;
     }
-}
-
-TEST(HasFixedSlotFormat, OfTheAnalogCardsWithoutAFormatList)
-{
-    for (const char *model : {"3923", "3925", "3931"})
-        EXPECT_TRUE(HasFixedSlotFormat(model)) << model;
-    for (const char *model : {"3921", "3923H", "3962", "3942", "7203", ""})
-        EXPECT_FALSE(HasFixedSlotFormat(model)) << model;
 }
 
 struct ReferenceCase {
