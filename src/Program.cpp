@@ -52,7 +52,7 @@ void InitResources()
 
 Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
-      ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main),
+      ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main), Calibration(Main),
       PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports)
 {
     AttachMenus();
@@ -79,6 +79,8 @@ void Program::AttachWindows()
 {
     QObject::connect(Pages.FrameMSet, &FrameMSet::DisplayAsked, &Main,
                      [this](const NodeKey &node) { std::make_unique<FormLED>(Main, node)->Run(); });
+    QObject::connect(&Main, &FormMain::CalibrationAsked, &Main,
+                     [this](const NodeKey &node, CalibrationMode mode) { Calibration.Show(node, mode); });
     QObject::connect(
         &PageSelection, &PageSelection::ConsoleAsked, &Main,
         [this](const std::string &model, const std::string &baud) { Consoles.Show(model, baud); });
@@ -88,11 +90,7 @@ void Program::AttachWindows()
 void Program::GreyOutUnbuilt()
 {
     for (const char *button :
-         {"CmdGZero",        "CmdGSpan",        "CmdGCJC",          "CmdG0V",       "CmdG10V",
-          "CmdGStartup",     "CmdAIZero",       "CmdAISpan",        "CmdAICJC",     "CmdAO4mA",
-          "CmdAO20mA",       "CmdAOStartup",    "CmdSUpdate",       "CmdSZero",     "CmdSSpan",
-          "CmdSCJC",         "CmdSlotSendAO",   "CmdChAlarmUpdate", "CmdDownLoadF", "CmdMemConfig",
-          "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
+         {"CmdDownLoadF", "CmdMemConfig", "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
         GreyOut(Pages.Control(button));
     for (QAction *entry :
          {Main.Save, Main.VORNLoadSet, Main.VORNSaveSet, Main.AVORNLoadSet, Main.AVORNSaveSet,

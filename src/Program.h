@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calibration/FormCalibration.h"
 #include "consoles/Consoles.h"
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
@@ -34,6 +35,7 @@ public:
     class ModulePageLoad ModulePageLoad;
     class LiveData LiveData;
     class Consoles Consoles;
+    class Calibration Calibration;
     class PageSelection PageSelection;
     class BenchTools BenchTools;
 

@@ -48,6 +48,9 @@ FrameAIn::FrameAIn(FormMain &main, const FrameMSet &settings)
     CmdAIZero = MakeButton(this, QStringLiteral("CmdAIZero"), "    &Zero Calibration");
     CmdAISpan = MakeButton(this, QStringLiteral("CmdAISpan"), "   &Span Calibration");
     CmdAICJC = MakeButton(this, QStringLiteral("CmdAICJC"), "    C&JC Calibration");
+    OpensCalibration(CmdAIZero, CalibrationMode::Zero);
+    OpensCalibration(CmdAISpan, CalibrationMode::Span);
+    OpensCalibration(CmdAICJC, CalibrationMode::CJC);
 
     FrameGrid grid(this);
     grid.WideRow(channels);
@@ -100,7 +103,8 @@ void FrameAIn::CheckAI_Click(const NodeKey &node, int channel, bool enabled)
     main().NowStatus("Enable/Diaable channels is processing , Please wait moment....");
     if (!Send(main(), node, Query(Register::ChannelMask, node)))
         return;
-    if (!Send(main(), node, ChannelMaskCommand(node, Mid(main().ReplyText, 4, 2), channel, enabled)))
+    if (!Send(main(), node,
+              Write(Register::ChannelMask, node, ChangedMask(Mid(main().ReplyText, 4, 2), channel, enabled))))
         return;
     const DisabledWindow disabled(main());
     WaitStored(main(), node);

@@ -60,6 +60,9 @@ void FrameAOut::BuildControls()
     CmdAO4mA = MakeButton(this, QStringLiteral("CmdAO4mA"), "    &4 mA Calibration");
     CmdAO20mA = MakeButton(this, QStringLiteral("CmdAO20mA"), "    &20 mA Calibration");
     CmdAOStartup = MakeButton(this, QStringLiteral("CmdAOStartup"), "  &Startup Calibration");
+    OpensCalibration(CmdAO4mA, CalibrationMode::FourMilliamperes);
+    OpensCalibration(CmdAO20mA, CalibrationMode::TwentyMilliamperes);
+    OpensCalibration(CmdAOStartup, CalibrationMode::Startup);
 
     GuardField(TextAnalogOut, [this] {
         return CharAt(main().OutputFormatCode, 1) == Hexadecimal ? FieldRule::HexOutput
@@ -74,8 +77,14 @@ void FrameAOut::BuildControls()
 
 void FrameAOut::Load(PageReading &reading)
 {
-    if (!reading.record || !Has(reading.model, Feature::AnalogOutput))
-        return;
+    if (reading.record && Has(reading.model, Feature::AnalogOutput))
+        LoadModule(reading);
+    else if (reading.node.kind() == NodeKind::Channel && Has(reading.model, Feature::CardOutputs))
+        LoadChannel(reading);
+}
+
+void FrameAOut::LoadModule(const PageReading &reading)
+{
     std::string_view unit =
         reading.range && reading.range->setsAOS ? reading.range->unit : std::string_view{};
     if (!reading.record->bits.empty())
@@ -88,6 +97,22 @@ void FrameAOut::Load(PageReading &reading)
     // Without a selection the first position counts, so that the code keeps its two digits.
     const auto digit = [](int position) { return std::to_string(std::max(0, position)); };
     main().OutputFormatCode = digit(settings_.CmbDataFormat->currentIndex()) + digit(range);
+    ShowRange(range);
+}
+
+/// The outputs of a card know engineering units only.
+void FrameAOut::LoadChannel(const PageReading &reading)
+{
+    const std::string code = reading.channel ? reading.channel->typeCode : std::string();
+    const auto range = ChannelRangePosition(reading.model, code);
+    if (range)
+        SetAll(LabAOS, ToQString(ChannelUnit(reading.model, code)));
+    main().OutputFormatCode = "0" + std::to_string(range.value_or(0));
+    ShowRange(range.value_or(-1));
+}
+
+void FrameAOut::ShowRange(int range)
+{
     CmdAO4mA->setVisible(range != RangePosition::VoltageOutput);
     CmdAO20mA->setVisible(range != RangePosition::VoltageOutput);
     SetScale(range >= 0);

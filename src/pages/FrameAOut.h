@@ -36,6 +36,9 @@ public:
 
 private:
     void BuildControls();
+    void LoadModule(const PageReading &reading);
+    void LoadChannel(const PageReading &reading);
+    void ShowRange(int range);
     void SetScale(bool rangeKnown);
     void SetSlider(const std::string &value);
     void ShowOutput(const LiveReply &reply);

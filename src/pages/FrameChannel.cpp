@@ -3,9 +3,19 @@
 #include "pages/AlarmLimits.h"
 #include "pages/FrameSlot.h"
 #include "pages/FrameSlotIO.h"
+#include "pages/ModuleUpdate.h"
+#include "platform/Dialogs.h"
+#include "platform/Events.h"
 #include "platform/WidgetText.h"
+#include "protocol/CommandFrame.h"
+#include "protocol/Conversions.h"
+#include "protocol/FormatByte.h"
+#include "protocol/ModelTable.h"
+#include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
 #include "shell/PageCommand.h"
 
 #include <QCheckBox>
@@ -20,11 +30,14 @@ namespace vorn
 namespace
 {
 
+constexpr std::size_t Bits = 8; ///< of a mask of channels
+constexpr std::string_view EngineeringUnits = "Engineering unit";
+
 constexpr std::array<const char *, 3> ClearCaptions{"Clear Hi&gh Latch", "Clear &Low Latch", "Clear C&ount"};
 
 } // namespace
 
-FrameChannel::FrameChannel(FormMain &main, const FrameSlot &settings)
+FrameChannel::FrameChannel(FormMain &main, FrameSlot &settings)
     : PageFrame(main, "FrameChannel", "Channel"), settings_(settings)
 {
     LabChannelValue = MakeLiveValue(this, QStringLiteral("LabChannelValue"), QStringLiteral("Value"));
@@ -45,7 +58,9 @@ FrameChannel::FrameChannel(FormMain &main, const FrameSlot &settings)
             Send(this->main(), node, ClearChannelCommand(node, static_cast<ChannelClear>(i)));
         });
     }
+    OnClick(main, CmdChAlarmUpdate, this, [this](const NodeKey &node) { CmdChAlarmUpdate_Click(node); });
     BuildCount();
+    GuardFields();
 
     FrameGrid grid(this);
     grid.Row(MakeLabel(this, QStringLiteral("LabChannel"), "Value :"), LabChannelValue, LabChannelUnit);
@@ -121,10 +136,183 @@ void FrameChannel::BuildCount()
     grid.WideRow(state);
 }
 
+void FrameChannel::GuardFields()
+{
+    for (const AlarmSide *side : {&High, &Low}) {
+        GuardField(side->Limit,
+                   [this] { return IsCounterOnShow() ? FieldRule::CounterLimit : FieldRule::ChannelLimit; });
+        GuardField(side->OutSlot, FieldRule::OutputSlot);
+        GuardField(side->OutChannel, FieldRule::OutputChannel);
+    }
+    GuardField(TextCInitial, FieldRule::InitialCount);
+    GuardField(
+        TextFilterScale, [] { return FieldRule::FilterScale; },
+        [this] { return FromQString(High.Limit->text()); });
+}
+
+bool FrameChannel::IsCounterOnShow() const
+{
+    return Has(NodeKey(main().PageOnShow()).model(), Feature::CardCounters);
+}
+
 void FrameChannel::LoadRangeTables(const std::string &model)
 {
     for (const AlarmSide *side : {&High, &Low})
         FillList(side->Type, ChannelAlarmModes(model));
+}
+
+void FrameChannel::Load(PageReading &reading)
+{
+    if (reading.node.kind() != NodeKind::Channel)
+        return;
+    const bool counter = Has(reading.model, Feature::CardCounters);
+    if (counter)
+        LoadCount(reading);
+    else
+        LoadUnit(reading);
+    if (const auto mask = reading.Read(Register::SlotMask); mask && HexToBin(*mask).size() == Bits)
+        SetTick(CheckChEnable, Bit(HexToBin(*mask), reading.node.channel() - '0'));
+    settings_.LoadChannel(reading);
+    if (counter || Has(reading.model, Feature::CardInputs))
+        LoadAlarms(reading);
+}
+
+void FrameChannel::LoadUnit(PageReading &reading)
+{
+    if (!Has(reading.model, Feature::HexReadings)) {
+        LabChannelUnit->setText(ToQString(CaptionUnit(FromQString(settings_.LabSRangeLab->text()))));
+    } else if (CaptionOf(settings_.LabSDataFormatLab) != EngineeringUnits) {
+        LabChannelUnit->setText(QStringLiteral("HEX"));
+    } else if (const auto value = reading.Read(Register::ChannelConfiguration)) {
+        const std::string_view unit = ChannelUnit(reading.model, SlotRecord(*value).typeCode);
+        if (!unit.empty())
+            LabChannelUnit->setText(ToQString(unit));
+    }
+}
+
+void FrameChannel::LoadCount(PageReading &reading)
+{
+    if (const auto value = reading.Read(Register::SlotConfiguration))
+        FrameCount->setVisible(SlotRecord(*value).typeCode != CounterFrequency);
+    const bool frequency = CaptionOf(settings_.LabSRangeLab).starts_with('F');
+    LabChannelUnit->setText(frequency ? QStringLiteral("Hz") : QString());
+    if (const auto scale = reading.Read(Register::FilterScale))
+        ShowText(TextFilterScale, *scale);
+    if (const auto state = reading.Read(Register::ChannelState))
+        SetTick(OptionC[*state == "1" ? 1 : 0], true);
+    if (const auto all = reading.Read(Register::ChannelOverflow)) {
+        const auto at = static_cast<std::size_t>(reading.node.channel() - '0') * 2 + 1;
+        const std::string own = Mid(*all, at, 2);
+        if (!own.empty())
+            CounterChOverflow->SetValue(own != "00");
+    }
+    if (const auto initial = reading.Read(Register::InitialChannelCount))
+        ShowText(TextCInitial, *initial);
+}
+
+/// Of each register the high one first.
+void FrameChannel::LoadAlarms(PageReading &reading)
+{
+    const auto both = [&](Register high, Register low, const auto &show) {
+        if (const auto value = reading.Read(high))
+            show(High, *value);
+        if (const auto value = reading.Read(low))
+            show(Low, *value);
+    };
+    both(Register::HighAlarmMode, Register::LowAlarmMode,
+         [&](const AlarmSide &side, const std::string &letter) {
+             if (const auto position = ChannelModePosition(reading.model, letter))
+                 Select(side.Type, *position);
+         });
+    both(Register::HighChannelLimit, Register::LowChannelLimit,
+         [&](const AlarmSide &side, const std::string &limit) { ShowText(side.Limit, limit); });
+    both(Register::HighConnection, Register::LowConnection,
+         [&](const AlarmSide &side, const std::string &value) { ShowConnection(side, value); });
+}
+
+/// A connection ticks its box, so that an update keeps what the module holds.
+void FrameChannel::ShowConnection(const AlarmSide &side, const std::string &value)
+{
+    const AlarmConnection connection = ReadConnection(value);
+    SetTick(side.DOMap, connection.drivesOutput);
+    ShowText(side.OutSlot, connection.slot);
+    ShowText(side.OutChannel, connection.channel);
+}
+
+FrameChannel::Settings FrameChannel::ReadSettings() const
+{
+    const auto alarm = [](const AlarmSide &side) {
+        return ChannelAlarm{.mode = side.Type->currentIndex(),
+                            .limit = FromQString(side.Limit->text()),
+                            .drivesOutput = side.DOMap->isChecked(),
+                            .outputSlot = FromQString(side.OutSlot->text()),
+                            .outputChannel = FromQString(side.OutChannel->text())};
+    };
+    std::optional<CounterSettings> count;
+    if (IsShown(FrameCount))
+        count = CounterSettings{.filterScale = FromQString(TextFilterScale->text()),
+                                .initial = FromQString(TextCInitial->text()),
+                                .start = OptionC[1]->isChecked()};
+    return {.enabled = CheckChEnable->isChecked(), .high = alarm(High), .low = alarm(Low), .count = count};
+}
+
+void FrameChannel::CmdChAlarmUpdate_Click(const NodeKey &node)
+{
+    main().NowStatus("Now Alarm setting is processing , Please wait moment....");
+    const RefreshHold hold(main());
+    const Settings settings = ReadSettings();
+    DoEvents();
+    const bool counter = Has(node.model(), Feature::CardCounters);
+    if (!counter && !WriteMask(node, settings.enabled))
+        return;
+    WriteAlarm(node, AlarmLevel::High, settings.high);
+    WriteAlarm(node, AlarmLevel::Low, settings.low);
+    if (counter && settings.count)
+        WriteCount(node, *settings.count);
+    MsgBox("Alarm setting is complete !", MsgBoxStyle::Information, "Alarm setting is complete !");
+    Reload(main());
+}
+
+/// False for a module that doesn't tell its mask: nothing of the update is written then.
+bool FrameChannel::WriteMask(const NodeKey &node, bool enabled)
+{
+    if (!Send(main(), node, Query(Register::SlotMask, node)))
+        return false;
+    const std::string mask = ValueOf(Register::SlotMask, node, main().ReplyText).value_or("");
+    if (HexToBin(mask).size() != Bits)
+        return false;
+    if (!Store(main(), node,
+               Write(Register::SlotMask, node, ChangedMask(mask, node.channel() - '0', enabled))))
+        MsgBox("Channel Enable/Disable setting error !", MsgBoxStyle::Critical,
+               "Channel state setting error");
+    return true;
+}
+
+/// A step that fails is told, and the next one follows.
+void FrameChannel::WriteAlarm(const NodeKey &node, AlarmLevel level, const ChannelAlarm &alarm)
+{
+    const auto step = [&](const std::string &command, const char *failure) {
+        if (!Store(main(), node, command))
+            MsgBox(failure, MsgBoxStyle::Critical,
+                   level == AlarmLevel::High ? "High Alarm state setting error"
+                                             : "Low Alarm state setting error");
+    };
+    if (const auto mode = ChannelModeCommand(node, level, alarm.mode))
+        step(*mode, "Alarm state setting error !");
+    step(ChannelEnableCommand(node, level, alarm.mode), "Enable/Disable Alarm setting error !");
+    step(ChannelLimitCommand(node, level, alarm.limit), "Alarm Limit setting error !");
+    step(ChannelConnectionCommand(node, level, alarm), "Alarm Connection setting error !");
+}
+
+void FrameChannel::WriteCount(const NodeKey &node, const CounterSettings &count)
+{
+    if (!Store(main(), node, FilterScaleCommand(node, count.filterScale)))
+        MsgBox("Digital filter Scale setting error !", MsgBoxStyle::Critical,
+               "Digital filter Scale setting error");
+    if (!Store(main(), node, InitialCountCommand(node, count.initial)))
+        MsgBox("Initial Counter Value setting error !", MsgBoxStyle::Critical,
+               "Initial Counter Value setting error");
+    Store(main(), node, CounterStateCommand(node, count.start));
 }
 
 void FrameChannel::ShowLive(const LiveReply &reply)

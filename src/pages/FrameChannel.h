@@ -1,8 +1,11 @@
 #pragma once
 
+#include "pages/ChannelAlarms.h"
 #include "shell/PageFrame.h"
 
 #include <array>
+#include <optional>
+#include <string>
 
 class QCheckBox;
 class QComboBox;
@@ -21,7 +24,13 @@ class FrameSlot;
 class FrameChannel final : public PageFrame
 {
 public:
-    FrameChannel(FormMain &main, const FrameSlot &settings);
+    FrameChannel(FormMain &main, FrameSlot &settings);
+
+    /// Counter items as they stand on the page.
+    struct CounterSettings {
+        std::string filterScale, initial;
+        bool start;
+    };
 
     /// Settings of the alarm of one side.
     struct AlarmSide {
@@ -45,14 +54,34 @@ public:
     DIO *CounterChOverflow;
 
     void LoadRangeTables(const std::string &model) override;
+    void Load(PageReading &reading) override;
     void ShowLive(const LiveReply &reply) override;
 
 private:
     AlarmSide BuildSide(const QString &letter, const QString &side);
     QLayout *BuildAlarms();
     void BuildCount();
+    void GuardFields();
+    bool IsCounterOnShow() const;
 
-    const FrameSlot &settings_;
+    void LoadUnit(PageReading &reading);
+    void LoadCount(PageReading &reading);
+    void LoadAlarms(PageReading &reading);
+    void ShowConnection(const AlarmSide &side, const std::string &value);
+
+    /// What the page holds at the press of its button.
+    struct Settings {
+        bool enabled;
+        ChannelAlarm high, low;
+        std::optional<CounterSettings> count; ///< where the counter items are on show
+    };
+    Settings ReadSettings() const;
+    void CmdChAlarmUpdate_Click(const NodeKey &node);
+    bool WriteMask(const NodeKey &node, bool enabled);
+    void WriteAlarm(const NodeKey &node, AlarmLevel level, const ChannelAlarm &alarm);
+    void WriteCount(const NodeKey &node, const CounterSettings &count);
+
+    FrameSlot &settings_;
 };
 
 } // namespace vorn

@@ -4,6 +4,7 @@
 #include "platform/Dialogs.h"
 #include "platform/WidgetText.h"
 #include "protocol/Conversions.h"
+#include "protocol/ModelTable.h"
 #include "protocol/Text.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
@@ -54,6 +55,30 @@ QLayout *FrameDIO::BuildGroup(PointRow row, QLabel *kind, QLabel *value, Group &
     }
     group->addLayout(lamps);
     return group;
+}
+
+/// Points that are inputs and outputs as the operator wants them say what they are.
+void FrameDIO::Load(PageReading &reading)
+{
+    if (!Has(reading.model, Feature::Directions))
+        return;
+    for (const Group *points : {&DIOL, &DIOH})
+        for (DIO *point : *points)
+            SetCaption(point, DesignCaption);
+    if (!reading.slot || !reading.Read(Register::SlotDirections))
+        return;
+    ShowDirections(DIOL, 0, Cut(reading.Reply(), ReplyPlace::LowDirections));
+    ShowDirections(DIOH, Points, Cut(reading.Reply(), ReplyPlace::HighDirections));
+}
+
+/// A bit that is set is an input.
+void FrameDIO::ShowDirections(const Group &points, int first, const std::string &pair)
+{
+    const std::string bits = HexToBin(pair);
+    if (bits.size() != Points)
+        return;
+    for (int i = 0; i < Points; ++i)
+        SetCaption(points[static_cast<std::size_t>(i)], DirectionCaption(first + i, Bit(bits, i)));
 }
 
 void FrameDIO::Point_Click(const NodeKey &node, PointRow row, int element)

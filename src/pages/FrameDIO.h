@@ -25,6 +25,7 @@ public:
     std::array<DIO *, Points> DIOL;
     std::array<DIO *, Points> DIOH;
 
+    void Load(PageReading &reading) override;
     void ShowLive(const LiveReply &reply) override;
 
 private:
@@ -32,6 +33,7 @@ private:
 
     QLayout *BuildGroup(PointRow row, QLabel *kind, QLabel *value, Group &points, const char *name);
 
+    static void ShowDirections(const Group &points, int first, const std::string &pair);
     void Point_Click(const NodeKey &node, PointRow row, int element);
     void ShowSlotPoints(const LiveReply &reply);
     void MarkFaults(const LiveReply &reply);

@@ -75,6 +75,12 @@ void FrameGen::BuildButtons()
     CmdG0V = button("CmdG0V", "  A/O 0V Calibration");
     CmdG10V = button("CmdG10V", " A/O 10V Calibration");
     CmdGStartup = button("CmdGStartup", "  Sta&rtup Calibration");
+    OpensCalibration(CmdGZero, CalibrationMode::Zero);
+    OpensCalibration(CmdGSpan, CalibrationMode::Span);
+    OpensCalibration(CmdGCJC, CalibrationMode::CJC);
+    OpensCalibration(CmdG0V, CalibrationMode::ZeroVolts);
+    OpensCalibration(CmdG10V, CalibrationMode::TenVolts);
+    OpensCalibration(CmdGStartup, CalibrationMode::Startup);
 
     OnClick(main(), CmdClearCount, this,
             [this](const NodeKey &node) { Send(main(), node, ClearEventsCommand(node)); });

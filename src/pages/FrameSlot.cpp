@@ -1,6 +1,13 @@
 #include "pages/FrameSlot.h"
 
+#include "pages/SlotUpdate.h"
+#include "platform/Dialogs.h"
+#include "platform/Events.h"
+#include "protocol/FormatByte.h"
+#include "protocol/ModelTable.h"
 #include "shell/Controls.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
 #include <QComboBox>
 #include <QPushButton>
@@ -12,6 +19,7 @@ namespace
 {
 
 constexpr int ChoiceCharacters = 20;
+constexpr std::string_view FirstThermocouple = "0E";
 
 } // namespace
 
@@ -32,9 +40,13 @@ FrameSlot::FrameSlot(FormMain &main) : PageFrame(main, "FrameSlot", "Slot Settin
     LabSTimeSlewrate =
         MakeLabel(this, QStringLiteral("LabSTimeSlewrate"), "Integration &Time :", CmbSTimeSlewRate);
     CmdSUpdate = MakeButton(this, QStringLiteral("CmdSUpdate"), "&Update");
+    OnClick(main, CmdSUpdate, this, [this](const NodeKey &node) { CmdSUpdate_Click(node); });
     CmdSZero = MakeButton(this, QStringLiteral("CmdSZero"), "    &Zero Calibration");
     CmdSSpan = MakeButton(this, QStringLiteral("CmdSSpan"), "   &Span Calibration");
     CmdSCJC = MakeButton(this, QStringLiteral("CmdSCJC"), "    C&JC Calibration");
+    OpensCalibration(CmdSZero, CalibrationMode::Zero);
+    OpensCalibration(CmdSSpan, CalibrationMode::Span);
+    OpensCalibration(CmdSCJC, CalibrationMode::CJC);
 
     FrameGrid grid(this);
     grid.Row(LabSRange, {LabSRangeLab, CmbSRange});
@@ -66,10 +78,70 @@ void FrameSlot::Load(PageReading &reading)
 {
     if (reading.node.kind() == NodeKind::Module)
         return;
+    if (const auto value = reading.Read(Register::SlotConfiguration)) {
+        reading.slot.emplace(*value);
+        ShowRecord(reading);
+    }
+    ShowTexts(reading.model);
+}
+
+/// The record of a card for outputs or digital points says nothing about either.
+void FrameSlot::ShowRecord(const PageReading &reading)
+{
+    const std::string &model = reading.model;
+    const SlotRecord &record = *reading.slot;
+    if (Has(model, Feature::CardOutputs) || Has(model, Feature::CardPoints))
+        return;
+    if (const auto position = SlotRangePosition(record.typeCode))
+        Select(CmbSRange, *position);
+    if (const auto position = record.FormatPosition(model))
+        Select(CmbSFormat, *position);
+    if (const auto position = record.IntegrationTime(); position && Has(model, Feature::IntegrationTime))
+        Select(CmbSTimeSlewRate, *position);
+    if (Has(model, Feature::CardColdJunction) && reading.node.kind() == NodeKind::Slot)
+        CmdSCJC->setVisible(record.typeCode >= FirstThermocouple);
+}
+
+void FrameSlot::ShowTexts(const std::string &model)
+{
     LabSRangeLab->setText(CmbSRange->currentText());
-    if (HasSlotFormatList(reading.model))
+    if (HasSlotFormatList(model))
         LabSDataFormatLab->setText(CmbSFormat->currentText());
     LabS_time_slewrate->setText(CmbSTimeSlewRate->currentText());
+}
+
+void FrameSlot::LoadChannel(PageReading &reading)
+{
+    const std::string &model = reading.model;
+    if (!Has(model, Feature::ChannelRanges))
+        return;
+    if (const auto value = reading.Read(Register::ChannelConfiguration)) {
+        reading.channel.emplace(*value);
+        if (const auto position = ChannelRangePosition(model, reading.channel->typeCode))
+            Select(CmbSRange, *position);
+    }
+    if (!Has(model, Feature::SlewRate))
+        return;
+    FillList(CmbSTimeSlewRate, SlewRateCaptions(CmbSRange->currentIndex() == RangePosition::VoltageOutput));
+    if (reading.channel)
+        Select(CmbSTimeSlewRate, reading.channel->SlewRate());
+    ShowTexts(model);
+}
+
+void FrameSlot::CmdSUpdate_Click(const NodeKey &node)
+{
+    main().NowStatus("Now Configuration is processing , Please wait moment....");
+    const RefreshHold hold(main());
+    DoEvents();
+    const SlotSettings settings{.node = node,
+                                .range = CmbSRange->currentIndex(),
+                                .format = CmbSFormat->currentIndex(),
+                                .timeSlewRate = CmbSTimeSlewRate->currentIndex()};
+    if (Store(main(), node, SlotUpdateCommand(settings)))
+        MsgBox("Configuration is successful !", MsgBoxStyle::Information, "Configuration is successful");
+    else
+        MsgBox("Configuration is invalid !", MsgBoxStyle::Critical, "Configuration is invalid");
+    Reload(main());
 }
 
 } // namespace vorn

@@ -30,6 +30,14 @@ public:
 
     void LoadRangeTables(const std::string &model) override;
     void Load(PageReading &reading) override;
+
+    /// Reads the configuration of the channel on show, where each channel has its own.
+    void LoadChannel(PageReading &reading);
+
+private:
+    void ShowRecord(const PageReading &reading);
+    void ShowTexts(const std::string &model);
+    void CmdSUpdate_Click(const NodeKey &node);
 };
 
 } // namespace vorn

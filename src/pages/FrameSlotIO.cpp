@@ -1,18 +1,34 @@
 #include "pages/FrameSlotIO.h"
 
+#include "pages/EntryKeys.h"
 #include "pages/FrameSlot.h"
+#include "pages/OutputCommands.h"
 #include "platform/WidgetText.h"
+#include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
+#include "shell/FieldGuard.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 #include "shell/SelectAllOnFocus.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <utility>
+#include <vector>
+
 namespace vorn
 {
+
+namespace
+{
+
+constexpr std::string_view VoltageOutput = "02"; ///< output format code: 0 to 10 V
+
+} // namespace
 
 FrameSlotIO::FrameSlotIO(FormMain &main, const FrameSlot &settings)
     : PageFrame(main, "FrameSlotIO", "Channels"), settings_(settings)
@@ -24,6 +40,7 @@ FrameSlotIO::FrameSlotIO(FormMain &main, const FrameSlot &settings)
         BuildChannel(channels, i);
     channels->setColumnStretch(1, 1);
     CmdSlotSendAO = MakeButton(this, QStringLiteral("CmdSlotSendAO"), "Se&nd");
+    connect(CmdSlotSendAO, &QPushButton::clicked, this, &FrameSlotIO::CmdSlotSendAO_Click);
 
     FrameGrid grid(this);
     grid.WideRow(channels);
@@ -37,6 +54,18 @@ void FrameSlotIO::BuildChannel(QGridLayout *channels, int channel)
     TextCH[e]->setAlignment(Qt::AlignRight);
     SetWritable(*TextCH[e], false);
     SelectAllOnFocus(TextCH[e]);
+    GuardField(TextCH[e], [this, e] {
+        return TagOf(LabCHunit[e]) == VoltageOutput ? FieldRule::VoltageOutput : FieldRule::CurrentOutput;
+    });
+    const auto typed = [this, e] { SetTag(TextCH[e], "Changed"); };
+    const auto entered = [this, e] {
+        if (TextCH[e]->text().isEmpty())
+            SetTag(TextCH[e], {});
+        else
+            CmdSlotSendAO_Click();
+        return true;
+    };
+    new EntryKeys(TextCH[e], typed, entered);
     Labch[e] =
         MakeLabel(this, ElementName("Labch", channel), "CH &" + std::to_string(channel) + " :", TextCH[e]);
     LabCHunit[e] = MakeLabel(this, ElementName("LabCHunit", channel), "");
@@ -51,13 +80,52 @@ void FrameSlotIO::BuildChannel(QGridLayout *channels, int channel)
         channels->addWidget(cell, channel, column++);
 }
 
-/// The texts of an output slot are the operator's entries.
+/// The texts of an output slot are the operator's entries. What was typed into them for another slot, and not
+/// sent, is not meant for this one.
 void FrameSlotIO::Load(PageReading &reading)
 {
     if (reading.node.kind() == NodeKind::Module)
         return;
-    for (QLineEdit *value : TextCH)
+    for (QLineEdit *value : TextCH) {
         SetWritable(*value, Has(reading.model, Feature::CardOutputs));
+        if (!IsTouched(value))
+            SetTag(value, {});
+    }
+    if (reading.slot)
+        LoadUnits(reading);
+}
+
+void FrameSlotIO::LoadUnits(PageReading &reading)
+{
+    const std::string &model = reading.model;
+    const bool secondFormat = reading.slot->FormatPosition(model) == 1;
+    if (Has(model, Feature::CardCounters))
+        SetAll(LabCHunit, reading.slot->typeCode == CounterFrequency ? QStringLiteral("Hz") : QString());
+    else if (Has(model, Feature::HexReadings) && secondFormat)
+        SetAll(LabCHunit, QStringLiteral("HEX"));
+    else if (Has(model, Feature::ChannelRanges))
+        LoadChannelUnits(reading);
+    else if (Has(model, Feature::CardInputs))
+        SetAll(LabCHunit, secondFormat
+                              ? settings_.CmbSFormat->itemText(1)
+                              : ToQString(CaptionUnit(FromQString(settings_.CmbSRange->currentText()))));
+}
+
+/// Each channel has a unit of its own; that of an output tells its entry's scale, too.
+void FrameSlotIO::LoadChannelUnits(PageReading &reading)
+{
+    const int channels = FindModel(reading.model)->channels;
+    for (int i = 0; i < channels; ++i) {
+        const auto value = reading.ReadOfSlot(Register::ChannelConfiguration, i);
+        const std::string code = value ? SlotRecord(*value).typeCode : std::string();
+        const auto position = ChannelRangePosition(reading.model, code);
+        if (!position)
+            continue;
+        QLabel *unit = LabCHunit[static_cast<std::size_t>(i)];
+        unit->setText(ToQString(ChannelUnit(reading.model, code)));
+        if (Has(reading.model, Feature::CardOutputs))
+            SetTag(unit, "0" + std::to_string(*position));
+    }
 }
 
 /// A channel's entry that the operator types into is left alone.
@@ -99,6 +167,36 @@ void FrameSlotIO::ShowLive(const LiveReply &reply)
     default:
         break;
     }
+}
+
+/// Puts out what was typed, as it stood at the press: each channel that the operator has changed.
+void FrameSlotIO::CmdSlotSendAO_Click()
+{
+    std::vector<std::size_t> channels;
+    for (std::size_t i = 0; i < Channels; ++i) {
+        const std::string text = FromQString(TextCH[i]->text());
+        if (text.empty() || !IsTypedInto(i) || asked_[i] == text)
+            continue;
+        asked_[i] = text;
+        channels.push_back(i);
+    }
+    if (channels.empty())
+        return;
+    const auto take = [this](std::size_t channel) { return std::exchange(asked_[channel], {}); };
+    const auto send = [this, channels, take, texts = asked_](const NodeKey &node) {
+        for (const std::size_t channel : channels) {
+            if (asked_[channel] == texts[channel])
+                take(channel);
+            if (FromQString(TextCH[channel]->text()) == texts[channel])
+                SetTag(TextCH[channel], {});
+            Send(main(), node, SlotOutputCommand(node, static_cast<int>(channel), texts[channel]));
+        }
+    };
+    const auto forget = [channels, take] {
+        for (const std::size_t channel : channels)
+            take(channel);
+    };
+    main().TakeForPage(this, nullptr, send, forget);
 }
 
 std::string CounterChannelText(const FrameSlot &settings, const std::string &payload)

@@ -35,9 +35,14 @@ public:
 
 private:
     void BuildChannel(QGridLayout *channels, int channel);
+    void LoadUnits(PageReading &reading);
+    void LoadChannelUnits(PageReading &reading);
+    void CmdSlotSendAO_Click();
     bool IsTypedInto(std::size_t channel) const;
 
     const FrameSlot &settings_;
+    /// Texts that wait to be put out: a held key piles up nothing.
+    std::array<std::string, Channels> asked_;
 };
 
 /// Value of a counter channel as the chosen use and format of its slot tell it.

@@ -18,8 +18,6 @@ namespace vorn
 namespace
 {
 
-constexpr int SlewRateShift = 2; ///< the slew rate's four bits begin at bit 2
-constexpr int SlewRates = 12;
 constexpr int DataFormats = 4;
 constexpr std::string_view NoAddress = "00";
 
@@ -33,15 +31,6 @@ std::string WrittenAddress(const ModuleSettings &settings)
     return IsBaseUnit(settings) ? std::string(NoAddress) : settings.newAddress;
 }
 
-/// Puts a number into the bits from `lowest` on; only bits that are set change.
-void PutNumber(std::string &bits, int lowest, int number)
-{
-    for (int bit = lowest; number != 0; ++bit, number /= 2) {
-        if (number % 2 != 0)
-            SetBit(bits, bit, true);
-    }
-}
-
 } // namespace
 
 std::string FormatBits(const ModuleSettings &settings)
@@ -50,11 +39,11 @@ std::string FormatBits(const ModuleSettings &settings)
     std::string bits = "00000000";
     SetBit(bits, FormatBit::Checksum, settings.checksum);
     if (HasDataFormatList(model) && settings.dataFormat >= 0 && settings.dataFormat < DataFormats)
-        PutNumber(bits, 0, settings.dataFormat);
+        SetNumber(bits, 0, settings.dataFormat);
     if (HasIntegrationTime(model))
         SetBit(bits, FormatBit::Integration, settings.dataFormat == 1);
     if (Has(model, Feature::SlewRate) && settings.slewRate >= 0 && settings.slewRate < SlewRates)
-        PutNumber(bits, SlewRateShift, settings.slewRate);
+        SetNumber(bits, FormatBit::SlewRate, settings.slewRate);
     if (IsCounterModel(model) && settings.range == RangePosition::Frequency)
         SetBit(bits, FormatBit::Gate, settings.dataFormat == 1);
     return bits;
@@ -134,11 +123,11 @@ std::optional<std::size_t> MovedPlace(std::span<const std::string> keys, std::si
     return place;
 }
 
-std::string ChannelMaskCommand(const NodeKey &node, std::string_view oldMask, int channel, bool enabled)
+std::string ChangedMask(std::string_view oldMask, int channel, bool enabled)
 {
     std::string bits = HexToBin(oldMask);
     SetBit(bits, channel, enabled);
-    return Write(Register::ChannelMask, node, BinToHex(bits));
+    return BinToHex(bits);
 }
 
 std::string FilterCommand(const NodeKey &node, bool enabled)

@@ -60,9 +60,9 @@ std::string KeyAfterUpdate(const ModuleSettings &settings);
 std::optional<std::size_t> MovedPlace(std::span<const std::string> keys, std::size_t index,
                                       std::string_view newKey);
 
-/// "$AA5" and the mask of enabled channels, from the two digits of the mask as read and one channel's new
-/// state. Channel 0 to 7 is bit 0 to 7.
-std::string ChannelMaskCommand(const NodeKey &node, std::string_view oldMask, int channel, bool enabled);
+/// Mask of enabled channels, two hexadecimal digits, from the mask as read and one channel's new state.
+/// Channel 0 to 7 is bit 0 to 7.
+std::string ChangedMask(std::string_view oldMask, int channel, bool enabled);
 
 /// "$AA41" or "$AA40": the input filter of the counter modules.
 std::string FilterCommand(const NodeKey &node, bool enabled);

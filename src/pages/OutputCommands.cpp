@@ -23,6 +23,14 @@ bool IsOutputCaption(std::string_view caption)
     return caption.starts_with("DO");
 }
 
+std::string DirectionCaption(int point, bool input)
+{
+    std::string caption = input ? "DI  " : "DO  ";
+    if (point >= 10)
+        caption += '1';
+    return caption + (input ? "" : "&") + std::to_string(point % 10);
+}
+
 int AnalogModuleOutputs(std::string_view model)
 {
     const ModelRow *row = FindModel(model);

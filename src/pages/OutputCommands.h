@@ -14,6 +14,9 @@ namespace vorn
 /// Whether a digital indicator is an output that a click switches: its caption begins "DO".
 bool IsOutputCaption(std::string_view caption);
 
+/// Caption of point 0 to 15 of a card whose points are inputs or outputs: "DI  3", "DO  &3", "DO  1&3".
+std::string DirectionCaption(int point, bool input);
+
 /// Number of `ADIO` elements, from 0 on, that make up the output byte of a model; 0 for models without
 /// outputs there.
 int AnalogModuleOutputs(std::string_view model);

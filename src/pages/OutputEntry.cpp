@@ -1,10 +1,10 @@
 #include "pages/OutputEntry.h"
 
+#include "pages/EntryKeys.h"
 #include "platform/WidgetText.h"
 #include "shell/FormMain.h"
 
 #include <QAbstractButton>
-#include <QKeyEvent>
 #include <QLineEdit>
 
 #include <utility>
@@ -16,9 +16,12 @@ OutputEntry::OutputEntry(FormMain &main, QLineEdit *entry, QAbstractButton *butt
                          std::function<void(const NodeKey &, const std::string &)> send)
     : QObject(entry), main_(main), entry_(entry), send_(std::move(send))
 {
-    entry->installEventFilter(this);
-    connect(entry, &QLineEdit::textEdited, this,
-            [this] { main_.OutputEditing = true; }); // also pasted, dropped
+    const auto entered = [this] {
+        Ask();
+        return !entry_->text().isEmpty();
+    };
+    new EntryKeys(
+        entry, [this] { main_.OutputEditing = true; }, entered);
     connect(button, &QAbstractButton::clicked, this, [this] { Ask(); });
 }
 
@@ -39,27 +42,6 @@ void OutputEntry::Ask()
         send_(node, text);
     };
     main_.TakeForPage(this, nullptr, send, forget);
-}
-
-bool OutputEntry::eventFilter(QObject *, QEvent *event)
-{
-    return event->type() == QEvent::KeyPress && Key(*static_cast<QKeyEvent *>(event));
-}
-
-/// Return sends what the entry holds. Any other key that writes or deletes takes the entry out of the
-/// refresh's hands; keys that only move don't.
-bool OutputEntry::Key(const QKeyEvent &key)
-{
-    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    if (isEnter && !entry_->text().isEmpty()) {
-        Ask();
-        return true;
-    }
-    const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    const bool writes = !command && !key.text().isEmpty() && key.text().at(0).isPrint();
-    if (isEnter || writes || key.key() == Qt::Key_Backspace)
-        main_.OutputEditing = true;
-    return false;
 }
 
 } // namespace vorn

@@ -9,7 +9,6 @@
 #include <string>
 
 class QAbstractButton;
-class QKeyEvent;
 class QLineEdit;
 
 namespace vorn
@@ -26,11 +25,7 @@ public:
     OutputEntry(FormMain &main, QLineEdit *entry, QAbstractButton *button,
                 std::function<void(const NodeKey &node, const std::string &text)> send);
 
-protected:
-    bool eventFilter(QObject *control, QEvent *event) override;
-
 private:
-    bool Key(const QKeyEvent &key);
     void Ask();
 
     FormMain &main_;

@@ -195,4 +195,12 @@ void SetBit(std::string &bin8, int bit, bool set)
         bin8[static_cast<std::size_t>(7 - bit)] = set ? '1' : '0';
 }
 
+void SetNumber(std::string &bin8, int lowest, int number)
+{
+    for (int bit = lowest; number != 0; ++bit, number /= 2) {
+        if (number % 2 != 0)
+            SetBit(bin8, bit, true);
+    }
+}
+
 } // namespace vorn

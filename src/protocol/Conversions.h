@@ -39,5 +39,7 @@ std::string FormatOutputValue(std::string &text, char formatDigit);
 bool Bit(std::string_view bin8, int bit);
 /// Sets bit 0 to 7 of eight binary characters; a text that isn't eight long stays as it is.
 void SetBit(std::string &bin8, int bit, bool set);
+/// Puts a number into the bits from `lowest` on; only bits that it sets change.
+void SetNumber(std::string &bin8, int lowest, int number);
 
 } // namespace vorn

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 namespace vorn
 {
 
@@ -9,8 +11,14 @@ namespace FormatBit
 {
 constexpr int Integration = 7; ///< of the eight-channel inputs: 60 ms instead of 50 ms
 constexpr int Checksum = 6;
-constexpr int Gate = 2; ///< of a frequency input: 1 s instead of 0.1 s
+constexpr int SlewRate = 2; ///< lowest of the four bits of an output's slew rate
+constexpr int Gate = 2;     ///< of a frequency input: 1 s instead of 0.1 s
 } // namespace FormatBit
+
+constexpr int SlewRates = 12; ///< slew rates that an output knows
+
+/// Type code of a counter card in frequency use.
+inline constexpr std::string_view CounterFrequency = "02";
 
 /// List positions of ranges that the program tells apart.
 namespace RangePosition

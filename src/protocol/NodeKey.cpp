@@ -106,6 +106,15 @@ std::string NodeKey::model() const
     return Cut(10);
 }
 
+NodeKey NodeKey::slotNode() const
+{
+    if (kind() != NodeKind::Channel)
+        return *this;
+    std::string slot = text_;
+    slot[ChannelPosition - 1] = None;
+    return NodeKey(slot);
+}
+
 std::string NodeKey::sortText() const
 {
     return Cut(8);

@@ -55,6 +55,7 @@ public:
     std::string address() const;    ///< as the key holds it
     std::string busAddress() const; ///< as commands use it: "00" in INIT state
     std::string model() const;
+    NodeKey slotNode() const;     ///< the slot of a channel; any other node itself
     std::string sortText() const; ///< address and model, by which the modules of a port are sorted
 
     friend bool operator==(const NodeKey &, const NodeKey &) = default;

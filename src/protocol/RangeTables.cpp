@@ -258,6 +258,17 @@ std::optional<int> SlotRangePosition(std::string_view code)
     return std::nullopt;
 }
 
+std::optional<int> ChannelRangePosition(std::string_view model, std::string_view code)
+{
+    return PositionIn(SlotRanges(model), code);
+}
+
+std::string_view ChannelUnit(std::string_view model, std::string_view code)
+{
+    const auto position = ChannelRangePosition(model, code);
+    return position ? SlotRanges(model)[static_cast<std::size_t>(*position)].unit : std::string_view{};
+}
+
 std::string_view RangeCode(std::string_view model, int position)
 {
     const ModelRow *row = FindModel(model);

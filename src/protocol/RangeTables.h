@@ -73,6 +73,11 @@ std::optional<RangeDecode> DecodeRange(std::string_view model, std::string_view 
 /// List position of a slot's code; one chain serves all slot models.
 std::optional<int> SlotRangePosition(std::string_view code);
 
+/// List position and unit of a type code in the list of a card whose channels have ranges of their own;
+/// nothing for a code that it doesn't hold.
+std::optional<int> ChannelRangePosition(std::string_view model, std::string_view code);
+std::string_view ChannelUnit(std::string_view model, std::string_view code);
+
 /// Type code of a list position, "40" on the digital models; empty for a position without a code.
 std::string_view RangeCode(std::string_view model, int position);
 std::string_view SlotRangeCode(std::string_view model, int position);

@@ -104,6 +104,24 @@ constexpr std::array Rows{
     RegisterRow{R::ChannelState,            "$AASsCc5",   "$AASsCc5",   CardCounters,                   '!', {4, 1}},
     RegisterRow{R::ChannelOverflow,         "$AASs7",     "",           CardCounters},
     RegisterRow{R::InitialChannelCount,     "@AASsCcG",   "@AASsCcP",   CardCounters,                   '!', {4, 10}},
+
+    RegisterRow{R::SpanCalibration,         "",           "$AA0",       SingleInput | ChannelInputs | AnalogOutput},
+    RegisterRow{R::ZeroCalibration,         "",           "$AA1",       SingleInput | ChannelInputs | AnalogOutput},
+    RegisterRow{R::ColdJunctionOffset,      "",           "$AA9",       ColdJunction},
+    RegisterRow{R::ExcitationZero,          "",           "$AAA",       Excitation},
+    RegisterRow{R::ExcitationFull,          "",           "$AAB",       Excitation},
+    RegisterRow{R::ExcitationTrim,          "",           "$AAE",       Excitation},
+    RegisterRow{R::ExcitationStartup,       "",           "$AAS",       Excitation},
+    RegisterRow{R::OutputTrim,              "",           "$AA3",       AnalogOutput},
+    RegisterRow{R::OutputStartup,           "",           "$AA4",       AnalogOutput},
+    RegisterRow{R::SlotSpanCalibration,     "",           "$AASs0",     CardInputs},
+    RegisterRow{R::SlotZeroCalibration,     "",           "$AASs1",     CardInputs},
+    RegisterRow{R::SlotColdJunction,        "$AASs3",     "",           CardColdJunction,               '>', {2, 0}},
+    RegisterRow{R::SlotColdJunctionOffset,  "",           "$AASs9",     CardColdJunction},
+    RegisterRow{R::ChannelSpanCalibration,  "",           "$AASsCc0",   CardOutputs},
+    RegisterRow{R::ChannelZeroCalibration,  "",           "$AASsCc1",   CardOutputs},
+    RegisterRow{R::ChannelTrim,             "",           "$AASsCc3",   CardOutputs},
+    RegisterRow{R::ChannelStartup,          "",           "$AASsCc4",   CardOutputs},
 };
 // clang-format on
 
@@ -113,7 +131,7 @@ constexpr bool AreRowsInTheOrderOfTheirNames()
         if (Rows[i].id != static_cast<Register>(i))
             return false;
     }
-    return Rows.back().id == Register::InitialChannelCount;
+    return Rows.back().id == Register::ChannelStartup;
 }
 static_assert(AreRowsInTheOrderOfTheirNames(), "a register is found by its place in the table");
 

@@ -107,6 +107,25 @@ enum class Register : std::uint8_t {
     ChannelState,
     ChannelOverflow, ///< of all counters of the card, two characters each
     InitialChannelCount,
+
+    // Calibration. What is at the terminals is stored; the value of a trim is a signed step, "01" or "FF".
+    SpanCalibration,    ///< of an analog output: the present output is 4 mA
+    ZeroCalibration,    ///< of an analog output: the present output is 20 mA
+    ColdJunctionOffset, ///< value: sign and four hexadecimal digits, 0.009 degrees Celsius a count
+    ExcitationZero,     ///< the present excitation is 0 V
+    ExcitationFull,     ///< the present excitation is 10 V
+    ExcitationTrim,
+    ExcitationStartup, ///< the present excitation is put out behind each start
+    OutputTrim,
+    OutputStartup,
+    SlotSpanCalibration,
+    SlotZeroCalibration,
+    SlotColdJunction, ///< temperature
+    SlotColdJunctionOffset,
+    ChannelSpanCalibration,
+    ChannelZeroCalibration,
+    ChannelTrim,
+    ChannelStartup,
 };
 
 /// Where a reply holds something: position from 1, and characters; 0 for all up to the checksum characters.
@@ -168,6 +187,8 @@ inline constexpr Place LowLimit{4, 7};     ///< of MappingInput, MappingOutput
 inline constexpr Place HighLimit{11, 7};
 inline constexpr Place HighAlarmState{4, 1}; ///< of ChannelAlarms
 inline constexpr Place LowAlarmState{5, 1};
+inline constexpr Place HighDirections{4, 2}; ///< of SlotDirections
+inline constexpr Place LowDirections{6, 2};
 inline constexpr Place RangeCode{4, 2}; ///< of Configuration and SlotConfiguration
 } // namespace ReplyPlace
 

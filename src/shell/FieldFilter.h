@@ -9,25 +9,26 @@ namespace vorn
 
 /// What the entry fields let through, by kind of field.
 enum class FieldRule {
-    ModuleLimit,      ///< `TextHighValue`, `TextLowValue`
-    TriggerLevel,     ///< `TextHV`, `TextLV`
-    InputWidth,       ///< `TextHW`, `TextLW`
-    MappingLimit,     ///< `TextMHighLimit`, `TextMLowLimit`, `TextSHighLimit`, `TextSLowLimit`: up to nine
-                      ///< characters
-    ChannelLimit,     ///< `HAlarmLimit`, `LAlarmLimit`: magnitude up to 65535
-    CounterLimit,     ///< `HAlarmLimit`, `LAlarmLimit` of 3962: up to 4294967296
-    OutputChannel,    ///< `HAlarmOutChannel`, `LAlarmOutChannel`: up to 15
-    OutputSlot,       ///< `HAlarmOutSlot`, `LAlarmOutSlot`: digits 0 to 4
-    InitialCount,     ///< `TextCInitial`: up to 4294967296
-    SamplingInterval, ///< `TextSamplinginterval`: up to 65535
-    FilterScale,      ///< `TextFilterScale`: up to 65000, judged on the text of `HAlarmLimit`
-    Address,          ///< `TextAddress`: 0 to 255 in up to three digits
-    DecimalOutput,    ///< `TextAAOv`, `TextAnalogOut`
-    HexOutput,        ///< `TextAnalogOut` in hexadecimal format: up to three digits
-    VoltageOutput,    ///< `TextCH` of a 3931 voltage range: up to 10
-    CurrentOutput,    ///< `TextCH` of a 3931 current range: up to 20
-    SignedDisplay,    ///< entry of the LED display on 7212D
-    UnsignedDisplay,  ///< entry of the LED display on 7282D, 7282N
+    ModuleLimit,        ///< `TextHighValue`, `TextLowValue`
+    TriggerLevel,       ///< `TextHV`, `TextLV`
+    InputWidth,         ///< `TextHW`, `TextLW`
+    MappingLimit,       ///< `TextMHighLimit`, `TextMLowLimit`, `TextSHighLimit`, `TextSLowLimit`: up to nine
+                        ///< characters
+    ChannelLimit,       ///< `HAlarmLimit`, `LAlarmLimit`: magnitude up to 65535
+    CounterLimit,       ///< `HAlarmLimit`, `LAlarmLimit` of 3962: up to 4294967296
+    OutputChannel,      ///< `HAlarmOutChannel`, `LAlarmOutChannel`: up to 15
+    OutputSlot,         ///< `HAlarmOutSlot`, `LAlarmOutSlot`: digits 0 to 4
+    InitialCount,       ///< `TextCInitial`: up to 4294967296
+    SamplingInterval,   ///< `TextSamplinginterval`: up to 65535
+    FilterScale,        ///< `TextFilterScale`: up to 65000, judged on the text of `HAlarmLimit`
+    ColdJunctionOffset, ///< `TextCJC`: magnitude up to 590
+    Address,            ///< `TextAddress`: 0 to 255 in up to three digits
+    DecimalOutput,      ///< `TextAAOv`, `TextAnalogOut`
+    HexOutput,          ///< `TextAnalogOut` in hexadecimal format: up to three digits
+    VoltageOutput,      ///< `TextCH` of a 3931 voltage range: up to 10
+    CurrentOutput,      ///< `TextCH` of a 3931 current range: up to 20
+    SignedDisplay,      ///< entry of the LED display on 7212D
+    UnsignedDisplay,    ///< entry of the LED display on 7282D, 7282N
 };
 
 inline constexpr char Backspace = 8;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MSComm.h"
+#include "protocol/CalibrationMode.h"
 #include "protocol/NodeKey.h"
 #include "shell/Gate.h"
 #include "shell/TreeNodes.h"
@@ -175,6 +176,8 @@ Q_SIGNALS:
     void Unload();
     /// A module's node has another key and text.
     void NodeChanged(const std::string &oldKey, const std::string &newKey);
+    /// A button of a page opens the calibration of its node.
+    void CalibrationAsked(const NodeKey &node, CalibrationMode mode);
     /// A data scope was opened or closed: the port's tools change.
     void ScopesChanged();
 

@@ -19,12 +19,12 @@ constexpr double IdleSeconds = 0.5;
 constexpr int DeadBusPause = 20; // milliseconds
 
 /// Polls until the module answers or 30 seconds have gone. A refused port ends it, too.
-void PollUntilReply(FormMain &main, const std::string &command, bool checksum)
+void PollUntilReply(FormMain &main, const std::string &command, bool checksum, const GivenUp &givenUp)
 {
     const double start = main.Time.Timer();
     do {
         DoEvents();
-        if (ElapsedSeconds(main.Time, start) > ReadySeconds)
+        if (ElapsedSeconds(main.Time, start) > ReadySeconds || (givenUp && givenUp()))
             return;
         if (main.TransBusy) // a dead bus takes no transaction: nothing to spin for
             WaitForEvents(DeadBusPause);
@@ -39,14 +39,14 @@ std::string FormatOutputValue(const FormMain &main, std::string &text)
     return FormatOutputValue(text, CharAt(main.OutputFormatCode, 1));
 }
 
-void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum)
+void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum, const GivenUp &givenUp)
 {
-    PollUntilReply(main, Query(Register::Configuration, addr), checksum);
+    PollUntilReply(main, Query(Register::Configuration, addr), checksum, givenUp);
 }
 
-void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum)
+void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum, const GivenUp &givenUp)
 {
-    PollUntilReply(main, Query(Register::ColdJunctionTemperature, addr), checksum);
+    PollUntilReply(main, Query(Register::ColdJunctionTemperature, addr), checksum, givenUp);
 }
 
 void DelaySeconds(const FormMain &main, float seconds)

@@ -2,6 +2,7 @@
 
 #include "protocol/Conversions.h"
 
+#include <functional>
 #include <string>
 
 namespace vorn
@@ -14,12 +15,15 @@ std::string FormatOutputValue(const FormMain &main, std::string &text);
 
 // The windows are served in all waits; nothing else begins in them.
 
-/// Polls a restarting module with "$AA2" until it answers, 30 seconds have gone, or its port is refused. The
-/// verdict is in `ReplyText`.
-void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum);
+/// Tells a wait that nobody waits for its outcome any more.
+using GivenUp = std::function<bool()>;
+
+/// Polls a restarting module with "$AA2" until it answers, 30 seconds have gone, its port is refused, or the
+/// wait is given up. The verdict is in `ReplyText`.
+void WaitModuleReady(FormMain &main, const std::string &addr, bool checksum, const GivenUp &givenUp = {});
 
 /// Polls a module at the end of a calibration step with "$AA3" in the same way.
-void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum);
+void WaitCalibrationDone(FormMain &main, const std::string &addr, bool checksum, const GivenUp &givenUp = {});
 
 /// Waits until more than `seconds` have gone.
 void DelaySeconds(const FormMain &main, float seconds);

@@ -6,6 +6,7 @@
 #include "protocol/Text.h"
 #include "shell/DIO.h"
 #include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -108,6 +109,12 @@ void PageFrame::SetTick(QAbstractButton *button, bool ticked)
 {
     if (!IsTouched(button))
         button->setChecked(ticked);
+}
+
+void PageFrame::OpensCalibration(QAbstractButton *button, CalibrationMode mode)
+{
+    OnClick(main_, button, this,
+            [this, mode](const NodeKey &node) { Q_EMIT main_.CalibrationAsked(node, mode); });
 }
 
 void PageFrame::Wire(DIO *point, const std::function<void(const NodeKey &)> &click)

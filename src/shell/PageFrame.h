@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/CalibrationMode.h"
 #include "protocol/PollList.h"
 #include "shell/PageReading.h"
 
@@ -66,12 +67,15 @@ protected:
     void Select(QComboBox *list, int position);
     void SetTick(QAbstractButton *button, bool ticked);
 
+    /// Has a button open the calibration of the node that is on show when it is pressed.
+    void OpensCalibration(QAbstractButton *button, CalibrationMode mode);
     /// Has a point act through the gate, for the page that is on show when it is switched.
     void Wire(DIO *point, const std::function<void(const NodeKey &node)> &click);
 
-private:
+    /// Whether the operator has changed a control while the present action runs.
     bool IsTouched(const QWidget *control) const;
 
+private:
     FormMain &main_;
 };
 

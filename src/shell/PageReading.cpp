@@ -35,11 +35,21 @@ PageReading::PageReading(FormMain &main, NodeKey key) : node(std::move(key)), mo
 
 std::optional<std::string> PageReading::Read(Register reg, int index)
 {
+    return ReadOf(node, reg, index);
+}
+
+std::optional<std::string> PageReading::ReadOfSlot(Register reg, int index)
+{
+    return ReadOf(node.slotNode(), reg, index);
+}
+
+std::optional<std::string> PageReading::ReadOf(const NodeKey &from, Register reg, int index)
+{
     if (refused_)
         return std::nullopt;
-    main_.trans(Query(reg, node, index), node.checksum());
+    main_.trans(Query(reg, from, index), from.checksum());
     refused_ = main_.PortRefused;
-    return ValueOf(reg, node, main_.ReplyText);
+    return ValueOf(reg, from, main_.ReplyText);
 }
 
 const std::string &PageReading::Reply() const

@@ -3,6 +3,7 @@
 #include "protocol/NodeKey.h"
 #include "protocol/RangeTables.h"
 #include "protocol/Registers.h"
+#include "protocol/SlotRecord.h"
 
 #include <cstddef>
 #include <optional>
@@ -40,15 +41,21 @@ public:
     const std::string model;
     std::optional<ModuleRecord>
         record; ///< nothing if the module didn't tell it: then its registers aren't asked
-    std::optional<RangeDecode> range; ///< what the type code of the record selects
-    std::string inputUnit;            ///< unit of the live value by the range alone
+    std::optional<RangeDecode> range;  ///< what the type code of the record selects
+    std::optional<SlotRecord> slot;    ///< nothing if the slot's card didn't tell it
+    std::optional<SlotRecord> channel; ///< of the channel on show, where each channel has its own
+    std::string inputUnit;             ///< unit of the live value by the range alone
 
     /// Asks for a register; nothing if it isn't told. Behind a port that was refused nothing more is sent.
     std::optional<std::string> Read(Register reg, int index = 0);
+    /// The same for the slot of a channel that is on show, where `index` names one of all its channels.
+    std::optional<std::string> ReadOfSlot(Register reg, int index);
     /// The reply as it came.
     const std::string &Reply() const;
 
 private:
+    std::optional<std::string> ReadOf(const NodeKey &from, Register reg, int index);
+
     FormMain &main_;
     bool refused_ = false;
 };

@@ -60,7 +60,8 @@ protected:
     RawPeer peer_{ports_.Link(3)};
     const vorn::SerialPorts machine_;
 
-    using Wait = void (*)(vorn::FormMain &main, const std::string &addr, bool checksum);
+    using Wait = void (*)(vorn::FormMain &main, const std::string &addr, bool checksum,
+                          const vorn::GivenUp &givenUp);
 
     /// How often a wait asks a module that keeps silent.
     int PollsOf(Wait wait, const std::string &command, const SetClock &clock)
@@ -68,7 +69,7 @@ protected:
         ProgramAtRest program(machine_, clock);
         program.Main.TextTimeOut->setText(QStringLiteral("1"));
         peer_.Forget();
-        wait(program.Main, "05", false);
+        wait(program.Main, "05", false, {});
         EXPECT_EQ(program.Main.ReplyText, "");
         for (const std::string &line : peer_.Lines())
             EXPECT_EQ(line, command);
@@ -105,6 +106,17 @@ TEST_F(WaitTest, WaitModuleReadySendsTheChecksum)
     ProgramAtRest program(machine_, clock);
     WaitModuleReady(program.Main, "05", true);
     EXPECT_EQ(program.Main.ReplyText, "!05400640F9");
+}
+
+TEST_F(WaitTest, AWaitThatIsGivenUpAsksNoMore)
+{
+    const vorn::Clock clock;
+    ProgramAtRest program(machine_, clock);
+    program.Main.TextTimeOut->setText(QStringLiteral("1"));
+    peer_.Forget();
+    int looks = 0;
+    WaitModuleReady(program.Main, "05", false, [&looks] { return ++looks > 3; });
+    EXPECT_EQ(peer_.Lines(), std::vector<std::string>(3, "$052"));
 }
 
 TEST_F(WaitTest, WaitCalibrationDoneAsksForTheStep)

@@ -230,8 +230,7 @@ void AnyKey(const std::string &reply)
         PROMISE(key.busAddress() == "00");
     PROMISE(key.port() > -100 && key.port() < 1000);
     if (const auto mask = PairValue(Mid(reply, 4, 2))) {
-        const std::string command = ChannelMaskCommand(key, Mid(reply, 4, 2), 3, true);
-        PROMISE(PairValue(Right(command, 2)) == (*mask | 8U));
+        PROMISE(PairValue(ChangedMask(Mid(reply, 4, 2), 3, true)) == (*mask | 8U));
     }
 }
 

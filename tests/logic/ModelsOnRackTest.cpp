@@ -173,9 +173,31 @@ TEST(ModelsOnRack, KeepValuesAsWideAsTheirRecords)
 
 /// Values that registers without a query take.
 const std::map<Register, std::string> Samples{
-    {Register::ClearLatch, ""},     {Register::ClearEvents, ""},      {Register::OutputByte, "00"},
-    {Register::ClearCount, ""},     {Register::HighAlarmEnable, "E"}, {Register::LowAlarmEnable, "D"},
-    {Register::ClearHighLatch, ""}, {Register::ClearLowLatch, ""},    {Register::ClearChannelCount, ""},
+    {Register::ClearLatch, ""},
+    {Register::ClearEvents, ""},
+    {Register::OutputByte, "00"},
+    {Register::ClearCount, ""},
+    {Register::HighAlarmEnable, "E"},
+    {Register::LowAlarmEnable, "D"},
+    {Register::ClearHighLatch, ""},
+    {Register::ClearLowLatch, ""},
+    {Register::ClearChannelCount, ""},
+    {Register::SpanCalibration, ""},
+    {Register::ZeroCalibration, ""},
+    {Register::ColdJunctionOffset, "+0010"},
+    {Register::ExcitationZero, ""},
+    {Register::ExcitationFull, ""},
+    {Register::ExcitationTrim, "01"},
+    {Register::ExcitationStartup, ""},
+    {Register::OutputTrim, "FF"},
+    {Register::OutputStartup, ""},
+    {Register::SlotSpanCalibration, ""},
+    {Register::SlotZeroCalibration, ""},
+    {Register::SlotColdJunctionOffset, "-0010"},
+    {Register::ChannelSpanCalibration, ""},
+    {Register::ChannelZeroCalibration, ""},
+    {Register::ChannelTrim, "01"},
+    {Register::ChannelStartup, ""},
 };
 
 /// Values to write into a register without a query; none when nobody thought of any.

@@ -326,14 +326,13 @@ TEST(MovedPlace, ComparesFromTheAddressOnNotByStateAndChecksum)
     EXPECT_EQ(MovedPlace(mixed, 2, "_1003!!027231"), 1U);
 }
 
-TEST(ChannelMaskCommand, ChangesOneBit)
+TEST(ChangedMask, ChangesOneBit)
 {
-    const NodeKey node("_0003!!0A7221");
-    EXPECT_EQ(ChannelMaskCommand(node, "FF", 0, false), "$0A5FE");
-    EXPECT_EQ(ChannelMaskCommand(node, "FF", 7, false), "$0A57F");
-    EXPECT_EQ(ChannelMaskCommand(node, "00", 3, true), "$0A508");
-    EXPECT_EQ(ChannelMaskCommand(node, "08", 3, true), "$0A508");
-    EXPECT_EQ(ChannelMaskCommand(NodeKey("*0003!!057224M"), "0F", 4, true), "$0051F");
+    EXPECT_EQ(ChangedMask("FF", 0, false), "FE");
+    EXPECT_EQ(ChangedMask("FF", 7, false), "7F");
+    EXPECT_EQ(ChangedMask("00", 3, true), "08");
+    EXPECT_EQ(ChangedMask("08", 3, true), "08");
+    EXPECT_EQ(ChangedMask("0F", 4, true), "1F");
 }
 
 TEST(FilterCommand, HoldsOneDigit)
