@@ -29,7 +29,7 @@ FrameAIn::FrameAIn(FormMain &main, const FrameMSet &settings)
     : PageFrame(main, "FrameAIn", "Analog Input"), settings_(settings)
 {
     auto *channels = new QGridLayout;
-    channels->setHorizontalSpacing(Rhythm::LabelToField);
+    channels->setHorizontalSpacing(Rhythm::LabelToField / 2); // two columns of channels fit the start size
     channels->setVerticalSpacing(Rhythm::BetweenRows);
     for (int i = 0; i < Channels; ++i) {
         const auto e = static_cast<std::size_t>(i);
@@ -38,7 +38,7 @@ FrameAIn::FrameAIn(FormMain &main, const FrameMSet &settings)
                [this, i](const NodeKey &node, bool enabled) { CheckAI_Click(node, i, enabled); });
         LabAIv[e] = MakeLiveValue(this, ElementName("LabAIv", i), QStringLiteral("Channel %1").arg(i));
         LabAIs[e] = MakeLabel(this, ElementName("LabAIs", i), "");
-        LabAIs[e]->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("mmA")));
+        LabAIs[e]->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("mA ")));
         const int column = i / RowsPerColumn * CellsPerChannel;
         channels->addWidget(CheckAI[e], i % RowsPerColumn, column);
         channels->addWidget(LabAIv[e], i % RowsPerColumn, column + 1);

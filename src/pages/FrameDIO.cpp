@@ -11,13 +11,15 @@
 #include "shell/FormMain.h"
 #include "shell/PageCommand.h"
 
+#include <utility>
+
 namespace vorn
 {
 
 namespace
 {
 
-constexpr int PointsPerRow = 4;
+constexpr int LampWidth = 34; ///< of a point beside its caption, with the gap to the next one
 const char *const DesignCaption = "DO &0";
 
 } // namespace
@@ -34,6 +36,7 @@ FrameDIO::FrameDIO(FormMain &main) : PageFrame(main, "FrameDIO", "Digital Input 
     FrameGrid grid(this);
     grid.WideRow(BuildGroup(PointRow::Low, LabDL, LabDLv, DIOL, "DIOL"));
     grid.WideRow(BuildGroup(PointRow::High, LabDH, LabDHv, DIOH, "DIOH"));
+    ArrangePoints(Points / 2);
 }
 
 QLayout *FrameDIO::BuildGroup(PointRow row, QLabel *kind, QLabel *value, Group &points, const char *name)
@@ -50,11 +53,32 @@ QLayout *FrameDIO::BuildGroup(PointRow row, QLabel *kind, QLabel *value, Group &
         point = Named(new DIO(this), ElementName(name, i));
         SetCaption(point, DesignCaption);
         Wire(point, [this, row, i](const NodeKey &node) { Point_Click(node, row, i); });
-        lamps->addWidget(point, i / PointsPerRow, i % PointsPerRow);
-        lamps->setColumnStretch(i % PointsPerRow, 1);
     }
+    lamps_[row == PointRow::High ? 1 : 0] = lamps;
     group->addLayout(lamps);
     return group;
+}
+
+/// A group stands in one row where there is room for it.
+void FrameDIO::ArrangePoints(int perRow)
+{
+    if (std::exchange(perRow_, perRow) == perRow)
+        return;
+    const auto arrange = [perRow](QGridLayout *lamps, const Group &points) {
+        for (int i = 0; i < Points; ++i) {
+            lamps->addWidget(points[static_cast<std::size_t>(i)], i / perRow, i % perRow);
+            lamps->setColumnStretch(i, i < perRow ? 1 : 0);
+        }
+    };
+    arrange(lamps_[0], DIOL);
+    arrange(lamps_[1], DIOH);
+}
+
+void FrameDIO::resizeEvent(QResizeEvent *event)
+{
+    PageFrame::resizeEvent(event);
+    const int point = fontMetrics().horizontalAdvance(QStringLiteral("DO 15")) + LampWidth;
+    ArrangePoints(contentsRect().width() > Points * point ? Points : Points / 2);
 }
 
 /// Points that are inputs and outputs as the operator wants them say what they are.

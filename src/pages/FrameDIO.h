@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+class QGridLayout;
 class QLabel;
 
 namespace vorn
@@ -28,6 +29,9 @@ public:
     void Load(PageReading &reading) override;
     void ShowLive(const LiveReply &reply) override;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     using Group = std::array<DIO *, Points>;
 
@@ -37,7 +41,11 @@ private:
     void Point_Click(const NodeKey &node, PointRow row, int element);
     void ShowSlotPoints(const LiveReply &reply);
     void MarkFaults(const LiveReply &reply);
+    void ArrangePoints(int perRow);
     static void ShowPair(QLabel *value, const Group &points, const std::string &pair);
+
+    std::array<QGridLayout *, 2> lamps_{}; ///< of the low and the high group
+    int perRow_ = 0;                       ///< points side by side
 };
 
 } // namespace vorn

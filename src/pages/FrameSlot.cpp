@@ -18,16 +18,19 @@ namespace vorn
 namespace
 {
 
-constexpr int ChoiceCharacters = 20;
+constexpr int ChoiceCharacters = 10; // beside the text of what is set; alone a list takes the whole row
 constexpr std::string_view FirstThermocouple = "0E";
+const char *const NothingToCalibrate = "This card has no inputs to calibrate.";
 
 } // namespace
 
 FrameSlot::FrameSlot(FormMain &main) : PageFrame(main, "FrameSlot", "Slot Setting")
 {
     const auto list = [this](const char *name, const char *accessibleName) {
-        return MakeChoice(this, QString::fromLatin1(name), QString::fromLatin1(accessibleName),
-                          ChoiceCharacters);
+        QComboBox *choice = MakeChoice(this, QString::fromLatin1(name), QString::fromLatin1(accessibleName),
+                                       ChoiceCharacters);
+        choice->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        return choice;
     };
     CmbSRange = list("CmbSRange", "Range");
     CmbSFormat = list("CmbSFormat", "Data format");
@@ -78,6 +81,8 @@ void FrameSlot::Load(PageReading &reading)
 {
     if (reading.node.kind() == NodeKind::Module)
         return;
+    for (QWidget *button : {CmdSZero, CmdSSpan})
+        Allow(button, Has(reading.model, Feature::CardInputs), NothingToCalibrate);
     if (const auto value = reading.Read(Register::SlotConfiguration)) {
         reading.slot.emplace(*value);
         ShowRecord(reading);

@@ -197,7 +197,8 @@ QLabel *MakeLiveValue(QWidget *parent, const QString &name, const QString &acces
     value->setBackgroundRole(QPalette::Base);
     value->setForegroundRole(QPalette::Text);
     value->setMargin(2);
-    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("+000.000")));
+    const int around = 2 * (value->margin() + value->frameWidth());
+    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("+000.000")) + around);
     return value;
 }
 
