@@ -53,7 +53,8 @@ void InitResources()
 Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
       ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main),
-      PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports)
+      PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports),
+      FirmwareDownload(Main)
 {
     AttachMenus();
     AttachWindows();
@@ -79,6 +80,10 @@ void Program::AttachWindows()
 {
     QObject::connect(Pages.FrameMSet, &FrameMSet::DisplayAsked, &Main,
                      [this](const NodeKey &node) { std::make_unique<FormLED>(Main, node)->Run(); });
+    QObject::connect(Pages.FrameMSet, &FrameMSet::DownloadAsked, &FirmwareDownload,
+                     &FirmwareDownload::CmdDownLoadF_Click);
+    QObject::connect(&FirmwareDownload, &FirmwareDownload::UnitRebuilt, &PageSelection,
+                     &PageSelection::FillSlotList);
     QObject::connect(
         &PageSelection, &PageSelection::ConsoleAsked, &Main,
         [this](const std::string &model, const std::string &baud) { Consoles.Show(model, baud); });
@@ -88,11 +93,11 @@ void Program::AttachWindows()
 void Program::GreyOutUnbuilt()
 {
     for (const char *button :
-         {"CmdGZero",        "CmdGSpan",        "CmdGCJC",          "CmdG0V",       "CmdG10V",
-          "CmdGStartup",     "CmdAIZero",       "CmdAISpan",        "CmdAICJC",     "CmdAO4mA",
-          "CmdAO20mA",       "CmdAOStartup",    "CmdSUpdate",       "CmdSZero",     "CmdSSpan",
-          "CmdSCJC",         "CmdSlotSendAO",   "CmdChAlarmUpdate", "CmdDownLoadF", "CmdMemConfig",
-          "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
+         {"CmdGZero",        "CmdGSpan",         "CmdGCJC",          "CmdG0V",       "CmdG10V",
+          "CmdGStartup",     "CmdAIZero",        "CmdAISpan",        "CmdAICJC",     "CmdAO4mA",
+          "CmdAO20mA",       "CmdAOStartup",     "CmdSUpdate",       "CmdSZero",     "CmdSSpan",
+          "CmdSCJC",         "CmdSlotSendAO",    "CmdChAlarmUpdate", "CmdMemConfig", "CmdMAlarmUpdate",
+          "CmdTransferData", "CmdMemoryDataRead"})
         GreyOut(Pages.Control(button));
     for (QAction *entry :
          {Main.Save, Main.VORNLoadSet, Main.VORNSaveSet, Main.AVORNLoadSet, Main.AVORNSaveSet,

@@ -3,6 +3,7 @@
 #include "consoles/Consoles.h"
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
+#include "firmware/FirmwareDownload.h"
 #include "shell/FormMain.h"
 #include "tools/BenchTools.h"
 #include "workspace/LiveData.h"
@@ -36,6 +37,7 @@ public:
     class Consoles Consoles;
     class PageSelection PageSelection;
     class BenchTools BenchTools;
+    class FirmwareDownload FirmwareDownload;
 
 private:
     void AttachMenus();
