@@ -123,6 +123,7 @@ protected:
 
     void Rack(const std::string &module = "3900")
     {
+        rack_.reset();
         rack_ = std::make_unique<vornsim::Simulator>(
             vornsim::ParseRack("port 2\nmodule " + module +
                                " address=00 slots=3921,-,3953 restart=0 loaderstart=0\n"),
@@ -196,6 +197,16 @@ protected:
     }
     vorn::FormScan *Window() { return qobject_cast<vorn::FormScan *>(main().FormScan.data()); }
 
+    /// Waits for something while a box may be up, which may be what comes.
+    static void Await(Operator &op, const std::function<bool()> &come, const char *what)
+    {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!op.Gui(come)) {
+            if (std::chrono::steady_clock::now() > deadline)
+                FAIL() << "This never came: " << what;
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    }
     /// Lets the told waits pass, and those for what is lost, until something comes.
     void Pass(Operator &op, const std::function<bool()> &come, const char *what)
     {
@@ -209,13 +220,7 @@ protected:
                 *clock.timeOfDay += 0.6;
             return come();
         };
-        // A box may be what comes: `WaitFor` would take it for one that nobody expected.
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-        while (!op.Gui(look)) {
-            if (std::chrono::steady_clock::now() > deadline)
-                FAIL() << "This never came: " << what;
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
+        Await(op, look, what);
     }
     void PassToBox(Operator &op, const std::string &text, int style, const char *button = "OK")
     {
@@ -550,11 +555,12 @@ TEST_F(FirmwareTest, TheProgressWindowTellsWhatGoesOn)
             EXPECT_EQ(main().CmbPBaudrate->currentIndex(), 6);
         });
         // Each step of the bar, where nothing else can happen until time passes.
-        Pass(
-            op, [&] { return CountSent("loader0031") > 0; }, "the loader image");
-        AwaitSent(op, "&00E");
-        op.Gui([&] { EXPECT_EQ(Window()->ProgressBar1->value(), 186); });
         op.Gui([&] { *clock.timeOfDay += 4; });
+        AwaitSent(op, "&00E");
+        op.Gui([&] {
+            EXPECT_EQ(Window()->ProgressBar1->value(), 186);
+            *clock.timeOfDay += 4;
+        });
         op.WaitFor([&] { return CountSent("&00S4") == 3; }, "the speed of the loader");
         op.Gui([&] {
             EXPECT_EQ(Window()->ProgressBar1->value(), 221);
@@ -566,9 +572,9 @@ TEST_F(FirmwareTest, TheProgressWindowTellsWhatGoesOn)
             EXPECT_EQ(Window()->Label1->text(), QStringLiteral("Main image, block 8 of 1024"));
             EXPECT_TRUE(Window()->LabTimeLeft->text().startsWith(QStringLiteral("About ")));
         });
-        Pass(
-            op, [&] { return CountSent("&00E") == 2; }, "the main image");
-        op.WaitFor([&] { return Window() && Window()->ProgressBar1->value() >= 1265; }, "the end of the bar");
+        op.Gui([&] { *clock.timeOfDay += 0.6; });
+        op.WaitFor([&] { return CountSent("&00E") == 2; }, "the start of the main image");
+        op.Gui([&] { EXPECT_EQ(Window()->ProgressBar1->value(), 1265); });
         PassToBox(op, Completed, 64);
         ExpectPutBack(op);
     });
@@ -800,12 +806,12 @@ TEST_F(FirmwareTest, ToCloseTheWindowAsksFirst)
         const std::string question = "Break off the firmware download?\n\nThe main image has been sent in "
                                      "part only. The unit stays in its "
                                      "loader until it is reset; then the download must be repeated.";
-        op.Press(Window(), Qt::Key_Escape);
+        op.Gui([&] { vorn::Queue(Window(), [this] { QTest::keyClick(Window(), Qt::Key_Escape); }); });
         op.AnswerBox(question, 36, Title, "No");
         op.Gui([&] {
             ASSERT_TRUE(Window());
             EXPECT_TRUE(Window()->isVisible());
-            CloseByFrame(Window());
+            vorn::Queue(Window(), [this] { CloseByFrame(Window()); });
         });
         op.AnswerBox(question, 36, Title, "Yes");
         AwaitActions(op);
@@ -826,13 +832,10 @@ TEST_F(FirmwareTest, AReplyThatComesWhileTheQuestionStandsCounts)
     Operate([&](Operator &op) {
         BeginTransfer(op);
         PassTo(op, "main0050");
-        op.Press(Window(), Qt::Key_Escape);
+        op.Gui([&] { vorn::Queue(Window(), [this] { QTest::keyClick(Window(), Qt::Key_Escape); }); });
         op.AwaitBox("the question");
-        op.WaitFor(
-            [&] {
-                const auto trace = rack().Trace(2);
-                return trace.back().direction == vornsim::TraceRecord::Direction::ToHost;
-            },
+        Await(
+            op, [&] { return rack().Trace(2).back().direction == vornsim::TraceRecord::Direction::ToHost; },
             "the late reply");
         op.Gui([&] { *clock.timeOfDay += 60; });
         op.AnswerBox(
