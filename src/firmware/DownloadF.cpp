@@ -33,6 +33,9 @@ DownloadF::DownloadF(QWidget *parent) : QDialog(parent)
     });
     connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
 
+    // Window managers cut a title that is wider than its window.
+    constexpr int ButtonsOfTheFrame = 160;
+    setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + ButtonsOfTheFrame);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
     layout->setSpacing(Rhythm::Margin);

@@ -62,7 +62,7 @@ FormScan::FormScan(FormMain &main, ProgressOf work) : QWidget(nullptr, Qt::Windo
     Command1 =
         Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
               "Command1");
-    Command1->setEnabled(work != ProgressOf::Download);
+    Allow(Command1, work != ProgressOf::Download, "To break the download off, close this window.");
     connect(Command1, &QPushButton::clicked, this, &FormScan::Command1_Click);
 
     auto *layout = new QVBoxLayout(this);
