@@ -26,6 +26,7 @@ namespace
 
 constexpr std::string_view UnitAddress = "00";
 constexpr int StartSpeed = 3; ///< list position of 9600
+constexpr std::string_view Failed = "Firmware download failed, please reset the unit";
 
 MsgBoxResult Box(std::string_view text, MsgBoxStyle style)
 {
@@ -163,12 +164,15 @@ FirmwareDownload::Then FirmwareDownload::Tell(DownloadRun::Outcome outcome, cons
 {
     switch (outcome) {
     case DownloadRun::Outcome::Completed:
+        main_.NowStatus("Firmware download completed");
         Box("Firmware Download is completed ", MsgBoxStyle::Information);
         return Then::Close;
     case DownloadRun::Outcome::TransferFailed:
+        main_.NowStatus(Failed);
         Box("Download process error \rPlease reset device ans retry", MsgBoxStyle::Critical);
         break;
     case DownloadRun::Outcome::SetupFailed:
+        main_.NowStatus(Failed);
         Box("Download process setting error \rPlease reset device and retry", MsgBoxStyle::Critical);
         RemoveUnit(node);
         break;

@@ -313,6 +313,7 @@ TEST_F(FirmwareTest, AWholeDownloadSendsEveryByteInItsOrder)
         ExpectPutBack(op);
         EXPECT_EQ(Slots(op), (Lines{"(S0) 3921", "(S2) 3953"}));
         op.Gui([&] {
+            EXPECT_NE(Status(), "Now Download Firmware Program is processing , Please wait moment....");
             EXPECT_FALSE(main().Nodes.IsExpanded(Unit));
             EXPECT_EQ(main().Nodes.Children("_00020!003921").size(), 3U);
             EXPECT_EQ(Find<QTreeWidget>("ListView3900")->topLevelItemCount(), 2) << "the page's list as well";
