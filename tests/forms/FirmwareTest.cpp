@@ -936,3 +936,63 @@ TEST_F(FirmwareTest, AnAdapterPulledBeforeTheFirstCommandIsToldOnce)
         ExpectPutBack(op);
     });
 }
+
+TEST_F(FirmwareTest, AnEndlessWaitForASilentUnitCanBeBrokenOff)
+{
+    Rack();
+    Faulty({.kind = Fault::Kind::Silent, .begins = "main0030"});
+    Operate([&](Operator &op) {
+        BeginTransfer(op);
+        PassTo(op, "main0030");
+        Faulty({.kind = Fault::Kind::Silent, .begins = "&00D"});
+        const auto asked = CountSent("&00D");
+        op.Gui([&] { *clock.timeOfDay += 0.6; });
+        op.WaitFor([&] { return CountSent("&00D") > asked + 1; }, "the second round of asking anew");
+        op.Gui([&] {
+            EXPECT_EQ(Window()->Label1->text(), QStringLiteral("The unit gives no answer. Waiting for it"));
+            vorn::Queue(Window(), [this] { CloseByFrame(Window()); });
+        });
+        op.AnswerBox(
+            "Break off the firmware download?\n\nThe main image has been sent in part only. The unit stays "
+            "in its loader until it is reset; then the download must be repeated.",
+            36, Title, "Yes");
+        AwaitActions(op);
+        EXPECT_EQ(CountSent("main0030"), 1);
+        EXPECT_EQ(op.Gui([&] { return Status(); }), "Firmware download broken off, please reset the unit");
+        ExpectPutBack(op);
+    });
+}
+
+TEST_F(FirmwareTest, AReplyThatComesTooLateIsOvercome)
+{
+    Rack();
+    Faulty({.kind = Fault::Kind::Late,
+            .begins = "main0020",
+            .times = 1,
+            .delay = std::chrono::milliseconds(150)});
+    Operate([&](Operator &op) {
+        BeginTransfer(op);
+        PassTo(op, "main0020");
+        op.Gui([&] { *clock.timeOfDay += 0.6; });
+        PassToBox(op, Completed, 64);
+        const auto rounds = static_cast<std::size_t>(CountSent("&00D") - 32 - 1024);
+        EXPECT_GE(rounds, 1U);
+        const std::size_t behind = 21 * BlockSize;
+        EXPECT_TRUE(Received(ImageKind::Main) ==
+                    main_.substr(0, behind) + main_.substr(behind + rounds) + std::string(rounds, '\0'));
+    });
+}
+
+TEST_F(FirmwareTest, MidnightIsNoEndlessWait)
+{
+    Rack();
+    clock.timeOfDay = 86399.5;
+    Operate([&](Operator &op) {
+        BeginTransfer(op);
+        AwaitSent(op, "&00S4");
+        op.Gui([&] { clock.timeOfDay = 0.6; });
+        AwaitSent(op, "&00E");
+        PassToBox(op, Completed, 64);
+        EXPECT_EQ(Sent(), WholeDownload("&00S4", 32));
+    });
+}
