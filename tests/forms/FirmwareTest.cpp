@@ -211,6 +211,8 @@ protected:
     void Pass(Operator &op, const std::function<bool()> &come, const char *what)
     {
         const auto look = [&] {
+            if (come())
+                return true;
             const Lines sent = Sent();
             const std::string last = sent.empty() ? std::string() : sent.back();
             if (last == "&00E" || last.starts_with("&00S"))
@@ -218,7 +220,7 @@ protected:
             else if (const auto lost = lost_.find(last);
                      lost != lost_.end() && std::ranges::count(sent, last) <= lost->second)
                 *clock.timeOfDay += 0.6;
-            return come();
+            return false;
         };
         Await(op, look, what);
     }
@@ -698,7 +700,13 @@ TEST_F(FirmwareTest, APermissionIsAskedForSoManyTimes)
     Operate([&](Operator &op) {
         BeginTransfer(op);
         PassTo(op, "&00D");
-        op.Gui([&] { clock.timerStep = 0.6; });
+        // No faster than the rack hears it.
+        op.Gui([&] {
+            clock.looked = [&] {
+                *clock.timeOfDay += 0.6;
+                (void)Received(ImageKind::Loader);
+            };
+        });
         PassToBox(op, TransferError, 16);
         EXPECT_EQ(CountSent("&00D"), 13201);
         EXPECT_EQ(CountSent("loader0000"), 0);
@@ -829,7 +837,7 @@ TEST_F(FirmwareTest, AReplyThatComesWhileTheQuestionStandsCounts)
     Faulty({.kind = Fault::Kind::Late,
             .begins = "main0050",
             .times = 1,
-            .delay = std::chrono::milliseconds(300)});
+            .delay = std::chrono::milliseconds(1500)});
     Operate([&](Operator &op) {
         BeginTransfer(op);
         PassTo(op, "main0050");
@@ -913,7 +921,7 @@ TEST_F(FirmwareTest, AnAdapterPulledWhilePermissionIsAskedForFailsTheTransferToo
         BeginTransfer(op);
         PassTo(op, "&00D");
         rack().Vanish(2);
-        op.Gui([&] { clock.timerStep = 0.02; });
+        op.Gui([&] { clock.looked = [&] { *clock.timeOfDay += 0.02; }; });
         op.AnswerBox(TransferError, 16, Title);
         AwaitActions(op);
         ExpectPutBack(op);

@@ -26,12 +26,17 @@ class QTreeWidgetItem;
 class TestClock final : public vorn::Clock
 {
 public:
-    mutable std::optional<double> timeOfDay; ///< seconds since midnight
-    double timerStep = 0;                    ///< seconds by which each look at that time moves it on
-    std::optional<std::uint32_t> ticks;      ///< stands still: no time-out ever comes
+    std::optional<double> timeOfDay;    ///< seconds since midnight
+    std::function<void()> looked;       ///< called at each look at that time, before it is told
+    std::optional<std::uint32_t> ticks; ///< stands still: no time-out ever comes
 
     std::uint32_t GetTickCount() const override { return ticks ? *ticks : Clock::GetTickCount(); }
-    double Timer() const override { return timeOfDay ? *timeOfDay += timerStep : Clock::Timer(); }
+    double Timer() const override
+    {
+        if (looked)
+            looked();
+        return timeOfDay ? *timeOfDay : Clock::Timer();
+    }
 };
 
 /// The whole program on ports of the test's own. Ports are made before the program starts, by a simulator or
