@@ -40,6 +40,8 @@ port 6
 module 7203 address=00..0F
 module 7203 address=10..1F
 fault noreturn
+port 9 pace=yes
+module 3900 address=00 restart=100 loaderstart=100
 port 7
 module 3900E address=00 restart=0 slots=3923,3923,3923,3923,3923,3923,3923,3923
 module 3900E address=01..FF slots=3923,3923,3923,3923,3923,3923,3923,3923

@@ -55,13 +55,14 @@ public:
     Stand();
 
     /// Ports of the rack.
-    static constexpr int FastPort = 2;   ///< no pacing; modules 01 to 08, and what `Responsiveness` needs
-    static constexpr int QuickPort = 3;  ///< paced at 115200
-    static constexpr int SlowPort = 4;   ///< paced at 9600
-    static constexpr int SilentPort = 5; ///< nobody answers
-    static constexpr int FaultyPort = 6; ///< some answer, some begin an answer and never end it
-    static constexpr int TreePort = 7;   ///< 256 base units, eight slots of eight channels each
-    static constexpr int BarePort = 8;   ///< free for a peer that a measure brings itself
+    static constexpr int FastPort = 2;     ///< no pacing; modules 01 to 08, and what `Responsiveness` needs
+    static constexpr int QuickPort = 3;    ///< paced at 115200
+    static constexpr int SlowPort = 4;     ///< paced at 9600
+    static constexpr int SilentPort = 5;   ///< nobody answers
+    static constexpr int FaultyPort = 6;   ///< some answer, some begin an answer and never end it
+    static constexpr int TreePort = 7;     ///< 256 base units, eight slots of eight channels each
+    static constexpr int FirmwarePort = 9; ///< paced; a base unit that takes firmware
+    static constexpr int BarePort = 8;     ///< free for a peer that a measure brings itself
 
     vorn::FormMain &Main() { return program_.Main; }
     vorn::Program &Program() { return program_; }

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
+#include <fstream>
 
 namespace vornsim
 {
@@ -13,6 +15,7 @@ namespace
 {
 
 constexpr std::string_view Leads = "$%#@";
+constexpr std::string_view LoaderLead = "&";
 constexpr int InitSpeed = 9600;
 
 const ModelRow &ModuleModel(const ModuleDescription &description)
@@ -74,6 +77,12 @@ void Module::Refresh()
     address_ = init ? "00" : unit_.Kept("address");
     speed_ = init ? InitSpeed : std::stoi(unit_.Kept("baud"));
     checksum_ = !init && unit_.Read("checksum") == "yes";
+    if (unit_.Has("download") && unit_.On("download") != loader_.IsActive()) {
+        if (loader_.IsActive())
+            loader_.Leave();
+        else
+            loader_.Enter(speed_);
+    }
 }
 
 std::string Module::Describe() const
@@ -110,6 +119,8 @@ Answer Module::ExecuteLine(std::string_view line, double time)
 std::optional<Module::Heard> Module::Hear(std::string_view line, int speed, double time, TimePoint now,
                                           Faults &shared)
 {
+    if (loader_.IsActive())
+        return HearLoader(line, speed, now, shared);
     const std::string address = address_; // the reply carries the address before a write that changes it
     const bool checksum = checksum_;
     if (line.size() < 3 || line.substr(1, 2) != address || Leads.find(line.front()) == std::string_view::npos)
@@ -118,9 +129,7 @@ std::optional<Module::Heard> Module::Hear(std::string_view line, int speed, doub
     if (!command || command->size() < 3 || speed != speed_ || now < silentUntil_)
         return std::nullopt;
 
-    auto fault = faults_.Meet(*command);
-    if (!fault)
-        fault = shared.Meet(*command);
+    const auto fault = MeetFault(*command, shared);
     if (fault && fault->kind == Fault::Kind::Silent)
         return std::nullopt;
 
@@ -131,6 +140,67 @@ std::optional<Module::Heard> Module::Hear(std::string_view line, int speed, doub
         silentUntil_ = now + std::chrono::milliseconds(std::stoi(unit_.Kept("restart")));
     const std::string text = answer.lead + (answer.addressed ? address : "") + answer.data;
     return Heard{{text, answer.addressed || answer.dataBeginsWithAddress, checksum}, fault};
+}
+
+std::optional<Fault> Module::MeetFault(std::string_view command, Faults &shared)
+{
+    const auto own = faults_.Meet(command);
+    return own ? own : shared.Meet(command);
+}
+
+/// In download mode. The answer to what starts an image still comes, then the unit is silent for a while.
+std::optional<Module::Heard> Module::HearLoader(std::string_view line, int speed, TimePoint now,
+                                                Faults &shared)
+{
+    if (!line.starts_with(LoaderLead) || line.substr(1, 2) != address_ || speed != loader_.Speed() ||
+        now < silentUntil_)
+        return std::nullopt;
+    const auto fault = MeetFault(line, shared);
+    if (fault && fault->kind == Fault::Kind::Silent)
+        return std::nullopt;
+    const bool refuse = fault && fault->kind == Fault::Kind::Refuse;
+    const Answer answer =
+        refuse ? Refused() : loader_.Execute(std::string(LoaderLead) + std::string(line.substr(3)));
+    if (!refuse)
+        StartLoaded(now);
+    return Heard{{answer.lead + address_ + answer.data, true, false}, fault};
+}
+
+void Module::StartLoaded(TimePoint now)
+{
+    if (loader_.HasStartedLoader())
+        silentUntil_ = now + std::chrono::milliseconds(std::stoi(unit_.Kept("loaderstart")));
+    if (!loader_.HasStartedMain())
+        return;
+    silentUntil_ = now + std::chrono::milliseconds(std::stoi(unit_.Kept("restart")));
+    SaveImages();
+    unit_.Keep("download", NoChannel, "no");
+    Refresh();
+}
+
+/// Into the folder of the setting `images`, for the user to compare with the files that he sent.
+void Module::SaveImages() const
+{
+    const std::filesystem::path folder = unit_.Kept("images");
+    if (folder.empty())
+        return;
+    std::ofstream(folder / "loader.img", std::ios::binary) << Image(ImageKind::Loader);
+    std::ofstream(folder / "main.img", std::ios::binary) << Image(ImageKind::Main);
+}
+
+bool Module::BeginsFrame(char first, int speed) const
+{
+    return loader_.IsActive() && speed == loader_.Speed() && loader_.BeginsFrame(first);
+}
+
+std::optional<Module::Heard> Module::HearFrame(std::string_view frame, Faults &shared)
+{
+    const auto fault = MeetFault(NameOfFrame(frame), shared);
+    if (fault && fault->kind == Fault::Kind::Silent)
+        return std::nullopt;
+    const bool refuse = fault && fault->kind == Fault::Kind::Refuse;
+    const Answer answer = refuse ? Refused() : loader_.TakeFrame(frame, std::stoul(unit_.Kept("echo")));
+    return Heard{{answer.lead + (answer.addressed ? address_ : "") + answer.data, false, false}, fault};
 }
 
 Answer Module::Execute(std::string_view command, double time)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Fault.h"
+#include "Loader.h"
 #include "Rack.h"
 #include "Unit.h"
 
@@ -43,6 +44,15 @@ public:
     /// @return nothing when the line isn't for this module, or the module is silent
     std::optional<Heard> Hear(std::string_view line, int speed, double time, TimePoint now, Faults &shared);
 
+    /// Whether a byte at the beginning of a line begins a block of an image for this module.
+    bool BeginsFrame(char first, int speed) const;
+    /// Hears such a block, `Loader::FrameSize` bytes.
+    std::optional<Heard> HearFrame(std::string_view frame, Faults &shared);
+    /// The name of a block for listings, such as "main0005".
+    std::string NameOfFrame(std::string_view frame) const { return loader_.NameOf(frame); }
+    /// What a download has put into a base unit since it began.
+    const std::string &Image(ImageKind kind) const { return loader_.Image(kind); }
+
     /// @name Settings and states by rack file name
     /// Those of a card begin with "slot2.".
     /// @throws std::invalid_argument for a name or value that isn't known
@@ -55,6 +65,10 @@ public:
 
 private:
     std::optional<std::string_view> Understood(std::string_view line) const;
+    std::optional<Heard> HearLoader(std::string_view line, int speed, TimePoint now, Faults &shared);
+    std::optional<Fault> MeetFault(std::string_view command, Faults &shared);
+    void StartLoaded(TimePoint now);
+    void SaveImages() const;
     Answer ExecuteLine(std::string_view line, double time);
     Answer Execute(std::string_view command, double time);
     void DriveConnectedOutputs(double time);
@@ -65,6 +79,7 @@ private:
     std::map<int, Unit> cards_;
     Faults faults_;
     TimePoint silentUntil_{};
+    Loader loader_;
 
     // Copies of the settings that decide whether a line is for this module: most lines are for another one.
     std::string address_;

@@ -73,6 +73,14 @@ void Port::Receive(double time, TimePoint now)
     hostFree_ = std::max(hostFree_, now);
     for (const char c : bytes) {
         hostFree_ += ByteTime();
+        if (partial_.empty())
+            frameTaker_ = TakerOfFrame(c);
+        if (frameTaker_) {
+            partial_ += c;
+            if (partial_.size() == Loader::FrameSize)
+                HearFrame(std::exchange(partial_, {}), hostFree_);
+            continue;
+        }
         if (c != vornsim::Return) {
             if (partial_.size() < LongestLine)
                 partial_ += c;
@@ -90,17 +98,35 @@ void Port::HearHost(std::string_view line, double time, TimePoint complete)
     Answer(line, lastSpeed_, time, complete, delay_);
 }
 
+Module *Port::TakerOfFrame(char first)
+{
+    const auto found = std::find_if(modules_.begin(), modules_.end(), [&](const Module &module) {
+        return module.BeginsFrame(first, lastSpeed_);
+    });
+    return found == modules_.end() ? nullptr : &*found;
+}
+
+void Port::HearFrame(std::string_view frame, TimePoint complete)
+{
+    commands_.push_back(frameTaker_->NameOfFrame(frame));
+    if (commands_.size() > KeptRecords)
+        commands_.pop_front();
+    EnqueueHeard(frameTaker_->HearFrame(frame, faults_), complete + delay_);
+}
+
 /// Two modules at one address both answer, one reply behind the other.
 void Port::Answer(std::string_view line, int speed, double time, TimePoint complete,
                   std::chrono::milliseconds delay)
 {
-    for (Module &module : modules_) {
-        const auto heard = module.Hear(line, speed, time, complete, faults_);
-        if (heard)
-            Enqueue(heard->fault ? Spoil(heard->reply, *heard->fault)
-                                 : std::vector<Piece>{{heard->reply.Line()}},
-                    complete + delay);
-    }
+    for (Module &module : modules_)
+        EnqueueHeard(module.Hear(line, speed, time, complete, faults_), complete + delay);
+}
+
+void Port::EnqueueHeard(const std::optional<Module::Heard> &heard, TimePoint from)
+{
+    if (heard)
+        Enqueue(heard->fault ? Spoil(heard->reply, *heard->fault) : std::vector<Piece>{{heard->reply.Line()}},
+                from);
 }
 
 void Port::Enqueue(const std::vector<Piece> &pieces, TimePoint from)

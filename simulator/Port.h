@@ -83,6 +83,9 @@ private:
 
     std::chrono::nanoseconds ByteTime() const;
     void HearHost(std::string_view line, double time, TimePoint complete);
+    void HearFrame(std::string_view frame, TimePoint complete);
+    void EnqueueHeard(const std::optional<Module::Heard> &heard, TimePoint from);
+    Module *TakerOfFrame(char first);
     void Answer(std::string_view line, int speed, double time, TimePoint complete,
                 std::chrono::milliseconds delay);
     void MakeLink();
@@ -109,10 +112,11 @@ private:
     std::unique_ptr<PortLink> link_;
     int lastSpeed_;
 
-    std::string partial_;  // line from the host that still lacks its carriage return
-    TimePoint hostFree_{}; // end of the host's last byte
-    TimePoint lineFree_{}; // end of our own last byte
-    std::deque<Due> due_;  // in the order of their times
+    std::string partial_; // line from the host that still lacks its carriage return, or frame its end
+    Module *frameTaker_ = nullptr; // module that `partial_` is a frame for
+    TimePoint hostFree_{};         // end of the host's last byte
+    TimePoint lineFree_{};         // end of our own last byte
+    std::deque<Due> due_;          // in the order of their times
     bool blocked_ = false;
 
     std::optional<Master> master_;

@@ -133,8 +133,18 @@ constexpr CommandRow IdentityCommands[] = {
     {"$M", ReadModel},  {"$F", ReadSetting, "version"},
 };
 
-constexpr SettingRow BaseSettings[] = {{"slots", "", nullptr}};
-constexpr CommandRow BaseCommands[] = {{"$T", ReadSetting, "slots"}};
+Answer EnterDownload(Unit &unit, const Command &)
+{
+    unit.Keep("download", NoChannel, "yes");
+    return Done();
+}
+
+constexpr SettingRow BaseSettings[] = {
+    {"slots", "", nullptr},        {"download", "no", TakeYesNo},
+    {"echo", "2", TakeDecimal<2>}, {"loaderstart", "500", TakeDecimal<60000>},
+    {"images", "", TakeAny},
+};
+constexpr CommandRow BaseCommands[] = {{"$T", ReadSetting, "slots"}, {"$D", EnterDownload}};
 
 } // namespace
 

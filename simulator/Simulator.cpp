@@ -237,6 +237,12 @@ std::string Simulator::Value(int port, std::string_view address, std::string_vie
     return Find(port).At(address).Get(name, clock_());
 }
 
+std::string Simulator::Image(int port, std::string_view address, ImageKind kind) const
+{
+    const std::lock_guard lock(mutex_);
+    return CaughtUp(Find(port)).At(address).Image(kind);
+}
+
 void Simulator::SetClock(std::function<double()> clock)
 {
     const std::lock_guard lock(mutex_);

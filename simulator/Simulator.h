@@ -35,8 +35,9 @@ public:
 
     /// @name What went over a port, up to the moment of the call; the latest 100000 of each are kept
     /// @{
-    std::vector<std::string>
-    Commands(int port) const; ///< complete lines from the host, without the carriage return
+    /// Complete lines from the host, without the carriage return; a block of firmware by its name,
+    /// "main0005".
+    std::vector<std::string> Commands(int port) const;
     std::vector<TraceRecord> Trace(int port) const;
     void ClearTrace();
     /// Called with every record, from the simulator's thread or the caller's. It must not call the simulator.
@@ -74,6 +75,10 @@ public:
     void SetValue(int port, std::string_view address, std::string_view name, std::string_view value);
     std::string Value(int port, std::string_view address, std::string_view name) const;
     /// @}
+
+    /// What a download has put into a base unit since it began.
+    /// @throws std::invalid_argument
+    std::string Image(int port, std::string_view address, ImageKind kind) const;
 
     /// The clock of moving values, counters and slew rates, in milliseconds. Delays, pacing and restarts take
     /// real time.

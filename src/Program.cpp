@@ -53,7 +53,8 @@ void InitResources()
 Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
       ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main), Calibration(Main),
-      PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports)
+      PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports),
+      FirmwareDownload(Main)
 {
     AttachMenus();
     AttachWindows();
@@ -81,6 +82,10 @@ void Program::AttachWindows()
                      [this](const NodeKey &node) { std::make_unique<FormLED>(Main, node)->Run(); });
     QObject::connect(&Main, &FormMain::CalibrationAsked, &Main,
                      [this](const NodeKey &node, CalibrationMode mode) { Calibration.Show(node, mode); });
+    QObject::connect(Pages.FrameMSet, &FrameMSet::DownloadAsked, &FirmwareDownload,
+                     &FirmwareDownload::CmdDownLoadF_Click);
+    QObject::connect(&FirmwareDownload, &FirmwareDownload::UnitRebuilt, &PageSelection,
+                     &PageSelection::FillSlotList);
     QObject::connect(
         &PageSelection, &PageSelection::ConsoleAsked, &Main,
         [this](const std::string &model, const std::string &baud) { Consoles.Show(model, baud); });
@@ -89,8 +94,7 @@ void Program::AttachWindows()
 /// What has its place on the screen but no work behind it yet.
 void Program::GreyOutUnbuilt()
 {
-    for (const char *button :
-         {"CmdDownLoadF", "CmdMemConfig", "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
+    for (const char *button : {"CmdMemConfig", "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
         GreyOut(Pages.Control(button));
     for (QAction *entry :
          {Main.Save, Main.VORNLoadSet, Main.VORNSaveSet, Main.AVORNLoadSet, Main.AVORNSaveSet,

@@ -4,6 +4,7 @@
 #include "consoles/Consoles.h"
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
+#include "firmware/FirmwareDownload.h"
 #include "shell/FormMain.h"
 #include "tools/BenchTools.h"
 #include "workspace/LiveData.h"
@@ -38,6 +39,7 @@ public:
     class Calibration Calibration;
     class PageSelection PageSelection;
     class BenchTools BenchTools;
+    class FirmwareDownload FirmwareDownload;
 
 private:
     void AttachMenus();

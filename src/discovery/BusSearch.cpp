@@ -18,6 +18,7 @@
 #include "shell/Module1.h"
 #include "shell/PageCommand.h"
 #include "shell/RowList.h"
+#include "shell/SlotNodes.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -224,22 +225,7 @@ void BusSearch::AddModule(const Finding &finding)
 void BusSearch::AddSlots(const std::string &moduleKey, const Finding &finding)
 {
     main_.trans(Query(Register::SlotTypes, finding.hexaddr), finding.checksum);
-    const std::string reply = main_.ReplyText;
-    if (!IsAccepted(reply))
-        return;
-    char digit = '0' - 1;
-    for (const std::string &code : SlotCodes(reply, finding.checksum)) {
-        ++digit;
-        if (code == EmptySlotCode)
-            continue;
-        const std::string slotKey = SlotKey(moduleKey, digit, SlotModel(code));
-        if (!main_.Nodes.Add(moduleKey, slotKey, std::string("(S") + digit + ") " + SlotNodeText(code),
-                             SlotImage.normal, SlotImage.selected))
-            continue;
-        for (int channel = 0; channel < SlotChannelCount(code); ++channel)
-            main_.Nodes.Add(slotKey, ChannelKey(slotKey, static_cast<char>('0' + channel)),
-                            "CH " + std::to_string(channel), ChannelImage.normal, ChannelImage.selected);
-    }
+    AddSlotNodes(main_.Nodes, moduleKey, main_.ReplyText, finding.checksum);
 }
 
 void BusSearch::End()

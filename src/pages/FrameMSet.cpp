@@ -116,6 +116,7 @@ void FrameMSet::BuildButtons()
     CmdDownLoadF = MakeButton(this, QStringLiteral("CmdDownLoadF"), "Download Fi&rmware");
     CmdMUpdate = MakeButton(this, QStringLiteral("CmdMUpdate"), "&Update");
     OnClick(main(), CmdLED, this, [this](const NodeKey &node) { Q_EMIT DisplayAsked(node); });
+    OnClick(main(), CmdDownLoadF, this, [this](const NodeKey &node) { Q_EMIT DownloadAsked(node); });
     OnClick(main(), CmdMUpdate, this, [this](const NodeKey &node) { CmdMUpdate_Click(node); });
 }
 

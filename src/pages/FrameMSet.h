@@ -52,6 +52,8 @@ Q_SIGNALS:
     void InputModeChanged();
     /// The display of a module is to be written by hand.
     void DisplayAsked(const vorn::NodeKey &node);
+    /// New firmware is to be put into a base unit.
+    void DownloadAsked(const vorn::NodeKey &node);
 
 private:
     void BuildFields();

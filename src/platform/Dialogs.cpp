@@ -60,7 +60,8 @@ std::optional<QString> RunFileDialog(QWidget *parent, const FileDialogOptions &o
 {
     QFileDialog dialog(parent, options.title, options.folder, options.filter);
     dialog.setAcceptMode(mode);
-    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    const bool existing = mode == QFileDialog::AcceptOpen && !options.anyName;
+    dialog.setFileMode(existing ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog.setDefaultSuffix(options.extension);
     if (!options.fileName.isEmpty())
         dialog.selectFile(options.fileName);

@@ -30,10 +30,11 @@ std::optional<QString> InputBox(std::string_view prompt, std::string_view title,
 /// What the common file dialog is told.
 struct FileDialogOptions {
     QString title;
-    QString folder;    ///< initial directory
-    QString fileName;  ///< name offered
-    QString extension; ///< default extension, without point
-    QString filter;    ///< "Description(*.ext)"
+    QString folder;       ///< initial directory
+    QString fileName;     ///< name offered
+    QString extension;    ///< default extension, without point
+    QString filter;       ///< "Description(*.ext)"
+    bool anyName = false; ///< a name that no file has can be chosen for reading, too
 };
 
 /// File chosen for reading or writing; nothing on Cancel.

@@ -42,6 +42,9 @@ public:
     bool PortOpen() const { return fd_ >= 0; }
     void SetPortOpen(bool open);
 
+    /// Whether the device has vanished since the port was opened, as far as was noticed.
+    bool HungUp() const { return hungUp_; }
+
     /// Characters received and not yet taken.
     int InBufferCount();
     /// Throws away what was received and not yet taken (the control's "InBufferCount = 0").

@@ -17,19 +17,49 @@ QString DataFolder()
         .filePath(QStringLiteral("vorn"));
 }
 
+QString &OtherFolder()
+{
+    static QString folder;
+    return folder;
+}
+
+QString FolderOfExecutable()
+{
+    return OtherFolder().isEmpty() ? QCoreApplication::applicationDirPath() : OtherFolder();
+}
+
 bool BesideExecutableIsWritable()
 {
-    return QFileInfo(QCoreApplication::applicationDirPath()).isWritable();
+    return QFileInfo(FolderOfExecutable()).isWritable();
 }
 
 } // namespace
 
+void SetProgramDirectory(const QString &folder)
+{
+    OtherFolder() = folder;
+}
+
 QString ProgramDirectory()
 {
     if (BesideExecutableIsWritable())
-        return QCoreApplication::applicationDirPath();
+        return FolderOfExecutable();
     QDir().mkpath(DataFolder());
     return DataFolder();
+}
+
+QString InAnyCase(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.exists())
+        return path;
+    const QDir folder = info.dir();
+    const QStringList names = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
+    for (const QString &name : names) {
+        if (name.compare(info.fileName(), Qt::CaseInsensitive) == 0)
+            return folder.filePath(name);
+    }
+    return {};
 }
 
 QString ProgramFile(const QString &name)
@@ -37,11 +67,11 @@ QString ProgramFile(const QString &name)
     QStringList folders;
     if (!BesideExecutableIsWritable())
         folders << DataFolder();
-    const QString beside = QCoreApplication::applicationDirPath();
+    const QString beside = FolderOfExecutable();
     folders << beside << QDir(beside).filePath(QStringLiteral("../share/vorn"));
     for (const QString &folder : folders) {
-        const QString path = QDir(folder).filePath(name);
-        if (QFileInfo::exists(path))
+        const QString path = InAnyCase(QDir(folder).filePath(name));
+        if (!path.isEmpty())
             return path;
     }
     return {};

@@ -7,6 +7,7 @@
 #include "shell/RowList.h"
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -287,8 +288,12 @@ void FormMain::ShowHelp(const QString &page)
 }
 
 /// The end of the main window is the end of the program, whatever is waiting or looping below.
-void FormMain::closeEvent(QCloseEvent *)
+void FormMain::closeEvent(QCloseEvent *event)
 {
+    if (MayEnd && !MayEnd()) {
+        event->ignore();
+        return;
+    }
     Q_EMIT Unload();
     MSComm1.SetPortOpen(false);
     EndProgram();

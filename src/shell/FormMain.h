@@ -168,6 +168,8 @@ public:
     void ArrangePage();
     /// Shows the help page of a subject; the contents if there is none.
     void ShowHelp(const QString &page);
+    /// Asked before the program ends at the operator's wish; a work that must not be broken off unawares.
+    std::function<bool()> MayEnd;
     /// Names the help page that F1 opens for the page on show.
     std::function<QString()> HelpPageOfPage;
 

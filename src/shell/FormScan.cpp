@@ -47,10 +47,14 @@ FormScan::FormScan(FormMain &main, ProgressOf work) : QWidget(nullptr, Qt::Windo
     const bool scan = work == ProgressOf::Scan;
     if (scan)
         setWindowTitle(ToQString(main.Nodes.Text(main.Nodes.Selected()) + " Searching ..."));
+    else if (work == ProgressOf::Download)
+        setWindowTitle(QStringLiteral("Download Firmware"));
 
     Animation1 = Named(new Animation(this), "Animation1", QStringLiteral("Progress animation"));
     Label1 = Named(new QLabel(this), "Label1");
     Label1->setHidden(scan);
+    LabTimeLeft = Named(new QLabel(this), "LabTimeLeft");
+    LabTimeLeft->setVisible(work == ProgressOf::Download);
     ProgressBar1 = Named(new QProgressBar(this), "ProgressBar1", QStringLiteral("Progress"));
     ProgressBar1->setRange(0, LastAddress);
     ProgressBar1->setValue(0);
@@ -58,7 +62,7 @@ FormScan::FormScan(FormMain &main, ProgressOf work) : QWidget(nullptr, Qt::Windo
     Command1 =
         Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
               "Command1");
-    Command1->setEnabled(work != ProgressOf::Download);
+    Allow(Command1, work != ProgressOf::Download, "To break the download off, close this window.");
     connect(Command1, &QPushButton::clicked, this, &FormScan::Command1_Click);
 
     auto *layout = new QVBoxLayout(this);
@@ -68,6 +72,7 @@ FormScan::FormScan(FormMain &main, ProgressOf work) : QWidget(nullptr, Qt::Windo
     layout->addWidget(Label1);
     BuildScanRow(layout);
     layout->addWidget(ProgressBar1);
+    layout->addWidget(LabTimeLeft);
     layout->addWidget(Command1, 0, Qt::AlignRight);
     SetTopmost(*this, true);
     main_.FormScan = this;
@@ -103,12 +108,12 @@ void FormScan::Command1_Click()
     close();
 }
 
-/// Closing the window by its frame stops the work as the button does; where the work can't be stopped it
-/// stays.
+/// Closing the window by its frame stops the work as the button does; where there is no stop it only asks.
 void FormScan::closeEvent(QCloseEvent *event)
 {
     if (event->spontaneous() && !Command1->isEnabled()) {
         event->ignore();
+        Q_EMIT CloseAsked();
         return;
     }
     if (event->spontaneous())
@@ -118,10 +123,12 @@ void FormScan::closeEvent(QCloseEvent *event)
 
 void FormScan::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape && Command1->isEnabled())
+    if (event->key() != Qt::Key_Escape)
+        QWidget::keyPressEvent(event);
+    else if (Command1->isEnabled())
         Command1_Click();
     else
-        QWidget::keyPressEvent(event);
+        Q_EMIT CloseAsked();
 }
 
 } // namespace vorn

@@ -16,7 +16,7 @@ class FormMain;
 enum class ProgressOf {
     Scan,
     Memory,   ///< the transfer of a logger's records
-    Download, ///< of firmware, which can't be stopped
+    Download, ///< of firmware, which has no stop button; to close its window asks to break it off
 };
 
 /// Progress window of the long handlers.
@@ -37,7 +37,12 @@ public:
     QLabel *LabScaningH; ///< address, hexadecimal
     QLabel *LabScaningD; ///< address, decimal
     QLabel *Label1;      ///< subject of a transfer
+    QLabel *LabTimeLeft; ///< time that a transfer still needs
     QPushButton *Command1;
+
+Q_SIGNALS:
+    /// The operator wants to close the window of a download.
+    void CloseAsked();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -25,6 +25,8 @@ public:
     PageSelection(FormMain &main, Pages &pages, ModulePageLoad &load, LiveData &live);
 
     void TreeView1_NodeClick(const std::string &key);
+    /// Lists the slots of a base unit, whose page is on show, as they stand in the tree.
+    void FillSlotList(const std::string &key);
 
 Q_SIGNALS:
     /// The console of a model is to be shown; returns when it has closed. `consoleBaud` is the line speed as
@@ -42,7 +44,6 @@ private:
     void ShowPort(const std::string &key);
     void ShowModule(const std::string &key);
     void ShowConsole(const std::string &key);
-    void FillSlotList(const std::string &key);
     void Apply(const PageDescription &page);
     bool IsPortPageOnShow(const std::string &key) const;
     void PopupCOM(const std::string &key);

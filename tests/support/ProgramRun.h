@@ -27,10 +27,16 @@ class TestClock final : public vorn::Clock
 {
 public:
     std::optional<double> timeOfDay;    ///< seconds since midnight
+    std::function<void()> looked;       ///< called at each look at that time, before it is told
     std::optional<std::uint32_t> ticks; ///< stands still: no time-out ever comes
 
     std::uint32_t GetTickCount() const override { return ticks ? *ticks : Clock::GetTickCount(); }
-    double Timer() const override { return timeOfDay ? *timeOfDay : Clock::Timer(); }
+    double Timer() const override
+    {
+        if (looked)
+            looked();
+        return timeOfDay ? *timeOfDay : Clock::Timer();
+    }
 };
 
 /// The whole program on ports of the test's own. Ports are made before the program starts, by a simulator or
