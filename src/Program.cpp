@@ -53,6 +53,7 @@ void InitResources()
 Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
       ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main), Calibration(Main),
+      Configuration(Main),
       PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports),
       FirmwareDownload(Main)
 {
@@ -72,6 +73,11 @@ void Program::AttachMenus()
 {
     Main.OnAction({Main.Search, Main.CSearch, Main.ToolButton(FormMain::SearchButton)},
                   [this] { BusSearch.Search_Click(); });
+    Main.OnAction({Main.VORNSaveSet, Main.AVORNSaveSet, Main.ToolButton(FormMain::SaveSetButton)},
+                  [this] { Configuration.VORNSaveSet_Click(); });
+    Main.OnAction({Main.VORNLoadSet, Main.AVORNLoadSet, Main.ToolButton(FormMain::LoadSetButton)},
+                  [this] { Configuration.VORNLoadSet_Click(); });
+    Main.OnAction({Main.Save, Main.ToolButton(FormMain::SaveFileButton)}, [this] { Configuration.Save_Click(); });
     Main.OnAction({Main.VORNabout}, [this] { std::make_unique<frmAbout>(&Main)->exec(); });
 }
 
@@ -96,11 +102,6 @@ void Program::GreyOutUnbuilt()
 {
     for (const char *button : {"CmdMemConfig", "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
         GreyOut(Pages.Control(button));
-    for (QAction *entry :
-         {Main.Save, Main.VORNLoadSet, Main.VORNSaveSet, Main.AVORNLoadSet, Main.AVORNSaveSet,
-          Main.ToolButton(FormMain::SaveFileButton), Main.ToolButton(FormMain::SaveSetButton),
-          Main.ToolButton(FormMain::LoadSetButton)})
-        GreyOut(entry);
 }
 
 bool Program::Load()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calibration/FormCalibration.h"
+#include "configuration/Configuration.h"
 #include "consoles/Consoles.h"
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
@@ -37,6 +38,7 @@ public:
     class LiveData LiveData;
     class Consoles Consoles;
     class Calibration Calibration;
+    class Configuration Configuration;
     class PageSelection PageSelection;
     class BenchTools BenchTools;
     class FirmwareDownload FirmwareDownload;
