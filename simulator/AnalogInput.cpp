@@ -87,13 +87,30 @@ constexpr SettingRow FastRecordSettings[] = {
     {"format", "00", TakeFormat},
 };
 
-// "FF" in either field of a write leaves that field as it is: the format belongs to the slot, the range to
-// the channel.
+// "FF" in either field of a write leaves that field as it is. Of a fast card the format belongs to the slot
+// and the range to the channel: what a write says of the other one must be possible, and is let go.
+Answer WriteFastRecord(Unit &unit, const Command &command)
+{
+    constexpr std::string_view AsItIs = "FF";
+    const int channel = command.match.channel;
+    const std::string_view range = std::string_view(command.match.data).substr(0, 2);
+    const std::string_view format = std::string_view(command.match.data).substr(2);
+    const bool ofSlot = channel == NoChannel;
+    if ((range != AsItIs && !TakeRange(unit, ofSlot ? 0 : channel, range)) ||
+        (format != AsItIs && !TakeFormat(unit, NoChannel, format)))
+        return Refused();
+    if (ofSlot && format != AsItIs)
+        unit.Write("format", NoChannel, format);
+    if (!ofSlot && range != AsItIs)
+        unit.Write("range", channel, range);
+    return {'!', true, {}, Stores};
+}
+
 constexpr CommandRow FastRecordCommands[] = {
     {"$B", ReadRangeAndFormat},
-    {"$AFFxx", WriteSetting, "format", Stores},
+    {"$Axxxx", WriteFastRecord},
     {"$CcB", ReadRangeAndFormat},
-    {"$CcAxxFF", WriteSetting, "range", Stores},
+    {"$CcAxxxx", WriteFastRecord},
 };
 
 constexpr CommandRow CardInputCommands[] = {

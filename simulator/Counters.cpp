@@ -159,6 +159,7 @@ constexpr SettingRow PresetSettings[] = {
 
 constexpr CommandRow PresetCommands[] = {
     {"@DI", ReadPresetStatus},
+    {"@DIc", ReadPresetStatus}, // the digit makes no difference
     {"@Gc", ReadSetting, "initial"},
     {"@Pcxxxxxxxx", WriteSetting, "initial", Stores},
     {"@RP", ReadPreset0},

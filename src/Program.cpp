@@ -53,8 +53,7 @@ void InitResources()
 Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
       ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main), Calibration(Main),
-      Configuration(Main),
-      PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports),
+      Configuration(Main), PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports),
       FirmwareDownload(Main)
 {
     AttachMenus();
@@ -77,7 +76,8 @@ void Program::AttachMenus()
                   [this] { Configuration.VORNSaveSet_Click(); });
     Main.OnAction({Main.VORNLoadSet, Main.AVORNLoadSet, Main.ToolButton(FormMain::LoadSetButton)},
                   [this] { Configuration.VORNLoadSet_Click(); });
-    Main.OnAction({Main.Save, Main.ToolButton(FormMain::SaveFileButton)}, [this] { Configuration.Save_Click(); });
+    Main.OnAction({Main.Save, Main.ToolButton(FormMain::SaveFileButton)},
+                  [this] { Configuration.Save_Click(); });
     Main.OnAction({Main.VORNabout}, [this] { std::make_unique<frmAbout>(&Main)->exec(); });
 }
 

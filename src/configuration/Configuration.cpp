@@ -103,7 +103,8 @@ void Configuration::VORNSaveSet_Click()
         MsgBox("Save Configuration file is successful !", MsgBoxStyle::Information,
                "Save Configuration file is successful");
     else
-        MsgBox("Save Configuration file is fault !", MsgBoxStyle::Critical, "Save Configuration file is fault");
+        MsgBox("Save Configuration file is fault !", MsgBoxStyle::Critical,
+               "Save Configuration file is fault");
     Reload(main_);
 }
 

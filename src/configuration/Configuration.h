@@ -12,8 +12,8 @@ namespace vorn
 
 class FormMain;
 
-/// Saves the settings of a module or a base unit to a file, replays such a file, and writes the list of what is
-/// connected.
+/// Saves the settings of a module or a base unit to a file, replays such a file, and writes the list of what
+/// is connected.
 class Configuration final
 {
 public:

@@ -30,8 +30,8 @@ std::vector<std::string> AlarmModeCommands(const NodeKey &node, std::string_view
     return {Write(Register::EnableAlarm, node, letter)};
 }
 
-/// Of a counter with presets each bit is the alarm of one counter. Without checksum a disabled alarm goes out in the
-/// query's spelling: files have been replayed so from the start, and modules in the field answer it.
+/// Of a counter with presets each bit is the alarm of one counter. Without checksum a disabled alarm goes out
+/// in the query's spelling: files have been replayed so from the start, and modules in the field answer it.
 std::vector<std::string> PresetAlarmCommands(const NodeKey &node, std::string_view digit)
 {
     constexpr int CountersOfModule = 2;
@@ -59,7 +59,8 @@ std::vector<std::string> CounterAlarmCommands(const NodeKey &node, std::string_v
     return {};
 }
 
-std::vector<std::string> ChannelModeCommands(const RecordStep &record, const NodeKey &node, std::string_view letter)
+std::vector<std::string> ChannelModeCommands(const RecordStep &record, const NodeKey &node,
+                                             std::string_view letter)
 {
     const Register enable =
         record.reg == Register::HighAlarmMode ? Register::HighAlarmEnable : Register::LowAlarmEnable;

@@ -36,7 +36,8 @@ void ConfigurationWalk::AddCards(std::string_view slotTypes, int slots)
 
 void ConfigurationWalk::Step(const Entry &entry)
 {
-    progress_.Step(RecordLabel(entry.record.reg, entry.node, entry.record.index), static_cast<int>(entries_.size()));
+    progress_.Step(RecordLabel(entry.record.reg, entry.node, entry.record.index),
+                   static_cast<int>(entries_.size()));
 }
 
 bool ConfigurationWalk::Save()

@@ -14,8 +14,8 @@ namespace vorn
 class ConfigurationLines;
 class FormMain;
 
-/// One walk over the records of a module, or of a base unit and its cards, in the order of a configuration file. The
-/// first command that isn't accepted ends it.
+/// One walk over the records of a module, or of a base unit and its cards, in the order of a configuration
+/// file. The first command that isn't accepted ends it.
 class ConfigurationWalk final
 {
 public:
@@ -25,8 +25,8 @@ public:
     bool Save();
     const std::string &Text() const { return text_; }
 
-    /// Writes the records of a file back; false behind a refusal, or for a file of another model or of other cards.
-    /// Each write waits until the module is ready again; what was written stays.
+    /// Writes the records of a file back; false behind a refusal, or for a file of another model or of other
+    /// cards. Each write waits until the module is ready again; what was written stays.
     bool Load(ConfigurationLines &lines);
 
 private:

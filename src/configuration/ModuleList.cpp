@@ -20,8 +20,8 @@ std::string BaudText(const std::string &portText, std::span<const std::string> p
 {
     constexpr std::size_t NumberAt = 4; // in "COM3"
     const std::string number = Mid(portText, NumberAt);
-    const auto entry =
-        std::ranges::find_if(portBauds, [&](const std::string &candidate) { return Mid(candidate, 2) == number; });
+    const auto entry = std::ranges::find_if(
+        portBauds, [&](const std::string &candidate) { return Mid(candidate, 2) == number; });
     if (entry == portBauds.end())
         return {};
     const auto position = static_cast<std::size_t>(Val(Left(*entry, 1)));

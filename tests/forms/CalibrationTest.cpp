@@ -95,6 +95,11 @@ struct OpeningCase {
     const char *first; ///< the line that the opening sends; empty for none
 };
 
+void PrintTo(const OpeningCase &c, std::ostream *out)
+{
+    *out << c.name;
+}
+
 class CalibrationOpeningTest : public CalibrationTest, public ::testing::WithParamInterface<OpeningCase>
 {
 };

@@ -30,6 +30,11 @@ struct Look {
     bool dark;
 };
 
+void PrintTo(const Look &look, std::ostream *out)
+{
+    *out << look.name;
+}
+
 constexpr Look Looks[] = {{"light", 1, false}, {"large", 1.5, false}, {"dark", 1, true}};
 
 QPalette DarkPalette()

@@ -37,6 +37,11 @@ struct Load {
     std::size_t behindSlot = 0; ///< lines that aren't sent when the slot doesn't tell its configuration
 };
 
+void PrintTo(const Load &load, std::ostream *out)
+{
+    *out << load.name;
+}
+
 std::string Key(const std::string &model, char channel = '!', char port = '3')
 {
     return std::string("_000") + port + "2" + channel + "0A" + model;

@@ -185,6 +185,7 @@ void Operator::AnswerFile(const std::string &title, const std::string &offered, 
             return;
         }
         entry->setText(QString::fromStdString(name));
+        dialog->setOption(QFileDialog::DontConfirmOverwrite); // that question is the toolkit's
         QTest::keyClick(entry, Qt::Key_Return);
     });
     WaitFor([&] { return modal.isNull() || !modal->isVisible(); }, "end of the file dialog");
