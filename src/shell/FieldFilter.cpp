@@ -106,6 +106,12 @@ constexpr RuleRow Rules[] = {
      .enter = EnterKey::Taken,
      .judged = Judged::Result,
      .onePoint = true},
+    {.rule = WatchdogTime, .keys = Digits, .judged = Judged::Result},
+    {.rule = ColdJunction,
+     .keys = Signed,
+     .judged = Judged::Result,
+     .onePoint = true,
+     .signInFirstPlace = true},
 };
 
 const RuleRow &RowOf(FieldRule rule)

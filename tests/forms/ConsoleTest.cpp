@@ -1,0 +1,190 @@
+// What all consoles have of their window: port, closing, ticks and clicks that meet.
+
+#include "support/ConsoleRun.h"
+#include "support/LateBus.h"
+
+#include "platform/MSComm.h"
+
+namespace
+{
+
+class ConsoleTest : public ::testing::Test, public ConsoleRun
+{
+};
+
+TEST_F(ConsoleTest, APortThatIsHeldIsToldAndTheConsoleCloses)
+{
+    Rack("7254 address=0A");
+    Operate([&](Operator &op) {
+        vorn::MSComm holder(main().MSComm1.Ports());
+        op.Gui([&] {
+            holder.SetCommPort(2);
+            holder.SetPortOpen(true);
+        });
+        ClickConsole(op, "_0002!!0A7254");
+        op.AnswerBox("Port already open !", 16, "Port already open");
+        op.WaitFor([&] { return !Console(); }, "the end of the console");
+        EXPECT_EQ(rack().Commands(2), Lines{});
+        op.Gui([&] { holder.SetPortOpen(false); });
+    });
+}
+
+TEST_F(ConsoleTest, APortThatVanishesIsToldOnceAndTheConsoleCloses)
+{
+    Rack("7254 address=0A");
+    Operate([&](Operator &op) {
+        OpenConsole(op, "_0002!!0A7254");
+        rack().Pull(2);
+        op.Gui([&] { Timer()->setInterval(1); });
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        op.WaitFor([&] { return !Console(); }, "the end of the console");
+    });
+}
+
+TEST_F(ConsoleTest, AConsoleKeepsItsPortFromLoadToUnload)
+{
+    Rack("7254 address=0A");
+    Operate([&](Operator &op) {
+        OpenConsole(op, "_0002!!0A7254");
+        EXPECT_TRUE(op.Gui([&] { return Console()->MSComm.PortOpen(); }));
+        EXPECT_EQ(op.Gui([&] { return Console()->MSComm.Settings(); }), "9600,N,8,1");
+        op.Press(Console(), Qt::Key_Escape);
+        op.WaitFor([&] { return !Console(); }, "the end of the console");
+        vorn::MSComm other(main().MSComm1.Ports());
+        op.Gui([&] {
+            other.SetCommPort(2);
+            other.SetPortOpen(true);
+            other.SetPortOpen(false);
+        });
+    });
+}
+
+class LateConsoleTest : public ::testing::Test, public ProgramRun
+{
+protected:
+    void Open(Operator &op, LateBus &bus, const std::string &key)
+    {
+        op.Gui([&] {
+            main().Nodes.Add("KeyCOM002", key, "(0A)", "vorn4ico", "vorn4icoS");
+            LeftClick(key);
+        });
+        op.WaitFor([&] { return Console() && Console()->tmrTimer.isActive(); }, "the console");
+        op.Gui([&] { Console()->tmrTimer.setInterval(std::chrono::hours(1)); });
+        op.WaitFor([&] { return !main().Gate.IsOnLine(); }, "a free line");
+        op.Settle();
+        bus.Forget();
+        clock.ticks = 1; // a reply that is held back is never late
+    }
+    vorn::ConsoleForm *Console() { return main().findChild<vorn::ConsoleForm *>(); }
+    template <class Control = QWidget>
+    Control *Part(const char *name)
+    {
+        return Console()->findChild<Control *>(QLatin1String(name));
+    }
+    void Tick(Operator &op)
+    {
+        op.Gui([&] { QMetaObject::invokeMethod(&Console()->tmrTimer, "timeout"); });
+        op.Settle();
+    }
+};
+
+TEST_F(LateConsoleTest, ATickThatMeetsATransactionIsDropped)
+{
+    LateBus bus(ports.Link(2), "module 7254 address=0A");
+    Operate([&](Operator &op) {
+        Open(op, bus, "_0002!!0A7254");
+        bus.Hold("$0A6");
+        Tick(op);
+        op.WaitFor([&] { return bus.Held() == "$0A6"; }, "the poll");
+        Tick(op);
+        Tick(op);
+        bus.Release();
+        op.WaitFor([&] { return !main().Gate.IsOnLine(); }, "the reply");
+        op.Settle();
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"$0A6"}));
+        Tick(op);
+        op.WaitFor([&] { return bus.Lines().size() == 2; }, "the next poll");
+        clock.ticks.reset();
+        op.Gui([&] { Console()->close(); });
+        op.WaitFor([&] { return !Console(); }, "the end");
+    });
+}
+
+TEST_F(LateConsoleTest, AClickInATransactionRunsBehindItOnce)
+{
+    LateBus bus(ports.Link(2), "module 7262 address=0A inputs=00 outputs=00");
+    Operate([&](Operator &op) {
+        Open(op, bus, "_0002!!0A7262");
+        bus.Hold("$0A6");
+        Tick(op);
+        op.WaitFor([&] { return bus.Held() == "$0A6"; }, "the poll");
+        op.Gui([&] {
+            QTest::keyClick(Part("DIOH_1"), Qt::Key_Space);
+            QTest::keyClick(Part("DIOH_2"), Qt::Key_Space);
+        });
+        op.Settle();
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"$0A6"})) << "nothing enters a transaction";
+        bus.Release();
+        op.WaitFor([&] { return bus.Lines().size() == 3; }, "both switches");
+        op.Settle();
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"$0A6", "#0A0002", "#0A0006"}));
+        clock.ticks.reset();
+        op.Gui([&] { Console()->close(); });
+        op.WaitFor([&] { return !Console(); }, "the end");
+    });
+}
+
+TEST_F(LateConsoleTest, ClosingInATransactionLeavesTheConsoleAndNothingFollows)
+{
+    LateBus bus(ports.Link(2), "module 7262 address=0A inputs=00 outputs=00");
+    Operate([&](Operator &op) {
+        Open(op, bus, "_0002!!0A7262");
+        bus.Hold("#0A00");
+        op.Gui([&] { QTest::keyClick(Part("DIOH_1"), Qt::Key_Space); });
+        op.WaitFor([&] { return !bus.Held().empty(); }, "the switch");
+        op.Gui([&] {
+            Part<QAbstractButton>("cmdGeneralUpdate")->click();
+            Console()->close();
+        });
+        op.WaitFor([&] { return !Console(); }, "the end");
+        bus.Release();
+        op.Settle();
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"#0A0002"}));
+        clock.ticks.reset();
+    });
+}
+
+TEST_F(LateConsoleTest, ClosingInTheSettlingTimeOfAnUpdateSendsNothingMore)
+{
+    LateBus bus(ports.Link(2), "module 7254 address=0A");
+    Operate([&](Operator &op) {
+        Open(op, bus, "_0002!!0A7254");
+        op.Gui([&] { Part<QAbstractButton>("cmdGeneralUpdate")->click(); });
+        op.Settle();
+        op.WaitFor([&] { return Console()->Updating; }, "the update"); // its clock stands still
+        op.Gui([&] { Console()->close(); });
+        op.WaitFor([&] { return !Console(); }, "the end");
+        EXPECT_EQ(bus.Lines(), std::vector<std::string>{});
+        clock.ticks.reset();
+    });
+}
+
+TEST_F(LateConsoleTest, ASecondPressOfUpdateIsIgnored)
+{
+    LateBus bus(ports.Link(2), "module 7254 address=0A");
+    Operate([&](Operator &op) {
+        Open(op, bus, "_0002!!0A7254");
+        clock.ticks.reset();
+        op.Gui([&] {
+            Part<QAbstractButton>("cmdGeneralUpdate")->click();
+            Part<QAbstractButton>("cmdGeneralUpdate")->click();
+        });
+        op.AnswerBox("Configuration is successful!", 64, "Configuration is successful");
+        op.Settle();
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"%0A0A400600", "$0A2"}));
+        op.Gui([&] { Console()->close(); });
+        op.WaitFor([&] { return !Console(); }, "the end");
+    });
+}
+
+} // namespace
