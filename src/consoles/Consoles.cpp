@@ -1,5 +1,7 @@
 #include "consoles/Consoles.h"
 
+#include "consoles/Form7216.h"
+#include "consoles/Form7227.h"
 #include "consoles/Form7254.h"
 #include "consoles/Form7262.h"
 #include "consoles/Form7276.h"
@@ -27,10 +29,8 @@ struct ConsoleRow {
 };
 
 constexpr ConsoleRow Rows[] = {
-
-    {"7254", Make<Form7254>},
-    {"7262", Make<Form7262>},
-    {"7276", Make<Form7276>},
+    {"7216", Make<Form7216>}, {"7227", Make<Form7227>}, {"7254", Make<Form7254>},
+    {"7262", Make<Form7262>}, {"7276", Make<Form7276>},
 };
 
 } // namespace
