@@ -4,6 +4,7 @@
 #include "consoles/Form7221P.h"
 #include "consoles/Form7224P.h"
 #include "consoles/Form7227.h"
+#include "consoles/Form7234.h"
 #include "consoles/Form7254.h"
 #include "consoles/Form7262.h"
 #include "consoles/Form7276.h"
@@ -32,8 +33,8 @@ struct ConsoleRow {
 
 constexpr ConsoleRow Rows[] = {
     {"7216", Make<Form7216>}, {"7221P", Make<Form7221P>}, {"7224P", Make<Form7224P>},
-    {"7227", Make<Form7227>}, {"7254", Make<Form7254>},   {"7262", Make<Form7262>},
-    {"7276", Make<Form7276>},
+    {"7227", Make<Form7227>}, {"7234", Make<Form7234>},   {"7254", Make<Form7254>},
+    {"7262", Make<Form7262>}, {"7276", Make<Form7276>},
 };
 
 } // namespace
