@@ -12,11 +12,13 @@
 #include "shell/LineExchange.h"
 
 #include <QAbstractButton>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -75,9 +77,21 @@ void ConsoleWindow::FitScreen()
     // Return in an entry presses no button: each update is meant.
     for (QPushButton *button : findChildren<QPushButton *>())
         button->setAutoDefault(false);
+    // What only shows a text is no stop on the way through the window.
+    for (QLineEdit *field : findChildren<QLineEdit *>()) {
+        if (field->isReadOnly())
+            field->setFocusPolicy(Qt::ClickFocus);
+    }
     body_->ensurePolished();
-    const QSize wanted = body_->sizeHint() + QSize(4, 4);
-    resize(wanted.boundedTo(SmallestScreen - FrameAndBar));
+    const QSize room = SmallestScreen - FrameAndBar;
+    QSize wanted = body_->sizeHint() + QSize(4, 4);
+    // A scroll bar for the one direction takes from the other.
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 4;
+    if (wanted.width() > room.width())
+        wanted.rheight() += bar;
+    if (wanted.height() > room.height())
+        wanted.rwidth() += bar;
+    resize(wanted.boundedTo(room));
 }
 
 void ConsoleWindow::Load()

@@ -138,6 +138,8 @@ void Form7234::BuildOutput()
                           i % 2 * 2);
         values->addWidget(value, i / 2, i % 2 * 2 + 1);
     }
+    values->setColumnStretch(1, 1);
+    values->setColumnStretch(3, 1);
     rows.WideRow(values);
     ChannelOut = MakeChoice(Frame4, QStringLiteral("ChannelOut"), QStringLiteral("Output channel"), 6);
     AddChannels(ChannelOut);

@@ -46,7 +46,7 @@ void InputConsole::BuildChannelPage()
     cboChannel = MakeChoice(Channel, QStringLiteral("cboChannel"), QStringLiteral("Channel"), 10);
     for (int i = 0; i < Channels(); ++i)
         cboChannel->addItem(QString::fromLatin1(design_.channelEntry).arg(i));
-    channelRows_->Row(MakeLabel(Channel, QStringLiteral("LabChannel"), "&Channel :", cboChannel), cboChannel);
+    channelRows_->Row(MakeLabel(Channel, QStringLiteral("LabChannel"), "C&hannel :", cboChannel), cboChannel);
     cboType = MakeChoice(Channel, QString::fromLatin1(design_.typeList), QStringLiteral("Type"), 18);
     for (const InputType &type : Types())
         cboType->addItem(ToQString(type.caption));
@@ -72,7 +72,6 @@ void InputConsole::BuildDataArea()
             txtvalue.back()->fontMetrics().horizontalAdvance(QStringLiteral("+0000.00 mV")) + 8);
         txtRange.push_back(
             MakeValue(AI, ElementName("txtRange", i), QStringLiteral("Type of channel %1").arg(i)));
-        txtRange.back()->setAutoFillBackground(true);
         txtRange.back()->setMargin(2);
         int widest = 0;
         for (const InputType &type : Types())
@@ -81,7 +80,7 @@ void InputConsole::BuildDataArea()
         const int row = grid->rowCount();
         grid->addWidget(lblChannel.back(), row, 0);
         grid->addWidget(txtvalue.back(), row, 1);
-        grid->addWidget(txtRange.back(), row, 2);
+        grid->addWidget(txtRange.back(), row, 3);
         if (!design_.lamps)
             continue;
         const LampNames &names = *design_.lamps;
@@ -92,11 +91,11 @@ void InputConsole::BuildDataArea()
                           new Lamp(AI, ElementName(names.off, i), Lamp::Kind::Off,
                                    name + QStringLiteral(" is disabled"))});
         const auto &[normal, fault, off] = lamps_.back();
-        grid->addWidget(LampPlace(AI, {normal, fault, off}), row, 3);
+        grid->addWidget(LampPlace(AI, {normal, fault, off}), row, 2);
         ShowOnly(lamps_.back(), off);
     }
     grid->setColumnStretch(1, 0);
-    grid->setColumnStretch(2, 1);
+    grid->setColumnStretch(3, 1);
 }
 
 void InputConsole::AddColdJunctionValue()

@@ -89,7 +89,8 @@ void Lamp::DrawMark(QPainter &painter, const QRectF &disc) const
         painter.drawPoint(at(0.5, 0.78));
         break;
     case Kind::Waiting:
-        painter.drawPoint(at(0.5, 0.5));
+        painter.setBrush(Qt::white);
+        painter.drawEllipse(at(0.5, 0.5), disc.width() / 12, disc.width() / 12);
         break;
     case Kind::Off:
         break;

@@ -25,6 +25,8 @@ ScanConsole::ScanConsole(FormMain &main, const ConsoleDesign &console, const Inp
     chkChannel = Named(new QCheckBox(QString::fromLatin1(enableCaption), Channel), "chkChannel",
                        QStringLiteral("Channel is enabled"));
     ChannelRows().Row(nullptr, chkChannel);
+    for (QLabel *range : txtRange)
+        range->setAutoFillBackground(true);
     cmdExit = MakeButton(General, QStringLiteral("cmdExit"), "Exit");
     connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
 
