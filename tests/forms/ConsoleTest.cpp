@@ -4,6 +4,9 @@
 #include "support/LateBus.h"
 
 #include "platform/MSComm.h"
+#include "protocol/CommandFrame.h"
+
+#include <QTextBrowser>
 
 namespace
 {
@@ -58,6 +61,49 @@ TEST_F(ConsoleTest, AConsoleKeepsItsPortFromLoadToUnload)
         });
     });
 }
+
+TEST_F(ConsoleTest, F1OpensTheHelpOfTheModelInAWindowThatCanBeUsed)
+{
+    Rack("7254 address=0A");
+    Operate([&](Operator &op) {
+        OpenConsole(op, "_0002!!0A7254");
+        op.Press(Console(), Qt::Key_F1);
+        const auto pages = [&] { return Console()->findChild<QTextBrowser *>(QStringLiteral("HelpPages")); };
+        op.WaitFor([&] { return pages() && pages()->isVisible(); }, "the help");
+        EXPECT_EQ(op.Gui([&] { return pages()->source().fileName(); }),
+                  QStringLiteral("digital-console.html"));
+        EXPECT_TRUE(op.Gui([&] { return pages()->isEnabled() && pages()->window() != Console(); }));
+        Close(op);
+    });
+}
+
+class AnyConsoleTest : public ConsoleRun, public ::testing::TestWithParam<const char *>
+{
+};
+
+TEST_P(AnyConsoleTest, StaysUsableWhateverTheModuleAnswers)
+{
+    using Kind = vornsim::Fault::Kind;
+    Rack(std::string(GetParam()) + " address=0A");
+    Operate([&](Operator &op) {
+        OpenConsole(op, std::string("_0002!!0A") + GetParam());
+        for (const Kind kind : {Kind::Garbage, Kind::NoReturn, Kind::InnerReturn, Kind::Lone, Kind::Long,
+                                Kind::AllBytes, Kind::WrongAddress, Kind::Split}) {
+            rack().ClearFaults();
+            rack().SetFault(2, "0A", {.kind = kind, .text = "X"});
+            EXPECT_FALSE(Poll(op).empty());
+        }
+        rack().ClearFaults();
+        EXPECT_FALSE(Poll(op).empty());
+        EXPECT_TRUE(op.Gui(
+            [&] { return vorn::IsAccepted(Console()->Reply) || vorn::IsAccepted(Console()->Reply, '>'); }));
+        Close(op);
+    });
+}
+
+// That of 7276 tells of each reply that it can't take, see there.
+INSTANTIATE_TEST_SUITE_P(Consoles, AnyConsoleTest,
+                         ::testing::Values("7216", "7221P", "7224P", "7227", "7234", "7254", "7262"));
 
 class LateConsoleTest : public ::testing::Test, public ProgramRun
 {
@@ -166,6 +212,62 @@ TEST_F(LateConsoleTest, ClosingInTheSettlingTimeOfAnUpdateSendsNothingMore)
         op.WaitFor([&] { return !Console(); }, "the end");
         EXPECT_EQ(bus.Lines(), std::vector<std::string>{});
         clock.ticks.reset();
+    });
+}
+
+TEST_F(LateConsoleTest, ASwitchInTheSettlingTimeOfAnUpdateRunsBehindIt)
+{
+    LateBus bus(ports.Link(2), "module 7262 address=0A inputs=00 outputs=00");
+    Operate([&](Operator &op) {
+        Open(op, bus, "_0002!!0A7262");
+        clock.ticks.reset();
+        op.Gui([&] { Part<QAbstractButton>("cmdGeneralUpdate")->click(); });
+        op.WaitFor([&] { return Console()->Updating; }, "the update");
+        op.Gui([&] { QTest::keyClick(Part("DIOH_0"), Qt::Key_Space); });
+        op.AnswerBox("Configuration is successful!", 64, "Configuration is successful");
+        op.WaitFor([&] { return bus.Lines().size() == 3; }, "the switch");
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"%0A0A400600", "$0A2", "#0A0001"}));
+        op.Gui([&] { Console()->close(); });
+        op.WaitFor([&] { return !Console(); }, "the end");
+    });
+}
+
+TEST_F(LateConsoleTest, ATickAboveWhichABoxStandsIsDropped)
+{
+    LateBus bus(ports.Link(2), "module 7216 address=0A");
+    Operate([&](Operator &op) {
+        Open(op, bus, "_0002!!0A7216");
+        clock.ticks.reset();
+        op.Gui([&] { Part<QAbstractButton>("cmdSpanCal")->click(); });
+        op.AwaitMessage("Please apply");
+        Tick(op);
+        Tick(op);
+        EXPECT_EQ(bus.Lines(), std::vector<std::string>{});
+        op.AnswerBox("Please apply 140ohm to Channel 0", 1, "Vorn-7216 Span Calibration");
+        op.AnswerBox("Span Calibration is successful!", 64, "Span Calibration is successful");
+        op.Settle();
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"$0A0C0"}));
+        op.Gui([&] { Console()->close(); });
+        op.WaitFor([&] { return !Console(); }, "the end");
+    });
+}
+
+TEST_F(LateConsoleTest, ClosingDuringTheLoadEndsIt)
+{
+    LateBus bus(ports.Link(2), "module 7224P address=0A");
+    Operate([&](Operator &op) {
+        bus.Hold("$0A2");
+        op.Gui([&] {
+            main().Nodes.Add("KeyCOM002", "_0002!!0A7224P", "(0A)", "vorn4ico", "vorn4icoS");
+            LeftClick("_0002!!0A7224P");
+        });
+        op.WaitFor([&] { return bus.Held() == "$0A2"; }, "the record");
+        op.Gui([&] { Console()->close(); });
+        op.WaitFor([&] { return !Console(); }, "the end");
+        bus.Release();
+        op.Settle();
+        EXPECT_EQ(bus.Lines(), (std::vector<std::string>{"$0AY", "$0A2"}));
+        EXPECT_FALSE(main().MSComm1.PortOpen());
     });
 }
 

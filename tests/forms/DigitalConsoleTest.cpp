@@ -293,7 +293,7 @@ TEST_F(DigitalConsoleTest, ADead7276TellsAtEachTick)
         for (int i = 0; i < 2; ++i) {
             rack().ClearTrace();
             op.Gui([&] { QMetaObject::invokeMethod(Timer(), "timeout"); });
-            op.AwaitBox("Setup is invalid");
+            op.AwaitMessage("Setup is invalid");
             EXPECT_FALSE(
                 op.Gui([&] { return main().findChild<vorn::ConsoleForm *>()->tmrTimer.isActive(); }));
             op.AnswerBox("Setup is invalid, please try again", 0, "VORN Utility");

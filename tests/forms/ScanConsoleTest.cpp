@@ -192,6 +192,51 @@ TEST_F(ScanConsoleTest, ChoosingAChannelForgetsWhatWasChosenForTheOneBefore)
     });
 }
 
+TEST_F(ScanConsoleTest, OfChannelsChosenOneAfterTheOtherTheLastIsRead)
+{
+    Rack("7216 address=0A");
+    Operate([&](Operator &op) {
+        OpenConsole(op, "_0002!!0A7216");
+        rack().ClearTrace();
+        op.Gui([&] {
+            for (const int channel : {1, 4, 2}) {
+                Part<QComboBox>("cboChannel")->setCurrentIndex(channel);
+                Q_EMIT Part<QComboBox>("cboChannel")->activated(channel);
+            }
+        });
+        op.Settle();
+        EXPECT_EQ(Sent(op), (Lines{"$0A8C2"}));
+        Close(op);
+    });
+}
+
+TEST_F(ScanConsoleTest, AnUpdateGoesToTheChannelThatWasOnShowAtThePress)
+{
+    Rack("7216 address=0A range=20 mask=3F");
+    Operate([&](Operator &op) {
+        OpenConsole(op, "_0002!!0A7216");
+        rack().ClearTrace();
+        op.Gui([&] {
+            auto *types = Part<QComboBox>("cboType");
+            types->setCurrentIndex(4);
+            Q_EMIT types->activated(4);
+            Part<QAbstractButton>("chkChannel")->click();
+            Part<QAbstractButton>("cmdChannelUpdate")->click();
+            Part<QAbstractButton>("cmdChannelUpdate")->click();
+            Part<QComboBox>("cboChannel")->setCurrentIndex(3);
+            Q_EMIT Part<QComboBox>("cboChannel")->activated(3);
+        });
+        op.AnswerBox(ChannelSet, 64, ChannelSetTitle);
+        op.WaitFor([&] { return rack().Commands(2).size() == 3; }, "the other channel");
+        EXPECT_EQ(Sent(op), (Lines{"$0A53E", "$0A7C0R24", "$0A8C3"}));
+        EXPECT_EQ(TextOf(op, "txtRange_0"), "Pt-100(.385) +/-200'C");
+        EXPECT_EQ(TextOf(op, "txtRange_3"), "Pt-100(.385) -50 to 150'C");
+        EXPECT_EQ(TextOf(op, "cboType"), "Pt-100(.385) -50 to 150'C");
+        EXPECT_TRUE(IsOn(op, "chkChannel"));
+        Close(op);
+    });
+}
+
 TEST_F(ScanConsoleTest, TheGeneralUpdateSendsOnlyWhatWasChanged)
 {
     Rack("7216 address=0A watchdog=0100");
