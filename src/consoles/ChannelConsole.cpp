@@ -12,8 +12,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include <utility>
-
 namespace vorn
 {
 
@@ -46,10 +44,7 @@ ChannelConsole::ChannelConsole(FormMain &main, const ConsoleDesign &console, con
             AllowUpdate();
         });
     OnPressWith(cmdChannelUpdate, [this] {
-        const ChannelEntry entry{cboChannel->currentIndex(), cboType->currentIndex(),
-                                 chkEnable[0]->isChecked(), std::exchange(EnableChanged, false),
-                                 std::exchange(TypeChanged, false)};
-        return [this, entry] { cmdChannelUpdate_Click(entry); };
+        return [this, entry = TakeEntry(chkEnable[0]->isChecked())] { cmdChannelUpdate_Click(entry); };
     });
 }
 
@@ -112,12 +107,8 @@ void ChannelConsole::InitialChannel()
     ShowType(ReadType(0));
     cboChannel->setCurrentIndex(0);
     ShowEnabled(IsEnabled(0));
-    for (int i = 0; i < Channels(); ++i) {
-        const int position = ReadType(i);
-        if (IsAccepted(Reply))
-            txtRange[static_cast<std::size_t>(i)]->setText(
-                position < 0 ? QString() : ToQString(Types()[static_cast<std::size_t>(position)].caption));
-    }
+    for (int i = 0; i < Channels(); ++i)
+        ShowRange(i);
     Ready = true;
     TypeChanged = EnableChanged = false;
     tmrTimer.start();

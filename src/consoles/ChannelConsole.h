@@ -27,14 +27,6 @@ protected:
     /// What a poll reads behind the channels.
     virtual void ReadMore() {}
 
-    /// What the operator has set for a channel.
-    struct ChannelEntry {
-        int channel;
-        int type;
-        bool enabled;
-        bool enableChanged;
-        bool typeChanged;
-    };
     /// Writes what was changed; true if nothing failed. What failed is told.
     virtual bool WriteChannel(const ChannelEntry &entry);
     bool WriteChangedType(const ChannelEntry &entry);

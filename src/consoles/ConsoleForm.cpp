@@ -30,6 +30,14 @@ constexpr int FirstBaudCode = 3;
 
 constexpr const char *OnlyInInit = "This can be changed in the initial state only.";
 
+/// Value of the two hexadecimal digits at a position from 1; -1 where there are none.
+int HexAt(std::string_view reply, std::size_t position)
+{
+    const int high = HexDigitValue(CharAt(reply, position));
+    const int low = HexDigitValue(CharAt(reply, position + 1));
+    return high < 0 || low < 0 ? -1 : high * 16 + low;
+}
+
 std::string DecimalAddress(std::string_view hexAddress)
 {
     return PadLeft(std::to_string(static_cast<int>(HexVal(hexAddress))), 2, '0');
@@ -37,12 +45,26 @@ std::string DecimalAddress(std::string_view hexAddress)
 
 } // namespace
 
-int HexAt(std::string_view reply, std::size_t position)
+class ConsoleForm::Frozen final
 {
-    const int high = HexDigitValue(CharAt(reply, position));
-    const int low = HexDigitValue(CharAt(reply, position + 1));
-    return high < 0 || low < 0 ? -1 : high * 16 + low;
-}
+public:
+    Frozen(ConsoleForm &console, QWidget *part) : part_(part), focus_(console.focusWidget())
+    {
+        part_->setEnabled(false);
+    }
+    ~Frozen()
+    {
+        part_->setEnabled(true);
+        if (focus_)
+            focus_->setFocus();
+    }
+    Frozen(const Frozen &) = delete;
+    Frozen &operator=(const Frozen &) = delete;
+
+private:
+    QWidget *part_;
+    QPointer<QWidget> focus_;
+};
 
 ConsoleForm::ConsoleForm(FormMain &main, const ConsoleDesign &design)
     : ConsoleWindow(main, design.name, design.caption)
@@ -58,12 +80,12 @@ ConsoleForm::ConsoleForm(FormMain &main, const ConsoleDesign &design)
 void ConsoleForm::BuildGeneral(const ConsoleDesign &design)
 {
     General = Named(new QGroupBox(QStringLiteral("General Setting"), Body()), "General");
-    generalRows_ = new FrameGrid(General);
+    generalRows_.emplace(General);
     txtOldAddress = MakeEntry(General, QStringLiteral("txtOldAddress"), QStringLiteral("Present address"));
     SetWritable(*txtOldAddress, false);
     txtNewAddress =
         MakeEntry(General, QStringLiteral("txtNewAddress"), QStringLiteral("New address, decimal"));
-    GuardField(txtNewAddress, FieldRule::Address);
+    GuardField(txtNewAddress, FieldRule::ConsoleAddress);
     const int digits = txtNewAddress->fontMetrics().horizontalAdvance(QStringLiteral("000000"));
     txtOldAddress->setFixedWidth(digits);
     txtNewAddress->setFixedWidth(digits);
@@ -104,15 +126,19 @@ void ConsoleForm::BuildGeneral(const ConsoleDesign &design)
 void ConsoleForm::EndGeneral()
 {
     generalRows_->Buttons({cmdGeneralUpdate});
-    delete std::exchange(generalRows_, nullptr);
+    generalRows_.reset();
 }
 
 void ConsoleForm::Form_Load()
 {
     Updating = Changed = false;
-    InitialGeneral();
-    InitialData();
-    ClearFlags();
+    {
+        const Frozen frozen(*this, Body());
+        InitialGeneral();
+        InitialData();
+        ClearFlags();
+    }
+    txtNewAddress->setFocus();
     tmrTimer.start();
 }
 
@@ -188,6 +214,7 @@ void ConsoleForm::TellInvalid(std::string_view text)
 
 void ConsoleForm::cmdGeneralUpdate_Click()
 {
+    const Frozen frozen(*this, General);
     Updating = true;
     tmrTimer.stop();
     const bool record = WritesRecord();

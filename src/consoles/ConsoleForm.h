@@ -1,7 +1,9 @@
 #pragma once
 
 #include "consoles/ConsoleWindow.h"
+#include "shell/Controls.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,8 +15,6 @@ class QPushButton;
 
 namespace vorn
 {
-
-class FrameGrid;
 
 /// What a console's frame is built from.
 struct ConsoleDesign {
@@ -100,6 +100,10 @@ protected:
     static constexpr int Attempts = 4;
 
 private:
+    /// Disables a part of the window for as long as it lives, so that nothing is typed that the action which
+    /// runs would overwrite. The focus comes back.
+    class Frozen;
+
     struct Record {
         std::string source; ///< address before, two hexadecimal digits
         std::string address;
@@ -118,11 +122,8 @@ private:
     void ShowCheckRead(Record &record);
     void TellRefused(const Record &record);
 
-    FrameGrid *generalRows_ = nullptr;
-    std::string source_; ///< address that the last update kept
+    std::optional<FrameGrid> generalRows_; ///< until the page is complete
+    std::string source_;                   ///< address that the last update kept
 };
-
-/// Value of the two hexadecimal digits at a position from 1; -1 where there are none.
-int HexAt(std::string_view reply, std::size_t position);
 
 } // namespace vorn

@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace vorn
 {
 
@@ -42,7 +44,7 @@ InputConsole::InputConsole(FormMain &main, const ConsoleDesign &console, const I
 void InputConsole::BuildChannelPage()
 {
     Channel = Named(new QGroupBox(QStringLiteral("Channel Mode Setting"), Body()), "Channel");
-    channelRows_ = new FrameGrid(Channel);
+    channelRows_.emplace(Channel);
     cboChannel = MakeChoice(Channel, QStringLiteral("cboChannel"), QStringLiteral("Channel"), 10);
     for (int i = 0; i < Channels(); ++i)
         cboChannel->addItem(QString::fromLatin1(design_.channelEntry).arg(i));
@@ -62,7 +64,7 @@ void InputConsole::BuildChannelPage()
 void InputConsole::BuildDataArea()
 {
     AI = Named(new QGroupBox(QStringLiteral("Data Area"), Body()), "AI");
-    dataRows_ = new FrameGrid(AI);
+    dataRows_.emplace(AI);
     QGridLayout *grid = dataRows_->Layout();
     for (int i = 0; i < Channels(); ++i) {
         const QString name = QStringLiteral("Channel %1").arg(i);
@@ -115,8 +117,8 @@ void InputConsole::ReadColdJunctionValue()
 void InputConsole::Arrange(std::initializer_list<QWidget *> below)
 {
     EndGeneral();
-    delete std::exchange(channelRows_, nullptr);
-    delete std::exchange(dataRows_, nullptr);
+    channelRows_.reset();
+    dataRows_.reset();
     auto *left = new QVBoxLayout;
     left->setSpacing(Rhythm::BetweenFrames);
     left->addWidget(General);
@@ -158,10 +160,26 @@ int InputConsole::ReadType(int channel)
     return PositionOfCode(Types(), Cut(Reply, RowOf(Register::ChannelType).value));
 }
 
+bool InputConsole::ShowRange(int channel)
+{
+    const int position = ReadType(channel);
+    if (!IsAccepted(Reply))
+        return false;
+    txtRange[static_cast<std::size_t>(channel)]->setText(
+        position < 0 ? QString() : ToQString(Types()[static_cast<std::size_t>(position)].caption));
+    return true;
+}
+
 void InputConsole::ShowType(int position)
 {
     if (!TypeChanged && position >= 0)
         cboType->setCurrentIndex(position);
+}
+
+InputConsole::ChannelEntry InputConsole::TakeEntry(bool enabled)
+{
+    return {cboChannel->currentIndex(), cboType->currentIndex(), enabled, std::exchange(EnableChanged, false),
+            std::exchange(TypeChanged, false)};
 }
 
 bool InputConsole::WriteMask(int channel, bool enabled)

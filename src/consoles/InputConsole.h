@@ -83,8 +83,21 @@ protected:
 
     /// Reads a channel's type; its list position, -1 if the module doesn't answer or the code isn't known.
     int ReadType(int channel);
+    /// Reads a channel's type into its row of the data area; false if the module doesn't answer.
+    bool ShowRange(int channel);
     /// Shows a type that was read, unless the operator has chosen another one meanwhile.
     void ShowType(int position);
+
+    /// What the operator has set for a channel when he presses its update.
+    struct ChannelEntry {
+        int channel;
+        int type;
+        bool enabled;
+        bool enableChanged;
+        bool typeChanged;
+    };
+    /// Takes it, and clears its flags: what is changed from now on is for the next update.
+    ChannelEntry TakeEntry(bool enabled);
     bool WriteMask(int channel, bool enabled);
     bool WriteType(int channel, int position);
     void TellChannelSet();
@@ -112,7 +125,6 @@ protected:
 
     void ClearFlags() override;
 
-    QGroupBox *ChannelFrame() const { return Channel; }
     FrameGrid &ChannelRows() { return *channelRows_; }
 
 private:
@@ -120,8 +132,8 @@ private:
     void BuildDataArea();
 
     InputDesign design_;
-    FrameGrid *channelRows_ = nullptr;
-    FrameGrid *dataRows_ = nullptr;
+    std::optional<FrameGrid> channelRows_; ///< until the page is complete
+    std::optional<FrameGrid> dataRows_;
     std::vector<std::array<Lamp *, 3>> lamps_; ///< normal, fault, off
 };
 

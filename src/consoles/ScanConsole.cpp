@@ -13,8 +13,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include <utility>
-
 namespace vorn
 {
 
@@ -37,9 +35,7 @@ ScanConsole::ScanConsole(FormMain &main, const ConsoleDesign &console, const Inp
     connect(cboType, &QComboBox::activated, this, [this] { TypeChanged = true; });
     connect(chkChannel, &QCheckBox::clicked, this, [this] { EnableChanged = true; });
     OnPressWith(cmdChannelUpdate, [this] {
-        const ChannelEntry entry{cboChannel->currentIndex(), cboType->currentIndex(), chkChannel->isChecked(),
-                                 std::exchange(EnableChanged, false), std::exchange(TypeChanged, false)};
-        return [this, entry] { cmdChannelUpdate_Click(entry); };
+        return [this, entry = TakeEntry(chkChannel->isChecked())] { cmdChannelUpdate_Click(entry); };
     });
 }
 
@@ -90,11 +86,8 @@ bool ScanConsole::ReadChannels()
 void ScanConsole::InitialRange()
 {
     for (int i = 0; i < Channels(); ++i) {
-        const int position = ReadType(i);
-        if (!IsAccepted(Reply))
+        if (!ShowRange(i))
             return;
-        txtRange[static_cast<std::size_t>(i)]->setText(
-            position < 0 ? QString() : ToQString(Types()[static_cast<std::size_t>(position)].caption));
     }
 }
 

@@ -41,13 +41,6 @@ private:
     void InitialChannel();
     void ReadChannel(int channel);
 
-    struct ChannelEntry {
-        int channel;
-        int type;
-        bool enabled;
-        bool enableChanged;
-        bool typeChanged;
-    };
     void cmdChannelUpdate_Click(const ChannelEntry &entry);
     bool WriteWatchdog();
 };

@@ -62,6 +62,33 @@ TEST_F(ConsoleTest, AConsoleKeepsItsPortFromLoadToUnload)
     });
 }
 
+TEST_F(ConsoleTest, WithoutALineSpeedItIsToldAndTheConsoleCloses)
+{
+    Rack("7254 address=0A");
+    Operate([&](Operator &op) {
+        op.Gui([&] { main().CmbPBaudrate->setCurrentIndex(-1); });
+        ClickConsole(op, "_0002!!0A7254");
+        op.AnswerBox("Invalid baud rate !", 16, "Invalid baud rate");
+        op.WaitFor([&] { return !Console(); }, "the end of the console");
+        EXPECT_EQ(rack().Commands(2), Lines{});
+    });
+}
+
+TEST_F(ConsoleTest, RepliesThatComeASecondLateCountForNothing)
+{
+    Rack("7254 address=0A inputs=1234");
+    Operate([&](Operator &op) {
+        OpenConsole(op, "_0002!!0A7254");
+        rack().SetDelay(2, std::chrono::seconds(1));
+        rack().SetValue(2, "0A", "inputs", "5678");
+        EXPECT_EQ(Poll(op), (Lines{"$0A6"}));
+        EXPECT_EQ(TextOf(op, "LabDHv"), "12");
+        EXPECT_EQ(op.Gui([&] { return Console()->Reply; }), "");
+        op.Press(Console(), Qt::Key_Escape);
+        op.WaitFor([&] { return !Console(); }, "the end of the console");
+    });
+}
+
 TEST_F(ConsoleTest, F1OpensTheHelpOfTheModelInAWindowThatCanBeUsed)
 {
     Rack("7254 address=0A");
