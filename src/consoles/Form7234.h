@@ -25,9 +25,9 @@ public:
 
     explicit Form7234(FormMain &main);
 
-    bool SlewChanged = false; ///< by the operator
-    PerChannel<std::string> TypeCode_;
-    PerChannel<bool> EMSFlag{};
+    bool SlewChanged = false;          ///< by the operator
+    PerChannel<std::string> TypeCode_; ///< of each channel, as the module holds it
+    PerChannel<bool> EMSFlag{};        ///< the emergency input of a channel is enabled
 
     QComboBox *CmbSlewRate;
 

@@ -111,6 +111,7 @@ class AnyConsoleTest : public ConsoleRun, public ::testing::TestWithParam<const 
 TEST_P(AnyConsoleTest, StaysUsableWhateverTheModuleAnswers)
 {
     using Kind = vornsim::Fault::Kind;
+    clock.slowness = 1; // most polls meet silence
     Rack(std::string(GetParam()) + " address=0A");
     Operate([&](Operator &op) {
         OpenConsole(op, std::string("_0002!!0A") + GetParam());

@@ -28,8 +28,9 @@ class TestClock final : public vorn::Clock
 public:
     std::optional<double> timeOfDay;    ///< seconds since midnight
     std::optional<std::uint32_t> ticks; ///< stands still: no time-out ever comes
+    std::uint32_t slowness = 1;         ///< milliseconds of a tick: time-outs that nobody can set come later
 
-    std::uint32_t GetTickCount() const override { return ticks ? *ticks : Clock::GetTickCount(); }
+    std::uint32_t GetTickCount() const override { return ticks ? *ticks : Clock::GetTickCount() / slowness; }
     double Timer() const override { return timeOfDay ? *timeOfDay : Clock::Timer(); }
 };
 
