@@ -254,7 +254,7 @@ bool ConsoleForm::UpdateRecord()
     for (;;) {
         Wait(StoringTime);
         Yield();
-        Record record = RecordToWrite();
+        const Record record = RecordToWrite();
         source_ = record.source;
         if (!Ask(record.command)) {
             if (++refused < Attempts)
@@ -287,7 +287,7 @@ void ConsoleForm::TakeOver(const Record &record)
     Wait(StoringTime);
 }
 
-void ConsoleForm::ShowCheckRead(Record &record)
+void ConsoleForm::ShowCheckRead(const Record &record)
 {
     ShowBaud();
     if (InitState) {

@@ -119,7 +119,7 @@ private:
     Record RecordToWrite() const;
     bool UpdateRecord();
     void TakeOver(const Record &record);
-    void ShowCheckRead(Record &record);
+    void ShowCheckRead(const Record &record);
     void TellRefused(const Record &record);
 
     std::optional<FrameGrid> generalRows_; ///< until the page is complete
