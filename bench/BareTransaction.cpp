@@ -6,26 +6,39 @@
 #include <poll.h>
 #include <unistd.h>
 
-void BareTransaction(const std::string &path, speed_t speed)
+BareExchange::BareExchange(const std::string &path, speed_t speed)
+    : fd_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC))
 {
-    const int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     termios line{};
-    ::tcgetattr(fd, &line);
+    ::tcgetattr(fd_, &line);
     if (::cfgetospeed(&line) != speed) {
         ::cfmakeraw(&line);
         ::cfsetspeed(&line, speed);
-        ::tcsetattr(fd, TCSANOW, &line);
+        ::tcsetattr(fd_, TCSANOW, &line);
     }
-    const std::string out = std::string(BareCommand) + '\r';
-    const bool written = ::write(fd, out.data(), out.size()) == static_cast<ssize_t>(out.size());
+}
+
+BareExchange::~BareExchange()
+{
+    ::close(fd_);
+}
+
+void BareExchange::Run(const std::string &line) const
+{
+    const std::string out = line + '\r';
+    const bool written = ::write(fd_, out.data(), out.size()) == static_cast<ssize_t>(out.size());
     std::string reply;
     while (written && (reply.empty() || reply.back() != '\r')) {
-        pollfd input{fd, POLLIN, 0};
+        pollfd input{fd_, POLLIN, 0};
         char piece[256];
-        const ssize_t count = ::poll(&input, 1, 1000) > 0 ? ::read(fd, piece, sizeof piece) : 0;
+        const ssize_t count = ::poll(&input, 1, 1000) > 0 ? ::read(fd_, piece, sizeof piece) : 0;
         if (count <= 0)
             throw std::runtime_error("the rack doesn't answer");
         reply.append(piece, static_cast<std::size_t>(count));
     }
-    ::close(fd);
+}
+
+void BareTransaction(const std::string &path, speed_t speed)
+{
+    BareExchange(path, speed).Run(BareCommand);
 }

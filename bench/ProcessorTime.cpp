@@ -4,8 +4,13 @@
 #include "Measures.h"
 #include "Stand.h"
 
+#include "consoles/ConsoleWindow.h"
 #include "shell/Controls.h"
 
+#include <QApplication>
+#include <QTimer>
+
+#include <optional>
 #include <stdexcept>
 
 namespace
@@ -60,6 +65,32 @@ double WhilePolling(Stand &stand, int port, int baudIndex)
     return percent;
 }
 
+/// Of a console that asks for eight channels and their mask, ten times a second if the line allows it.
+double WhileAConsolePolls(Stand &stand)
+{
+    stand.ChoosePort(Stand::QuickPort, BaudIndex115200, 80);
+    const std::string portKey = vorn::PortKey(Stand::QuickPort);
+    const std::string key = vorn::ModuleKey(false, '0', portKey.substr(portKey.size() - 3), "!027221P");
+    stand.Main().Nodes.Add(portKey, key, "(02) 7221+", "vorn4ico", "vorn4icoS");
+    std::optional<double> percent;
+    std::string reply;
+    QTimer::singleShot(1s, &stand.Main(), [&] {
+        auto *console = dynamic_cast<vorn::ConsoleWindow *>(QApplication::activeModalWidget());
+        if (!console)
+            throw std::runtime_error("the console doesn't open");
+        const Share share;
+        Stand::Rest(5s);
+        percent = share.Percent();
+        reply = console->Reply;
+        console->close();
+    });
+    stand.Choose(key); // until the console closes
+    stand.Choose(portKey);
+    if (!percent || reply.empty())
+        throw std::runtime_error("the console polled nothing");
+    return *percent;
+}
+
 double WhileIdle(Stand &stand)
 {
     stand.ChoosePort(Stand::FastPort, BaudIndex9600, 80);
@@ -80,5 +111,6 @@ void MeasureProcessorTime(Stand &stand, Figures &figures)
                 "%", ofCore);
     figures.Add("polling a page, 9600 bit/s", WhilePolling(stand, Stand::SlowPort, BaudIndex9600), 5, "%",
                 ofCore);
+    figures.Add("a console that polls, 115200 bit/s", WhileAConsolePolls(stand), 5, "%", ofCore);
     figures.Add("no bus work", WhileIdle(stand), 1, "%", ofCore);
 }

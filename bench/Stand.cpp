@@ -31,6 +31,8 @@ module 7203 address=03
 fault silent begins=#03
 port 3 speed=115200 pace=yes
 module 7203 address=01
+module 7221P address=02
+module 7254 address=03
 port 4 speed=9600 pace=yes
 module 7203 address=01
 port 5

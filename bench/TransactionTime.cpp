@@ -7,6 +7,7 @@
 
 #include "support/RawPeer.h"
 
+#include "consoles/DigitalConsole.h"
 #include "protocol/NodeKey.h"
 
 #include <stdexcept>
@@ -75,6 +76,60 @@ void Compare(Stand &stand, const Line &line, Figures &figures)
         figures.Add(what, Median(ratios), line.limit, "x", detail);
 }
 
+/// A console whose polls can be asked for one by one.
+class PolledConsole final : public vorn::TwoRowConsole
+{
+public:
+    explicit PolledConsole(vorn::FormMain &main)
+        : TwoRowConsole(main, {.name = "PolledConsole", .caption = "", .interval = 300},
+                        {"DIOL", "DI &%1", 0, "LabDL", "Data", "LabDLv"},
+                        {"DIOH", "DI &%1", 8, "LabDH", "Data", "LabDHv"})
+    {
+    }
+
+    void Open(const std::string &key, const std::string &baud)
+    {
+        NodeKey = vorn::NodeKey(key);
+        Address = NodeKey.address();
+        ConsoleBaud = baud;
+        Alive = true;
+        OpenPort();
+    }
+    void Close()
+    {
+        MSComm.SetPortOpen(false);
+        Alive = false;
+    }
+    void PollOnce()
+    {
+        Poll();
+        if (Reply.empty())
+            throw std::runtime_error("the console gets no answer");
+    }
+};
+
+/// A poll of a console against the bare transaction that it consists of; both on a port that is open.
+void CompareConsole(Stand &stand, Figures &figures)
+{
+    constexpr int Rounds = 21;
+    constexpr int Count = 20;
+    const std::string path = stand.Link(Stand::QuickPort);
+    PolledConsole console(stand.Main());
+    std::vector<double> bare, whole, ratios;
+    for (int round = 0; round < Rounds; ++round) {
+        {
+            const BareExchange exchange(path, B115200);
+            bare.push_back(MicrosecondsEach(Count, [&] { exchange.Run("$036"); }));
+        }
+        console.Open("_0003!!037254", "115200");
+        whole.push_back(MicrosecondsEach(Count, [&] { console.PollOnce(); }));
+        console.Close();
+        ratios.push_back(whole.back() / bare.back());
+    }
+    figures.Add("one poll of a console at 115200 bit/s", Median(ratios), 1.05, "x",
+                Decimal(Median(whole), 1) + " us against " + Decimal(Median(bare), 1) + " us bare");
+}
+
 } // namespace
 
 void MeasureTransactions(Stand &stand, Figures &figures)
@@ -87,4 +142,5 @@ void MeasureTransactions(Stand &stand, Figures &figures)
                            vorn::PortText(Stand::BarePort), "close", "Terminal");
     for (const Line &line : Lines)
         Compare(stand, line, figures);
+    CompareConsole(stand, figures);
 }

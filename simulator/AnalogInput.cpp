@@ -10,37 +10,9 @@ namespace vornsim
 namespace
 {
 
-Taken TakeMask(const Unit &unit, int, std::string_view text)
-{
-    const auto bits = text.size() == 2 ? ReadHex(text) : std::nullopt;
-    return bits && (*bits & ~LowBits(unit.Model().channels)) == 0 ? Taken(text) : std::nullopt;
-}
-
-std::string ReadMask(const Unit &unit, int)
-{
-    const std::string kept = unit.Kept("mask");
-    return kept.empty() ? Hex(LowBits(unit.Model().channels), 2) : kept;
-}
-
 bool Enabled(const Unit &unit, int channel)
 {
     return ReadHex(ReadMask(unit, 0)).value_or(0) >> channel & 1;
-}
-
-/// A channel that the mask disables is refused.
-Answer ReadChannel(Unit &unit, const Command &command)
-{
-    return Enabled(unit, command.match.channel) ? ReadProcess(unit, command) : Refused();
-}
-
-/// All channels side by side; a disabled one leaves its place blank.
-Answer ReadAllChannels(Unit &unit, const Command &)
-{
-    const std::size_t width = unit.Format() == DataFormat::Hexadecimal ? 4 : 7;
-    std::string all;
-    for (int channel = 0; channel < unit.Model().channels; ++channel)
-        all += Enabled(unit, channel) ? unit.Read("value", channel) : std::string(width, ' ');
-    return Data(all);
 }
 
 Answer ReadRangeAndFormat(Unit &unit, const Command &command)
@@ -125,6 +97,32 @@ constexpr CommandRow MaskCommands[] = {
 };
 
 } // namespace
+
+Taken TakeMask(const Unit &unit, int, std::string_view text)
+{
+    const auto bits = text.size() == 2 ? ReadHex(text) : std::nullopt;
+    return bits && (*bits & ~LowBits(unit.Model().channels)) == 0 ? Taken(text) : std::nullopt;
+}
+
+std::string ReadMask(const Unit &unit, int)
+{
+    const std::string kept = unit.Kept("mask");
+    return kept.empty() ? Hex(LowBits(unit.Model().channels), 2) : kept;
+}
+
+Answer ReadChannel(Unit &unit, const Command &command)
+{
+    return Enabled(unit, command.match.channel) ? ReadProcess(unit, command) : Refused();
+}
+
+Answer ReadAllChannels(Unit &unit, const Command &)
+{
+    const std::size_t width = unit.Format() == DataFormat::Hexadecimal ? 4 : 7;
+    std::string all;
+    for (int channel = 0; channel < unit.Model().channels; ++channel)
+        all += Enabled(unit, channel) ? unit.Read("value", channel) : std::string(width, ' ');
+    return Data(all);
+}
 
 constinit const Feature SingleInput{SingleSettings, SingleCommands};
 constinit const Feature MultiInput{MultiSettings, MultiCommands};

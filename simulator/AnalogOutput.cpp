@@ -1,6 +1,7 @@
 // Analog outputs: 7231, 3931, and the excitation output of 7218.
 
 #include "Calibration.h"
+#include "Outputs.h"
 #include "Record.h"
 #include "Takers.h"
 
@@ -23,17 +24,8 @@ int SlewCode(const Unit &unit, int channel)
 
 void AdvanceOutputs(Unit &unit, double from, double to)
 {
-    for (int channel = 0; channel < unit.Model().channels; ++channel) {
-        ChannelState &state = unit.Channel(channel);
-        const int code = SlewCode(unit, channel);
-        if (code == 0) {
-            state.output = state.target;
-            continue;
-        }
-        const double rate = unit.Range(channel).current ? MilliamperesPerSecond : VoltsPerSecond;
-        const double step = std::ldexp(rate, code - 1) * (to - from) / 1000;
-        state.output += std::clamp(state.target - state.output, -step, step);
-    }
+    for (int channel = 0; channel < unit.Model().channels; ++channel)
+        MoveOutput(unit, channel, unit.Channel(channel).target, to - from);
 }
 
 Taken TakeOutput(const Unit &unit, int channel, std::string_view text)
@@ -178,6 +170,19 @@ constexpr CommandRow ExcitationCommands[] = {
 };
 
 } // namespace
+
+void MoveOutput(Unit &unit, int channel, double target, double milliseconds)
+{
+    ChannelState &state = unit.Channel(channel);
+    const int code = SlewCode(unit, channel);
+    if (code == 0) {
+        state.output = target;
+        return;
+    }
+    const double rate = unit.Range(channel).current ? MilliamperesPerSecond : VoltsPerSecond;
+    const double step = std::ldexp(rate, code - 1) * milliseconds / 1000;
+    state.output += std::clamp(target - state.output, -step, step);
+}
 
 Answer Trim(Unit &unit, const Command &command)
 {

@@ -48,14 +48,14 @@ slot 4 3957   outputs=81
 port 4 speed=9600
 
 module 7252   address=05 init=yes checksum=yes
-module 7216   address=01
-module 7221P  address=02
-module 7224P  address=03
-module 7227   address=04
-module 7234   address=05
+module 7216   address=01 range=22 range3=24 mask=2F wires=02
+module 7221P  address=02 range=08 range1=0C range2=07 mask=7F
+module 7224P  address=03 range=0F range6=06 mask=BF wires=04
+module 7227   address=04 range=05 range1=0E range2=0F mask=F7 wires=80
+module 7234   address=05 range=30 range1=31 range2=32 startup=+10.000 emergency1=1 emergency2=1 inputs=2
 module 7254   address=06 family=no
-module 7262   address=07
-module 7276   address=08
+module 7262   address=07 outputs=A5
+module 7276   address=08 outputs=3C watchdog=0600
 module 7206   address=10 baud=19200
 
 # Another master talks to two modules: something to watch for a data scope.

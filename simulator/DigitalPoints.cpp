@@ -106,6 +106,12 @@ Answer WritePoint(Unit &unit, const Command &command)
     return command.subject == ">" ? Data({}) : Done();
 }
 
+/// Writes all outputs at once.
+Answer WritePointByte(Unit &unit, const Command &command)
+{
+    return unit.Write("outputs", NoChannel, command.match.data) ? Data({}) : Refused();
+}
+
 Taken TakeInputs(const Unit &unit, int, std::string_view text)
 {
     const int points = unit.Model().inputs;
@@ -129,6 +135,10 @@ constexpr CommandRow Commands7252[] = {{"$6", ReadBarePoints, "OI0"}, {"#1xxx", 
 constexpr CommandRow Commands7256[] = {{"$6", ReadBarePoints, "I00"}};
 constexpr CommandRow Commands7258[] = {{"$6", ReadBarePoints, "JI0"}};
 constexpr CommandRow Commands7272[] = {{"$6", ReadBarePoints, "O00"}, {"#1xxx", WritePoint, "!"}};
+
+constexpr CommandRow Commands7254[] = {{"$6", ReadBarePoints, "JI"}};
+constexpr CommandRow Commands7262[] = {{"$6", ReadBarePoints, "OI"}, {"#00xx", WritePointByte}};
+constexpr CommandRow Commands7276[] = {{"$6", ReadBarePoints, "O"}, {"#00xx", WritePointByte}};
 
 constexpr SettingRow Settings3942[] = {
     {"directions", "FF00", TakeHex<4>}, // a fresh card: 0-7 outputs, 8-15 inputs
@@ -175,6 +185,9 @@ constinit const Feature Points7252{{}, Commands7252};
 constinit const Feature Points7256{{}, Commands7256};
 constinit const Feature Points7258{{}, Commands7258};
 constinit const Feature Points7272{{}, Commands7272};
+constinit const Feature Points7254{{}, Commands7254};
+constinit const Feature Points7262{{}, Commands7262};
+constinit const Feature Points7276{{}, Commands7276};
 constinit const Feature Points3942{Settings3942, Commands3942};
 constinit const Feature Points3944{{}, Commands3944};
 constinit const Feature Points3946{{}, Commands3946};

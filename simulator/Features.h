@@ -99,6 +99,21 @@ extern const Feature Points7258;
 extern const Feature Points7272;
 /// @}
 
+/// @name Features of the models that hosts have a console for
+/// @{
+extern const Feature QuickRestart; ///< goes on sooner behind a write that is stored
+extern const Feature FreeRecord;   ///< record without type code
+extern const Feature CommonRecord; ///< record whose type code, unless it is FF, goes to all channels
+extern const Feature TypedInputs;  ///< analog inputs, each with a type of its own
+extern const Feature OpenWiring;   ///< marks of open wires
+extern const Feature NegativeSpan; ///< calibration of the negative end
+extern const Feature Watchdog;     ///< of the communication
+extern const Feature TypedOutputs; ///< analog outputs of 7234
+extern const Feature Points7254;
+extern const Feature Points7262;
+extern const Feature Points7276;
+/// @}
+
 /// @name Features of slot cards
 /// @{
 extern const Feature CardRecord;      ///< range and format of 3921, 3923, 3925

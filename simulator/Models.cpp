@@ -59,15 +59,24 @@ const ModelRow Models[] = {
     {"3900",  "",   5, 0, 0,  0,  {},                     "",   0,                   "0",    {&Identity, &BaseUnit}},
     {"3900E", "",   8, 0, 0,  0,  {},                     "",   0,                   "0",    {&Identity, &BaseUnit}},
 
-    // stand-alone modules of which only the record is simulated
-    {"7216",  "",   0, 6, 0,  0,  ConsoleRanges,          "20", TimeBit | DataBits,  "0123", {&Identity}},
-    {"7221P", "",   0, 8, 0,  0,  ConsoleRanges,          "08", TimeBit | DataBits,  "0123", {&Identity}},
-    {"7224P", "",   0, 8, 0,  0,  ConsoleRanges,          "00", TimeBit | DataBits,  "0123", {&Identity}},
-    {"7227",  "",   0, 8, 0,  0,  ConsoleRanges,          "00", TimeBit | DataBits,  "0123", {&Identity}},
-    {"7234",  "",   0, 4, 0,  0,  ConsoleRanges,          "30", SlewBits | DataBits, "0123", {&Identity}},
-    {"7254",  "",   0, 0, 16, 0,  ConsoleRanges,          "40", 0,                   "0",    {&Identity}},
-    {"7262",  "",   0, 0, 8,  8,  ConsoleRanges,          "40", 0,                   "0",    {&Identity}},
-    {"7276",  "",   0, 0, 0,  8,  ConsoleRanges,          "40", 0,                   "0",    {&Identity}},
+    // stand-alone modules that hosts have a console for
+    {"7216",  "",   0, 6, 0,  0,  SensorRanges,           "20", DataBits,            "03",
+     {&QuickRestart, &FreeRecord, &TypedInputs, &OpenWiring, &Watchdog, &Identity}},
+    {"7221P", "",   0, 8, 0,  0,  SignalRanges,           "08", 0,                   "0",
+     {&QuickRestart, &FreeRecord, &TypedInputs, &Identity}},
+    {"7224P", "",   0, 8, 0,  0,  ThermocoupleOrCurrentRanges, "0E", TimeBit | DataBits, "012",
+     {&QuickRestart, &CommonRecord, &TypedInputs, &OpenWiring, &Watchdog, &ColdJunction, &Identity}},
+    {"7227",  "",   0, 8, 0,  0,  UniversalRanges,        "08", 0,                   "0",
+     {&QuickRestart, &FreeRecord, &TypedInputs, &NegativeSpan, &OpenWiring, &Watchdog, &ColdJunction,
+      &Identity}},
+    {"7234",  "",   0, 4, 0,  0,  SignedOutputRanges,     "30", SlewBits,            "0",
+     {&QuickRestart, &FreeRecord, &TypedOutputs, &Identity}},
+    {"7254",  "",   0, 0, 16, 0,  DigitalRanges,          "40", 0,                   "0",
+     {&QuickRestart, &Identity, &DigitalPoints, &Points7254}},
+    {"7262",  "",   0, 0, 8,  8,  DigitalRanges,          "40", 0,                   "0",
+     {&QuickRestart, &Identity, &DigitalPoints, &Points7262}},
+    {"7276",  "",   0, 0, 0,  8,  DigitalRanges,          "40", 0,                   "0",
+     {&QuickRestart, &Identity, &DigitalPoints, &Points7276, &Watchdog}},
 
     // slot cards
     {"3921",  "21", 0, 3, 0,  0,  ResistanceCardRanges,   "23", TimeBit | DataBits,  "03",

@@ -17,6 +17,9 @@ std::string ReadOutputs(const Unit &, int channel);
 void OutputsWritten(Unit &, int channel);
 /// @}
 
+/// Drives an analog output towards a target for a time, at the slew rate of its format byte.
+void MoveOutput(Unit &, int channel, double target, double milliseconds);
+
 /// Number of hexadecimal digits for so many points.
 constexpr int PointDigits(int points)
 {

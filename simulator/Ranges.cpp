@@ -44,8 +44,36 @@ constexpr RangeRow Output[] = {
 // Only the frequency is a measured value with a range; counters count up to 32 bits.
 constexpr RangeRow Counter[] = {{"50", 0, 4294967295.0, 10}, {"51", 0, 50000, 5}};
 constexpr RangeRow Digital[] = {{"40", 0, 1, 1}};
-constexpr RangeRow Console[] = {
-    {"08", -10, 10, 2}, {"00", -15, 15, 2}, {"20", -100, 100, 3}, {"30", 0, 20, 2}, {"40", 0, 1, 1}};
+
+constexpr RangeRow Sensor[] = {
+    {"20", -50, 150, 3}, {"21", 0, 100, 3},   {"22", 0, 200, 3},   {"23", 0, 400, 3}, {"24", -200, 200, 3},
+    {"25", -50, 150, 3}, {"26", 0, 100, 3},   {"27", 0, 200, 3},   {"28", 0, 400, 3}, {"29", -200, 200, 3},
+    {"2A", -40, 160, 3}, {"2B", -30, 120, 3}, {"2C", -80, 100, 3}, {"2D", 0, 100, 3},
+};
+
+constexpr RangeRow Signal[] = {
+    {"08", -10, 10, 2},   {"09", -5, 5, 1}, {"0A", -1, 1, 1}, {"0B", -500, 500, 3},
+    {"0C", -150, 150, 3}, {"0D", 0, 20, 2}, {"07", 4, 20, 2},
+};
+
+constexpr RangeRow ThermocoupleOrCurrent[] = {
+    {"06", 0, 20, 2},     {"07", 4, 20, 2},     {"0E", 0, 760, 3},
+    {"0F", 0, 1000, 4},   {"10", -100, 400, 3}, {"11", 0, 1000, 4},
+    {"12", 500, 1750, 4}, {"13", 500, 1750, 4}, {"14", 500, 1800, 4},
+};
+
+constexpr RangeRow Universal[] = {
+    {"02", -100, 100, 3}, {"03", -500, 500, 3}, {"04", -1, 1, 1},   {"05", -2.5, 2.5, 1},
+    {"09", -5, 5, 1},     {"08", -10, 10, 2},   {"0D", -20, 20, 2}, {"0E", 0, 760, 3},
+    {"0F", 0, 1000, 4},   {"10", -100, 400, 3}, {"11", 0, 1000, 4}, {"12", 500, 1750, 4},
+    {"13", 500, 1750, 4}, {"14", 500, 1800, 4},
+};
+
+constexpr RangeRow SignedOutput[] = {
+    {"30", 0, 20, 2, true},
+    {"31", 4, 20, 2, true},
+    {"32", -10, 10, 2, false},
+};
 
 constexpr RangeRow ResistanceCard[] = {
     {"20", -100, 100, 3}, {"21", 0, 100, 3}, {"22", 0, 200, 3}, {"23", 0, 600, 3},   {"24", -100, 100, 3},
@@ -120,7 +148,11 @@ constinit const std::span<const RangeRow> ResistanceRanges = Resistance;
 constinit const std::span<const RangeRow> OutputRanges = Output;
 constinit const std::span<const RangeRow> CounterRanges = Counter;
 constinit const std::span<const RangeRow> DigitalRanges = Digital;
-constinit const std::span<const RangeRow> ConsoleRanges = Console;
+constinit const std::span<const RangeRow> SensorRanges = Sensor;
+constinit const std::span<const RangeRow> SignalRanges = Signal;
+constinit const std::span<const RangeRow> ThermocoupleOrCurrentRanges = ThermocoupleOrCurrent;
+constinit const std::span<const RangeRow> UniversalRanges = Universal;
+constinit const std::span<const RangeRow> SignedOutputRanges = SignedOutput;
 constinit const std::span<const RangeRow> ResistanceCardRanges = ResistanceCard;
 constinit const std::span<const RangeRow> FastVoltageCardRanges = FastVoltageCard;
 constinit const std::span<const RangeRow> ThermocoupleCardRanges = ThermocoupleCard;

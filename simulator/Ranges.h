@@ -22,18 +22,22 @@ struct RangeRow {
 };
 
 /// The ranges of each kind of model.
-extern const std::span<const RangeRow> ThermocoupleRanges;   ///< 7203, 7203D, 7224, 7224M
-extern const std::span<const RangeRow> VoltageRanges;        ///< 7206, 7212D, 7221, 3923
-extern const std::span<const RangeRow> StrainRanges;         ///< 7218
-extern const std::span<const RangeRow> ResistanceRanges;     ///< 7209
-extern const std::span<const RangeRow> OutputRanges;         ///< 7231, 3931
-extern const std::span<const RangeRow> CounterRanges;        ///< 7282, 7282D, 7282N
-extern const std::span<const RangeRow> DigitalRanges;        ///< digital modules
-extern const std::span<const RangeRow> ConsoleRanges;        ///< models of which only the record is simulated
-extern const std::span<const RangeRow> ResistanceCardRanges; ///< 3921
-extern const std::span<const RangeRow> FastVoltageCardRanges;  ///< 3923H
-extern const std::span<const RangeRow> ThermocoupleCardRanges; ///< 3925
-extern const std::span<const RangeRow> CounterCardRanges;      ///< 3962
+extern const std::span<const RangeRow> ThermocoupleRanges;          ///< 7203, 7203D, 7224, 7224M
+extern const std::span<const RangeRow> VoltageRanges;               ///< 7206, 7212D, 7221, 3923
+extern const std::span<const RangeRow> StrainRanges;                ///< 7218
+extern const std::span<const RangeRow> ResistanceRanges;            ///< 7209
+extern const std::span<const RangeRow> OutputRanges;                ///< 7231, 3931
+extern const std::span<const RangeRow> CounterRanges;               ///< 7282, 7282D, 7282N
+extern const std::span<const RangeRow> DigitalRanges;               ///< digital modules
+extern const std::span<const RangeRow> SensorRanges;                ///< 7216
+extern const std::span<const RangeRow> SignalRanges;                ///< 7221P
+extern const std::span<const RangeRow> ThermocoupleOrCurrentRanges; ///< 7224P
+extern const std::span<const RangeRow> UniversalRanges;             ///< 7227
+extern const std::span<const RangeRow> SignedOutputRanges;          ///< 7234
+extern const std::span<const RangeRow> ResistanceCardRanges;        ///< 3921
+extern const std::span<const RangeRow> FastVoltageCardRanges;       ///< 3923H
+extern const std::span<const RangeRow> ThermocoupleCardRanges;      ///< 3925
+extern const std::span<const RangeRow> CounterCardRanges;           ///< 3962
 
 const RangeRow *FindRange(std::span<const RangeRow> ranges, std::string_view code);
 

@@ -58,8 +58,7 @@ bool HasRangeField(const Unit &unit)
 
 std::string RecordFields(const Unit &unit)
 {
-    return (HasRangeField(unit) ? unit.Read("range") : "") + std::string(BaudCode(unit.Kept("baud"))) +
-           unit.Kept("format");
+    return (HasRangeField(unit) ? unit.Read("range") : "") + ReadLine(unit);
 }
 
 /// The record holds the stored address also in INIT state, where the module answers at 00.
@@ -83,19 +82,14 @@ Answer WriteRecord(Unit &unit, const Command &command)
     if (data.size() != (ranged ? 8U : 6U))
         return Refused();
     const std::string_view range = ranged ? data.substr(2, 2) : "";
-    const std::string_view speed = BaudSpeed(data.substr(data.size() - 4, 2));
-    const std::string_view format = data.substr(data.size() - 2);
-    if (speed.empty() || (ranged && !TakeRange(unit, NoChannel, range)) ||
-        !TakeFormat(unit, NoChannel, format))
+    if (ranged && !TakeRange(unit, NoChannel, range))
         return Refused();
-    if (!unit.On("init") && !LineKept(unit, speed, ReadHex(format).value_or(0)))
+    if (!WriteLine(unit, data.substr(data.size() - 4)))
         return Refused();
     if (ranged) {
         unit.Write("address", NoChannel, data.substr(0, 2));
         unit.Write("range", NoChannel, range);
     }
-    unit.Write("baud", NoChannel, speed);
-    unit.Write("format", NoChannel, format);
     return {'!', true, {}, Stores};
 }
 
@@ -147,6 +141,24 @@ constexpr SettingRow BaseSettings[] = {
 constexpr CommandRow BaseCommands[] = {{"$T", ReadSetting, "slots"}, {"$D", EnterDownload}};
 
 } // namespace
+
+std::string ReadLine(const Unit &unit)
+{
+    return std::string(BaudCode(unit.Kept("baud"))) + unit.Kept("format");
+}
+
+bool WriteLine(Unit &unit, std::string_view fields)
+{
+    const std::string_view speed = BaudSpeed(fields.substr(0, 2));
+    const std::string_view format = fields.substr(2);
+    if (speed.empty() || !TakeFormat(unit, NoChannel, format))
+        return false;
+    if (!unit.On("init") && !LineKept(unit, speed, ReadHex(format).value_or(0)))
+        return false;
+    unit.Write("baud", NoChannel, speed);
+    unit.Write("format", NoChannel, format);
+    return true;
+}
 
 Taken TakeRange(const Unit &unit, int, std::string_view code)
 {

@@ -9,6 +9,13 @@
 namespace vornsim
 {
 
+/// @name Baud code and format byte of a record, two hexadecimal digits each
+/// @{
+std::string ReadLine(const Unit &);
+/// False for what the model hasn't got, and for a change of line speed or checksum outside of INIT state.
+bool WriteLine(Unit &, std::string_view fields);
+/// @}
+
 /// @name The settings "range" and "format", which modules and cards share
 /// @{
 std::optional<std::string> TakeRange(const Unit &, int channel, std::string_view code);

@@ -1,6 +1,6 @@
 #include "calibration/CalibrationSteps.h"
 
-#include "platform/RuntimeError.h"
+#include "protocol/Conversions.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Number.h"
 #include "protocol/RangeTables.h"
@@ -16,9 +16,6 @@ namespace vorn
 
 namespace
 {
-
-constexpr double DegreesPerCount = 0.009;
-constexpr std::size_t HexOffset = 4; ///< digits of a cold junction offset
 
 bool IsCard(const NodeKey &node)
 {
@@ -239,18 +236,7 @@ std::optional<std::string> OpeningCommand(CalibrationMode mode, const NodeKey &n
 
 std::optional<std::string> OffsetCounts(std::string_view text)
 {
-    const char sign = CharAt(text, 1);
-    const std::string_view magnitude = IsSign(sign) ? text.substr(1) : text;
-    if (magnitude.empty() || IsSign(magnitude.front()))
-        return std::nullopt;
-    try {
-        const std::int64_t counts = RoundHalfEven(CDbl(magnitude) / DegreesPerCount);
-        if (counts < 0 || counts > std::numeric_limits<std::int16_t>::max())
-            return std::nullopt;
-        return (sign == '-' ? "-" : "+") + PadLeft(Hex(static_cast<std::uint32_t>(counts)), HexOffset, '0');
-    } catch (const RuntimeError &) {
-        return std::nullopt;
-    }
+    return ColdJunctionCounts(text, std::numeric_limits<std::int16_t>::max());
 }
 
 std::string ExecuteCommand(CalibrationMode mode, const NodeKey &node, std::string_view offset)

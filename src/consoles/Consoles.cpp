@@ -1,35 +1,53 @@
 #include "consoles/Consoles.h"
 
-#include "platform/WidgetText.h"
-#include "shell/Controls.h"
+#include "consoles/Form7216.h"
+#include "consoles/Form7221P.h"
+#include "consoles/Form7224P.h"
+#include "consoles/Form7227.h"
+#include "consoles/Form7234.h"
+#include "consoles/Form7254.h"
+#include "consoles/Form7262.h"
+#include "consoles/Form7276.h"
+#include "protocol/NodeKey.h"
 #include "shell/FormMain.h"
 
-#include <QDialog>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QVBoxLayout>
-
+#include <algorithm>
 #include <memory>
 
 namespace vorn
 {
 
+namespace
+{
+
+template <class Form>
+std::unique_ptr<ConsoleWindow> Make(FormMain &main)
+{
+    return std::make_unique<Form>(main);
+}
+
+struct ConsoleRow {
+    std::string_view model;
+    std::unique_ptr<ConsoleWindow> (*make)(FormMain &);
+};
+
+constexpr ConsoleRow Rows[] = {
+    {"7216", Make<Form7216>}, {"7221P", Make<Form7221P>}, {"7224P", Make<Form7224P>},
+    {"7227", Make<Form7227>}, {"7234", Make<Form7234>},   {"7254", Make<Form7254>},
+    {"7262", Make<Form7262>}, {"7276", Make<Form7276>},
+};
+
+} // namespace
+
 void Consoles::Show(const std::string &model, const std::string &consoleBaud)
 {
-    const auto console = std::make_unique<QDialog>(&main_);
-    console->setObjectName(ToQString("Form" + model));
-    console->setWindowTitle(ToQString("VORN-" + model));
-    console->setProperty("ConsoleBaud", ToQString(consoleBaud));
-    console->setProperty("NodeKey", ToQString(main_.SelectedNodeKey));
-
-    auto *layout = new QVBoxLayout(console.get());
-    layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
-    layout->addWidget(
-        new QLabel(QStringLiteral("The console of this model is not available yet."), console.get()));
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, console.get());
-    QObject::connect(buttons, &QDialogButtonBox::rejected, console.get(), &QDialog::reject);
-    layout->addWidget(buttons);
-    console->exec();
+    const auto *row = std::ranges::find(Rows, std::string_view(model), &ConsoleRow::model);
+    if (row == std::end(Rows))
+        return;
+    const auto console = row->make(main_);
+    console->ConsoleBaud = consoleBaud;
+    console->NodeKey = NodeKey(main_.SelectedNodeKey);
+    console->Run();
 }
 
 } // namespace vorn

@@ -42,7 +42,7 @@ std::string FormatBits(const ModuleSettings &settings)
         SetNumber(bits, 0, settings.dataFormat);
     if (HasIntegrationTime(model))
         SetBit(bits, FormatBit::Integration, settings.dataFormat == 1);
-    if (Has(model, Feature::SlewRate) && settings.slewRate >= 0 && settings.slewRate < SlewRates)
+    if (Has(model, Feature::SlewRate) && settings.slewRate >= 0 && settings.slewRate < SlewRateCount)
         SetNumber(bits, FormatBit::SlewRate, settings.slewRate);
     if (IsCounterModel(model) && settings.range == RangePosition::Frequency)
         SetBit(bits, FormatBit::Gate, settings.dataFormat == 1);

@@ -22,7 +22,7 @@ std::string SlotFormatBits(const SlotSettings &settings)
     const std::string model = settings.node.model();
     std::string bits = "00000000";
     SetNumber(bits, 0, SlotFormatNumber(model, settings.format));
-    if (Has(model, Feature::SlewRate) && settings.timeSlewRate >= 0 && settings.timeSlewRate < SlewRates)
+    if (Has(model, Feature::SlewRate) && settings.timeSlewRate >= 0 && settings.timeSlewRate < SlewRateCount)
         SetNumber(bits, FormatBit::SlewRate, settings.timeSlewRate);
     if (Has(model, Feature::IntegrationTime))
         SetBit(bits, FormatBit::Integration, settings.timeSlewRate == 1);

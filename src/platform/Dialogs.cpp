@@ -23,14 +23,44 @@ namespace
 QMessageBox::Icon IconOf(MsgBoxStyle style)
 {
     switch (style) {
+    case MsgBoxStyle::Plain:
+    case MsgBoxStyle::OkCancel:
+        return QMessageBox::NoIcon;
     case MsgBoxStyle::Question:
         return QMessageBox::Question;
+    case MsgBoxStyle::Exclamation:
+        return QMessageBox::Warning;
     case MsgBoxStyle::Information:
         return QMessageBox::Information;
     case MsgBoxStyle::Critical:
         break;
     }
     return QMessageBox::Critical;
+}
+
+QMessageBox::StandardButtons ButtonsOf(MsgBoxStyle style)
+{
+    switch (style) {
+    case MsgBoxStyle::Question:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MsgBoxStyle::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    default:
+        return QMessageBox::Ok;
+    }
+}
+
+/// What closing a box without a button means.
+MsgBoxResult Dismissed(MsgBoxStyle style)
+{
+    switch (style) {
+    case MsgBoxStyle::Question:
+        return MsgBoxResult::No;
+    case MsgBoxStyle::OkCancel:
+        return MsgBoxResult::Cancel;
+    default:
+        return MsgBoxResult::Ok;
+    }
 }
 
 /// The window that a dialog stands before: the modal one, else the one that has the focus, else the main
@@ -87,9 +117,7 @@ MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view t
 {
     QString lines = ToQString(text);
     lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    const auto buttons = style == MsgBoxStyle::Question ? QMessageBox::Yes | QMessageBox::No
-                                                        : QMessageBox::StandardButtons(QMessageBox::Ok);
-    QMessageBox box(IconOf(style), ToQString(title), lines, buttons, DialogParent());
+    QMessageBox box(IconOf(style), ToQString(title), lines, ButtonsOf(style), DialogParent());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     WidenForTitle(box);
@@ -99,7 +127,7 @@ MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view t
     case QMessageBox::Ok:
         return MsgBoxResult::Ok;
     default:
-        return style == MsgBoxStyle::Question ? MsgBoxResult::No : MsgBoxResult::Ok;
+        return Dismissed(style);
     }
 }
 

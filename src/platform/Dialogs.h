@@ -12,12 +12,15 @@ namespace vorn
 
 /// Styles of a message box: the icon and, for the question, its buttons.
 enum class MsgBoxStyle {
+    Plain = 0,    ///< no icon
+    OkCancel = 1, ///< no icon, OK and Cancel
     Critical = 16,
     Question = 36, ///< Yes and No
+    Exclamation = 48,
     Information = 64,
 };
 
-enum class MsgBoxResult { Ok, Yes, No };
+enum class MsgBoxResult { Ok, Yes, No, Cancel };
 
 /// Shows a modal message box above the active window and waits for its answer. Lines of `text` may end in
 /// carriage return.

@@ -28,6 +28,9 @@ public:
     explicit MSComm(const SerialPorts &ports, QObject *parent = nullptr);
     ~MSComm() override;
 
+    /// The machine's ports, for another control.
+    const SerialPorts &Ports() const { return ports_; }
+
     int CommPort() const { return port_; }
     void SetCommPort(int port) { port_ = port; }
 
@@ -40,6 +43,8 @@ public:
     int InputLen() const { return inputLen_; }
 
     bool PortOpen() const { return fd_ >= 0; }
+    /// The device has vanished since the port was opened.
+    bool HasGone() const { return hungUp_; }
     void SetPortOpen(bool open);
 
     /// Whether the device has vanished since the port was opened, as far as was noticed.

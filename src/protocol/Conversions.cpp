@@ -184,6 +184,25 @@ std::string FormatOutputValue(std::string &text, char formatDigit)
     return text;
 }
 
+std::optional<std::string> ColdJunctionCounts(std::string_view text, int mostCounts)
+{
+    constexpr double DegreesPerCount = 0.009;
+    constexpr std::size_t Digits = 4;
+    const bool negative = text.starts_with('-');
+    if (!text.empty() && IsSign(text.front()))
+        text.remove_prefix(1);
+    if (text.empty() || IsSign(text.front()))
+        return std::nullopt;
+    try {
+        const std::int64_t counts = RoundHalfEven(CDbl(text) / DegreesPerCount);
+        if (counts < 0 || counts > mostCounts)
+            return std::nullopt;
+        return (negative ? "-" : "+") + PadLeft(Hex(static_cast<std::uint32_t>(counts)), Digits, '0');
+    } catch (const RuntimeError &) {
+        return std::nullopt;
+    }
+}
+
 bool Bit(std::string_view bin8, int bit)
 {
     return CharAt(bin8, static_cast<std::size_t>(8 - bit)) == '1';

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -34,6 +35,10 @@ void FormatSigned7(std::string &out, int digits, float value);
 /// ("+005.50"), "2" hexadecimal ("0FF"); any other leaves it alone. The argument is changed; the result is
 /// the same text.
 std::string FormatOutputValue(std::string &text, char formatDigit);
+
+/// A cold-junction offset in degrees Celsius as it goes out: sign and four hexadecimal digits of 0.009
+/// degrees. Nothing for a text that is no number, or one with more counts than `mostCounts`.
+std::optional<std::string> ColdJunctionCounts(std::string_view text, int mostCounts);
 
 /// Bit 0 to 7 of eight binary characters: character 8 - bit is "1".
 bool Bit(std::string_view bin8, int bit);

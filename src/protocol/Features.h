@@ -42,6 +42,15 @@ enum class Feature : std::uint8_t {
     Faults,           ///< the card tells which of its points are faulty
     Directions,       ///< each point of the card is input or output
     JudgedOutputs,    ///< the card tells whether it took an output command
+
+    // Of models with a console.
+    PointBytes,          ///< digital outputs that are written all at once
+    Watchdog,            ///< watches the communication
+    ConsoleInputs,       ///< analog inputs, each with a type of its own
+    OpenWiring,          ///< tells which of its inputs have an open wire
+    ConsoleColdJunction, ///< a cold junction whose temperature can be shifted
+    NegativeSpan,        ///< calibrates the negative end of a range as well
+    ConsoleOutputs,      ///< analog outputs with startup and stop values
 };
 
 /// A set of features.

@@ -15,7 +15,7 @@ constexpr int SlewRate = 2; ///< lowest of the four bits of an output's slew rat
 constexpr int Gate = 2;     ///< of a frequency input: 1 s instead of 0.1 s
 } // namespace FormatBit
 
-constexpr int SlewRates = 12; ///< slew rates that an output knows
+constexpr int SlewRateCount = 12; ///< slew rates that an output knows
 
 /// Type code of a counter card in frequency use.
 inline constexpr std::string_view CounterFrequency = "02";

@@ -39,7 +39,7 @@ constexpr std::array Rows{
     RegisterRow{R::EventCount,              "@AARE",      "",           EventCounter},
     RegisterRow{R::ClearEvents,             "",           "@AACE",      EventCounter},
     RegisterRow{R::OutputByte,              "",           "@AADO",      ModuleAlarm | Counters},
-    RegisterRow{R::ColdJunctionTemperature, "$AA3",       "",           ColdJunction,                   '>', {2, 0}},
+    RegisterRow{R::ColdJunctionTemperature, "$AA3",       "",           ColdJunction | ConsoleColdJunction, '>', {2, 0}},
     RegisterRow{R::MappingSwitch,           "$AAB",       "$AAA",       LinearMapping,                  '!', {4, 1},  "Linear Mapping", 1},
     RegisterRow{R::MappingInput,            "$AA3",       "$AA6",       LinearMapping,                  '!', {4, 14}, "Linear Source", 14},
     RegisterRow{R::MappingOutput,           "$AA5",       "$AA7",       LinearMapping,                  '!', {4, 14}, "Linear Target", 14},
@@ -107,7 +107,7 @@ constexpr std::array Rows{
 
     RegisterRow{R::SpanCalibration,         "",           "$AA0",       SingleInput | ChannelInputs | AnalogOutput},
     RegisterRow{R::ZeroCalibration,         "",           "$AA1",       SingleInput | ChannelInputs | AnalogOutput},
-    RegisterRow{R::ColdJunctionOffset,      "",           "$AA9",       ColdJunction},
+    RegisterRow{R::ColdJunctionOffset,      "",           "$AA9",       ColdJunction | ConsoleColdJunction},
     RegisterRow{R::ExcitationZero,          "",           "$AAA",       Excitation},
     RegisterRow{R::ExcitationFull,          "",           "$AAB",       Excitation},
     RegisterRow{R::ExcitationTrim,          "",           "$AAE",       Excitation},
@@ -122,6 +122,29 @@ constexpr std::array Rows{
     RegisterRow{R::ChannelZeroCalibration,  "",           "$AASsCc1",   CardOutputs},
     RegisterRow{R::ChannelTrim,             "",           "$AASsCc3",   CardOutputs},
     RegisterRow{R::ChannelStartup,          "",           "$AASsCc4",   CardOutputs},
+
+    RegisterRow{R::PointByte,               "",           "#AA00",      PointBytes},
+    RegisterRow{R::Watchdog,                "$AAY",       "$AAX",       Watchdog,                       '!', {4, 4}},
+    RegisterRow{R::AllReadings,             "#AA",        "",           ConsoleInputs,                  '>', {2, 0}},
+    RegisterRow{R::OpenWiring,              "$AAB",       "",           OpenWiring,                     '!', {4, 2}},
+    RegisterRow{R::ChannelType,             "$AA8Ci",     "$AA7CiR",    ConsoleInputs,                  '!', {7, 2}},
+    RegisterRow{R::ChannelSpan,             "",           "$AA0Ci",     ConsoleInputs},
+    RegisterRow{R::ChannelZero,             "",           "$AA1Ci",     ConsoleInputs},
+    RegisterRow{R::ChannelNegative,         "",           "$AANCi",     NegativeSpan},
+    RegisterRow{R::OutputOfChannel,         "$AA6Ci",     "#AACi",      ConsoleOutputs,                 '!', {4, 0}},
+    RegisterRow{R::OutputType,              "$AA8Ci",     "$AA7CiR",    ConsoleOutputs,                 '!', {6, 2}},
+    RegisterRow{R::EmergencyFlag,           "$AABCi",     "$AAACi",     ConsoleOutputs,                 '!', {6, 1}},
+    RegisterRow{R::EmergencyInputs,         "$AAI",       "",           ConsoleOutputs,                 '!', {4, 1}},
+    RegisterRow{R::StartupOfChannel,        "$AADCi",     "#AASCi",     ConsoleOutputs,                 '!', {4, 0}},
+    RegisterRow{R::StopOfChannel,           "$AAECi",     "#AAECi",     ConsoleOutputs,                 '!', {4, 0}},
+    RegisterRow{R::OutputCalibration,       "",           "$AAG",       ConsoleOutputs},
+    RegisterRow{R::Coefficient4mA,          "$AANCi",     "",           ConsoleOutputs,                 '!', {4, 2}},
+    RegisterRow{R::Coefficient20mA,         "$AAOCi",     "",           ConsoleOutputs,                 '!', {4, 2}},
+    RegisterRow{R::Clear4mA,                "",           "$AAPCi",     ConsoleOutputs},
+    RegisterRow{R::Clear20mA,               "",           "$AAQCi",     ConsoleOutputs},
+    RegisterRow{R::TrimOutput,              "",           "$AA3Ci",     ConsoleOutputs},
+    RegisterRow{R::Store4mA,                "",           "$AA0Ci",     ConsoleOutputs},
+    RegisterRow{R::Store20mA,               "",           "$AA1Ci",     ConsoleOutputs},
 };
 // clang-format on
 
@@ -131,7 +154,7 @@ constexpr bool AreRowsInTheOrderOfTheirNames()
         if (Rows[i].id != static_cast<Register>(i))
             return false;
     }
-    return Rows.back().id == Register::ChannelStartup;
+    return Rows.back().id == Register::Store20mA;
 }
 static_assert(AreRowsInTheOrderOfTheirNames(), "a register is found by its place in the table");
 
@@ -154,9 +177,9 @@ std::string Expand(std::string_view pattern, std::string_view address, const Fil
     return command;
 }
 
-std::string AtAddress(std::string_view pattern, std::string_view address)
+std::string AtAddress(std::string_view pattern, std::string_view address, int index)
 {
-    return Expand(pattern, address, [](char) { return '\0'; });
+    return Expand(pattern, address, [index](char c) { return c == 'i' ? Digit(index) : '\0'; });
 }
 
 void Replace(std::string &text, std::string_view place, std::string_view with)
@@ -194,9 +217,9 @@ std::string Query(Register reg, const NodeKey &node, int index)
     return ExpandCommand(RowOf(reg).query, node, index);
 }
 
-std::string Query(Register reg, std::string_view address)
+std::string Query(Register reg, std::string_view address, int index)
 {
-    return AtAddress(RowOf(reg).query, address);
+    return AtAddress(RowOf(reg).query, address, index);
 }
 
 std::string Write(Register reg, const NodeKey &node, std::string_view value, int index)
@@ -204,9 +227,9 @@ std::string Write(Register reg, const NodeKey &node, std::string_view value, int
     return ExpandCommand(RowOf(reg).write, node, index) + std::string(value);
 }
 
-std::string Write(Register reg, std::string_view address, std::string_view value)
+std::string Write(Register reg, std::string_view address, std::string_view value, int index)
 {
-    return AtAddress(RowOf(reg).write, address) + std::string(value);
+    return AtAddress(RowOf(reg).write, address, index) + std::string(value);
 }
 
 std::optional<std::string> ValueOf(Register reg, const NodeKey &node, std::string_view reply)

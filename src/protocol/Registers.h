@@ -126,6 +126,30 @@ enum class Register : std::uint8_t {
     ChannelZeroCalibration,
     ChannelTrim,
     ChannelStartup,
+
+    // A model with a console. Index: channel.
+    PointByte, ///< all outputs at once, bit i is output i
+    Watchdog,  ///< of the communication: 0.1 seconds, four digits
+    AllReadings,
+    OpenWiring,      ///< bit i is channel i
+    ChannelType,     ///< type code of a channel
+    ChannelSpan,     ///< calibrates; no value
+    ChannelZero,     ///< calibrates; no value
+    ChannelNegative, ///< calibrates; no value
+    OutputOfChannel,
+    OutputType,      ///< type code of an output
+    EmergencyFlag,   ///< "1": the emergency input drives the output to its stop value
+    EmergencyInputs, ///< one hexadecimal digit, bit i is input i
+    StartupOfChannel,
+    StopOfChannel,
+    OutputCalibration, ///< gets the outputs ready to be calibrated; no value
+    Coefficient4mA,    ///< two hexadecimal digits, signed
+    Coefficient20mA,
+    Clear4mA,   ///< no value
+    Clear20mA,  ///< no value
+    TrimOutput, ///< step: "01" to "7F" up, "81" to "FF" down
+    Store4mA,   ///< no value
+    Store20mA,  ///< no value
 };
 
 /// Where a reply holds something: position from 1, and characters; 0 for all up to the checksum characters.
@@ -167,10 +191,10 @@ std::span<const RegisterRow> AllRegisters();
 /// The line that reads a register of a node. `index` is a counter, a channel or an output from 0 on.
 std::string Query(Register reg, const NodeKey &node, int index = 0);
 /// The same for a register of a module that is known by its address alone.
-std::string Query(Register reg, std::string_view address);
+std::string Query(Register reg, std::string_view address, int index = 0);
 /// The line that writes a value, or what goes without a value.
 std::string Write(Register reg, const NodeKey &node, std::string_view value = {}, int index = 0);
-std::string Write(Register reg, std::string_view address, std::string_view value);
+std::string Write(Register reg, std::string_view address, std::string_view value = {}, int index = 0);
 
 /// Value of a register in the reply to its query; nothing for a reply that doesn't begin as it must.
 std::optional<std::string> ValueOf(Register reg, const NodeKey &node, std::string_view reply);

@@ -42,6 +42,7 @@ struct RuleRow {
     bool signIntoEmpty = false;    ///< a sign goes into an empty field only
     bool signInFirstPlace = false; ///< a sign stands in front of everything else
     bool freeIntoEmpty = false;    ///< no limit for the first character
+    bool textToDelete = false;     ///< a backspace into an empty field is refused
 };
 
 using enum FieldRule;
@@ -112,6 +113,18 @@ constexpr RuleRow Rules[] = {
      .enter = EnterKey::Taken,
      .judged = Judged::Result,
      .onePoint = true},
+    {.rule = ConsoleAddress,
+     .keys = Digits,
+     .judged = Judged::Result,
+     .limit = 255,
+     .length = 3,
+     .textToDelete = true},
+    {.rule = WatchdogTime, .keys = Digits, .judged = Judged::Result},
+    {.rule = ColdJunction,
+     .keys = Signed,
+     .judged = Judged::Result,
+     .onePoint = true,
+     .signInFirstPlace = true},
 };
 
 const RuleRow &RowOf(FieldRule rule)
@@ -152,7 +165,7 @@ FieldVerdict AcceptKey(FieldRule rule, std::string_view text, std::size_t select
         return {.accepted =
                     row.enter == EnterKey::Taken || (row.enter == EnterKey::TakenWithText && !text.empty())};
     if (key == Backspace)
-        return {.accepted = true};
+        return {.accepted = !row.textToDelete || !text.empty()};
     if (row.keys.find(key) == std::string_view::npos)
         return {.accepted = false};
 

@@ -29,6 +29,9 @@ enum class FieldRule {
     CurrentOutput,      ///< `TextCH` of a 3931 current range: up to 20
     SignedDisplay,      ///< entry of the LED display on 7212D
     UnsignedDisplay,    ///< entry of the LED display on 7282D, 7282N
+    ConsoleAddress,     ///< `txtNewAddress`: as `Address`, and a backspace needs something to delete
+    WatchdogTime,       ///< `txtNewWDT`: digits
+    ColdJunction,       ///< `txtNewCJC`: a sign in front, one point
 };
 
 inline constexpr char Backspace = 8;

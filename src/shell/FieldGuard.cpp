@@ -57,6 +57,8 @@ private:
     {
         if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
             return Enter;
+        if (key.key() == Qt::Key_Backspace)
+            return Backspace;
         const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
         if (command || key.text().isEmpty() || !key.text().at(0).isPrint())
             return std::nullopt;

@@ -111,10 +111,12 @@ public:
     /// Key of the page that is loaded.
     NodeKey PageNode() const;
 
-    bool NodeLeftClick = false;  ///< a node click loads the page (left) instead of opening a menu (right)
-    int LastNodeIndex = 0;       ///< place in `Nodes` of the node whose page is shown
-    int SelectedPort = 0;        ///< port of the selection
-    std::string SelectedNodeKey; ///< node handed to a console
+    bool NodeLeftClick = false;    ///< a node click loads the page (left) instead of opening a menu (right)
+    int LastNodeIndex = 0;         ///< place in `Nodes` of the node whose page is shown
+    int SelectedPort = 0;          ///< port of the selection
+    std::string SelectedNodeKey;   ///< node handed to a console
+    std::string ConsoleNewAddress; ///< address that a console gave its module, two hexadecimal digits
+    std::string ConsoleAddress;    ///< address that the last console spoke to when it closed
     std::string OutputFormatCode = "00"; ///< data format digit and range digit of the open analog output page
 
     std::array<bool, 256> ScopeOnPort{};            ///< a data scope is open on that port

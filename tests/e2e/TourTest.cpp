@@ -12,7 +12,8 @@ TEST_F(TourTest, PrintsTheTreeAndTakesPictures)
 {
     const std::filesystem::path folder = std::filesystem::path(PICTURES_FOLDER) / "tour";
     std::filesystem::remove_all(folder);
-    StartRack("port 2\nmodule 7203 address=00\nmodule 3900 address=01\nslot 2 3925\n");
+    StartRack(
+        "port 2\nmodule 7203 address=00\nmodule 3900 address=01\nslot 2 3925\nmodule 7234 address=02\n");
     Child tour({TOUR_FILE, folder}, Variables(), Child::Output::ReadBoth);
     const std::string text = tour.ReadAll(PatienceForAll);
     EXPECT_EQ(tour.AwaitExit(Desktop::Patience), 0) << text;
@@ -23,8 +24,8 @@ TEST_F(TourTest, PrintsTheTreeAndTakesPictures)
                         "          CH 0\n"),
               std::string::npos)
         << text;
-    for (const char *picture :
-         {"port-page", "search", "module-list", "analog-input", "base-unit", "slot", "channel"})
+    for (const char *picture : {"port-page", "search", "module-list", "analog-input", "base-unit", "slot",
+                                "channel", "console-7234"})
         EXPECT_TRUE(std::filesystem::exists(folder / (std::string(picture) + ".png"))) << picture;
 }
 

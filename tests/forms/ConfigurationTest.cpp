@@ -127,8 +127,8 @@ const RoundTrip RoundTrips[] = {
     {"7256", ""},
     {"7258", ""},
     {"7272", ""},
-    {"7282",
-     "range=50 stage=1 gate=0 max0=00001000 max1=00002000 running0=1 filter=1 widthhigh=00012 alarm0=1 alarm1=1"},
+    {"7282", "range=50 stage=1 gate=0 max0=00001000 max1=00002000 running0=1 filter=1 widthhigh=00012 "
+             "alarm0=1 alarm1=1"},
     {"7282D", "range=51 stage=1 filter=1 levelhigh=24 alarm=2 led=1"},
     {"7282N", "range=50 gate=1 max1=0000FFFF running1=1 widthlow=00100 alarm=1 led=2"},
 };

@@ -1,6 +1,7 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
+#include "consoles/ConsoleWindow.h"
 #include "platform/Dialogs.h"
 #include "platform/WidgetText.h"
 #include "protocol/ModelCatalogue.h"
@@ -337,19 +338,20 @@ TEST_F(PageSelectionTest, APortPageThatIsOnShowKeepsItsFields)
 TEST_F(PageSelectionTest, AModelWithAConsoleHandsOverToIt)
 {
     Operate([&](Operator &op) {
+        peer_.OnLine([](const std::string &, const RawPeer::Writer &write) { write("!0200000600\r"); });
         for (const char *model : {"7216", "7221P", "7224P", "7227", "7234", "7254", "7262", "7276"}) {
             const std::string key = AddModule(op, model);
-            peer_.Forget();
             op.Gui([&] {
                 main().CmbPBaudrate->setCurrentIndex(5);
                 LeftClick(key);
             });
             op.CloseForm((std::string("Form") + model).c_str(), [&](QWidget &console) {
-                EXPECT_EQ(console.property("ConsoleBaud").toString(), QStringLiteral("38400"));
+                EXPECT_EQ(dynamic_cast<vorn::ConsoleWindow &>(console).ConsoleBaud, "38400");
                 EXPECT_EQ(main().SelectedNodeKey, key);
                 EXPECT_FALSE(Shown("FrameMSet")) << "the page behind it is empty";
                 EXPECT_FALSE(Shown("ListView1"));
             });
+            peer_.Forget();
             op.WaitFor([&] { return vorn::TagOf(main().Frame1) == key; }, "the end of the click");
             op.WaitFor([&] { return Status() == "COM 3   38.4  kbps    Polling current data...."; },
                        "the status");

@@ -38,6 +38,8 @@ const std::vector<RuleCase> Rules{
     {CurrentOutput, "CurrentOutput", Digits + ".\r"},
     {SignedDisplay, "SignedDisplay", Digits + ".+-\r"},
     {UnsignedDisplay, "UnsignedDisplay", Digits + ".\r"},
+    {WatchdogTime, "WatchdogTime", Digits},
+    {ColdJunction, "ColdJunction", Digits + ".+-"},
 };
 
 TEST(AcceptKey, IntoAnEmptyFieldTakesItsAllowedKeysOnly)
@@ -49,6 +51,28 @@ TEST(AcceptKey, IntoAnEmptyFieldTakesItsAllowedKeysOnly)
             EXPECT_EQ(AcceptKey(c.rule, "", 0, 0, key).accepted, allowed) << c.name << " " << code;
         }
     }
+}
+
+TEST(AcceptKey, OfAConsolesAddress)
+{
+    EXPECT_FALSE(AcceptKey(ConsoleAddress, "", 0, 0, Backspace).accepted);
+    EXPECT_TRUE(AcceptKey(ConsoleAddress, "1", 1, 0, Backspace).accepted);
+    EXPECT_TRUE(AcceptKey(ConsoleAddress, "25", 2, 0, '5').accepted);
+    EXPECT_FALSE(AcceptKey(ConsoleAddress, "25", 2, 0, '6').accepted);
+    EXPECT_FALSE(AcceptKey(ConsoleAddress, "12", 0, 0, '3').accepted) << "312 would come of it";
+    EXPECT_TRUE(AcceptKey(ConsoleAddress, "256", 0, 3, '9').accepted) << "the selection goes";
+    EXPECT_FALSE(AcceptKey(ConsoleAddress, "", 0, 0, '-').accepted);
+    EXPECT_FALSE(AcceptText(ConsoleAddress, "256"));
+}
+
+TEST(AcceptKey, OfAColdJunctionOffset)
+{
+    EXPECT_TRUE(AcceptText(ColdJunction, "-99.9"));
+    EXPECT_TRUE(AcceptText(ColdJunction, "+.5"));
+    EXPECT_FALSE(AcceptText(ColdJunction, "1-"));
+    EXPECT_FALSE(AcceptText(ColdJunction, "--1"));
+    EXPECT_FALSE(AcceptText(ColdJunction, "1.2.3"));
+    EXPECT_FALSE(AcceptText(ColdJunction, "x"));
 }
 
 TEST(AcceptKey, BackspaceAlwaysPassesAndDeletesByItself)

@@ -114,7 +114,10 @@ TEST(ModelHelpPage, FollowsTheKindOfPage)
         {{"7252", "7256", "7258", "7272"}, "digital"},
         {{"7282", "7282D", "7282N"}, "counter"},
         {{"3900"}, "base-unit"},
-        {{"7216", "3923", "7290", ""}, "module-setting"},
+        {{"7216"}, "sensor-console"},
+        {{"7254", "7262", "7276"}, "digital-console"},
+        {{"7234"}, "output-console"},
+        {{"3923", "7290", ""}, "module-setting"},
     };
     for (const HelpCase &c : cases) {
         for (const char *model : c.models)

@@ -1,6 +1,7 @@
 #include "screen/Tour.h"
 
 #include "Program.h"
+#include "consoles/ConsoleForm.h"
 #include "platform/WidgetText.h"
 #include "protocol/ModelCatalogue.h"
 #include "shell/Controls.h"
@@ -55,6 +56,8 @@ const TourStop Stops[] = {
     {"digital slot", "digital-slot", Kind::Slot, {"3942", "3944", "3946", "3948"}, {"LabDHv", "LabDLv"}},
 };
 
+constexpr const char *Consoles[] = {"7216", "7221P", "7224P", "7227", "7234", "7254", "7262", "7276"};
+
 /// Large enough for every page to be seen whole.
 constexpr Desktop::Size WindowSize{900, 760};
 /// A rack without wires answers at once, so that a search need not wait long at the addresses where nobody
@@ -106,6 +109,8 @@ void Tour::Walk()
     TakePicture("module-list");
     for (const TourStop &stop : Stops)
         Visit(stop);
+    for (const char *model : Consoles)
+        VisitConsole(model);
     ShowHelp();
     PrintTree();
 }
@@ -300,6 +305,22 @@ void Tour::Visit(const TourStop &stop)
     };
     Await(filled, std::string("a value on the page of ") + stop.name);
     TakePicture(stop.file);
+}
+
+/// Opens the console of a model, waits until it polls, and leaves it by the keyboard.
+void Tour::VisitConsole(const char *model)
+{
+    const std::string key = Gui([&] { return FirstNode({model, model, Kind::Module, {model}, {}}); });
+    if (key.empty())
+        return;
+    Reveal(key);
+    Click([&] { return PlaceOf(key); });
+    const auto console = [] { return qobject_cast<vorn::ConsoleForm *>(QApplication::activeModalWidget()); };
+    Await([&] { return console() && console()->isActiveWindow() && console()->tmrTimer.isActive(); },
+          std::string("the console of ") + model);
+    TakePicture((std::string("console-") + model).c_str(), console);
+    desktop_.Press({"Escape"});
+    Await([&] { return !console() && vorn::TagOf(program_.Main.Frame1) == key; }, "the end of the console");
 }
 
 std::string Tour::FirstNode(const TourStop &stop) const

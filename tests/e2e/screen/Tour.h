@@ -64,6 +64,7 @@ private:
     void Search();
     void AwaitSearch();
     void Visit(const TourStop &stop);
+    void VisitConsole(const char *model);
     void ShowHelp();
     void PrintTree() const;
 
