@@ -202,9 +202,9 @@ TEST_F(DeviceTreeTest, TheToolsMenuFollowsTheSelection)
         Plant(op);
         EXPECT_EQ(ToolsStates(op, "KeyPC"), "00000");
         EXPECT_EQ(ToolsStates(op, Port3), "11100");
-        EXPECT_EQ(ToolsStates(op, Plain), "00000"); // its configuration files are not available yet
-        EXPECT_EQ(ToolsStates(op, Slot), "00000");
-        EXPECT_EQ(ToolsStates(op, Channel), "00000");
+        EXPECT_EQ(ToolsStates(op, Plain), "00011");
+        EXPECT_EQ(ToolsStates(op, Slot), "00011");
+        EXPECT_EQ(ToolsStates(op, Channel), "00011");
         op.Gui([&] { main().ScopeOnPort[3] = true; });
         EXPECT_EQ(ToolsStates(op, Port3), "00000");
         EXPECT_EQ(ToolsStates(op, "KeyCOM010"), "11100");
@@ -230,8 +230,8 @@ TEST_F(DeviceTreeTest, ARightClickOnAModuleKeepsThePage)
             EXPECT_FALSE(main().NodeLeftClick);
         });
         RightClick(op, Plain, [&](QMenu &) {
-            EXPECT_FALSE(main().AVORNSaveSet->isEnabled()) << "not available yet";
-            EXPECT_FALSE(main().AVORNLoadSet->isEnabled());
+            EXPECT_TRUE(main().AVORNSaveSet->isEnabled());
+            EXPECT_TRUE(main().AVORNLoadSet->isEnabled());
         });
         peer_.Forget();
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh, which goes on");

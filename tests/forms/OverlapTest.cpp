@@ -347,7 +347,7 @@ Lines AnswerAll(Operator &op, Bench &bench)
     };
     while (!op.Gui(step)) {
         if (std::chrono::steady_clock::now() > deadline) {
-            ADD_FAILURE() << "There is no end of it";
+            ADD_FAILURE() << "There is no end of it behind " << ::testing::PrintToString(shown);
             break;
         }
         std::this_thread::sleep_for(2ms);

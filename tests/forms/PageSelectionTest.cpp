@@ -256,7 +256,7 @@ TEST_F(PageSelectionTest, TheToolbarFollowsTheNode)
         Choose(op, "KeyPC");
         EXPECT_EQ(op.Gui([&] { return ToolStates(); }), "00000");
         Choose(op, AddModule(op, "7252"));
-        EXPECT_EQ(op.Gui([&] { return ToolStates(); }), "00000"); // not available yet
+        EXPECT_EQ(op.Gui([&] { return ToolStates(); }), "00011");
         Choose(op, AddChannel(op, "3923"));
         EXPECT_EQ(op.Gui([&] { return ToolStates(); }), "00000");
         op.Gui([&] { main().ScopeOnPort[3] = true; });
