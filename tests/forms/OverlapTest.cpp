@@ -77,7 +77,7 @@ public:
             nodes.Add("KeyCOM002", OtherModule, "(01) 7256", "vorn4ico", "vorn4icoS");
             nodes.Add("KeyCOM002", key_, "(0A) " + model_, "vorn4ico", "vorn4icoS");
             if (model_ == "3900")
-                nodes.Add(key_, "_000220A3951", "(S2) 3951", "vorn5cico", "vorn5cicoS");
+                nodes.Add(key_, "_00022!0A3951", "(S2) 3951", "vorn5cico", "vorn5cicoS");
         });
     }
     void SetTimeOut(const char *milliseconds)
