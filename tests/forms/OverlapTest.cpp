@@ -35,6 +35,7 @@ namespace
 {
 
 const std::string OtherModule = "_0002!!017256";
+const std::string CardOfUnit = "_00022!0A3951";
 const char *const Patient = "30000"; ///< Time Out that no test lives to see
 
 const std::string Updated = "64 / Configuration is successful / Configuration is successful !";
@@ -77,7 +78,7 @@ public:
             nodes.Add("KeyCOM002", OtherModule, "(01) 7256", "vorn4ico", "vorn4icoS");
             nodes.Add("KeyCOM002", key_, "(0A) " + model_, "vorn4ico", "vorn4icoS");
             if (model_ == "3900")
-                nodes.Add(key_, "_00022!0A3951", "(S2) 3951", "vorn5cico", "vorn5cicoS");
+                nodes.Add(key_, CardOfUnit, "(S2) 3951", "vorn5cico", "vorn5cicoS");
         });
     }
     void SetTimeOut(const char *milliseconds)
@@ -447,7 +448,8 @@ Seen Drive(const std::string &model, const Running *running, const Act *act, boo
             }
         });
         std::set<std::string> polls = Polls(bench.Key());
-        polls.merge(Polls(OtherModule));
+        for (const std::string &other : {OtherModule, CardOfUnit})
+            polls.merge(Polls(other));
         for (const std::string &line : bench.Bus().Lines()) {
             if (!polls.contains(line))
                 seen.lines.push_back(line);
