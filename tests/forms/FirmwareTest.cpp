@@ -735,7 +735,7 @@ TEST_F(FirmwareTest, ALoaderThatDoesNotStartFailsTheTransfer)
     Rack();
     Operate([&](Operator &op) {
         BeginTransfer(op);
-        PassTo(op, "&00E");
+        PassTo(op, "loader0003"); // well behind the first request
         Faulty({.kind = Fault::Kind::Refuse, .begins = "&00A"});
         PassToBox(op, TransferError, 16);
         EXPECT_EQ(CountSent("&00A"), 1 + 129);
@@ -748,7 +748,7 @@ TEST_F(FirmwareTest, ALoaderThatStartsLateIsWaitedFor)
     Rack();
     Operate([&](Operator &op) {
         BeginTransfer(op);
-        PassTo(op, "&00E");
+        PassTo(op, "loader0003"); // well behind the first request
         Faulty({.kind = Fault::Kind::Refuse, .begins = "&00A", .times = 128});
         PassToBox(op, Completed, 64);
         EXPECT_EQ(CountSent("&00A"), 1 + 129);
@@ -796,7 +796,7 @@ TEST_F(FirmwareTest, TheSpeedOfTheLoaderIsSetupAgain)
     Rack();
     Operate([&](Operator &op) {
         BeginTransfer(op);
-        PassTo(op, "&00E");
+        PassTo(op, "loader0003"); // well behind the first setup
         Faulty({.kind = Fault::Kind::Refuse, .begins = "&00S"});
         PassToBox(op, SetupError, 16);
         EXPECT_EQ(CountSent("&00S4"), 2 + 12);
