@@ -54,7 +54,13 @@ Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
       ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main), Calibration(Main),
       PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports),
-      FirmwareDownload(Main)
+      FirmwareDownload(Main),
+      LoggerTabs(Main, {.tabStrip = Pages.TabStrip1,
+                        .module = {Pages.FrameMSet, Pages.Control("FrameAIn")},
+                        .memory = Pages.FrameMemory,
+                        .limits = Pages.FrameMAlarmset,
+                        .operation = Pages.FrameMemOperation,
+                        .pollLiveData = [this](const std::string &key) { LiveData.PollLiveData(key); }})
 {
     AttachMenus();
     AttachWindows();
@@ -94,8 +100,6 @@ void Program::AttachWindows()
 /// What has its place on the screen but no work behind it yet.
 void Program::GreyOutUnbuilt()
 {
-    for (const char *button : {"CmdMemConfig", "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
-        GreyOut(Pages.Control(button));
     for (QAction *entry :
          {Main.Save, Main.VORNLoadSet, Main.VORNSaveSet, Main.AVORNLoadSet, Main.AVORNSaveSet,
           Main.ToolButton(FormMain::SaveFileButton), Main.ToolButton(FormMain::SaveSetButton),

@@ -5,6 +5,7 @@
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
 #include "firmware/FirmwareDownload.h"
+#include "logger/LoggerTabs.h"
 #include "shell/FormMain.h"
 #include "tools/BenchTools.h"
 #include "workspace/LiveData.h"
@@ -40,6 +41,7 @@ public:
     class PageSelection PageSelection;
     class BenchTools BenchTools;
     class FirmwareDownload FirmwareDownload;
+    class LoggerTabs LoggerTabs;
 
 private:
     void AttachMenus();

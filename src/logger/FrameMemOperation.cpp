@@ -1,17 +1,39 @@
 #include "logger/FrameMemOperation.h"
 
+#include "logger/MemoryFiles.h"
+#include "logger/RecordModel.h"
+#include "logger/RecordTransfer.h"
+#include "platform/Dialogs.h"
 #include "shell/Controls.h"
+#include "shell/FormMain.h"
+#include "shell/PageCommand.h"
 
 #include <QButtonGroup>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
+
+#include <utility>
 
 namespace vorn
 {
 
 FrameMemOperation::FrameMemOperation(FormMain &main)
     : PageFrame(main, "FrameMemOperation", "Memory Operation")
+{
+    BuildControls();
+    LayOut();
+    Enter();
+    for (int element = 0; element < 2; ++element) {
+        OnTick(main, OptionMOmode[static_cast<std::size_t>(element)], this,
+               [this, element](const NodeKey &node, bool) { OptionMOmode_Click(node, element); });
+    }
+    OnClick(main, CmdTransferData, this, [this](const NodeKey &node) { CmdTransferData_Click(node); });
+    OnClick(main, CmdMemoryDataRead, this, [this](const NodeKey &) { CmdMemoryDataRead_Click(); });
+}
+
+void FrameMemOperation::BuildControls()
 {
     const auto option = [this](const char *name, const char *caption) {
         return Named(new QRadioButton(QString::fromLatin1(caption), this), name);
@@ -23,13 +45,30 @@ FrameMemOperation::FrameMemOperation(FormMain &main)
         for (QRadioButton *button : pair)
             group->addButton(button);
     }
+    OptionDataMode[0]->setChecked(true);
     CmdTransferData = MakeButton(this, QStringLiteral("CmdTransferData"), "&Transfer data to host ");
     CmdMemoryDataRead = MakeButton(this, QStringLiteral("CmdMemoryDataRead"), "Sho&w records");
-    DBGridReadMemory = Named(new QTableView(this), "DBGridReadMemory", QStringLiteral("Records"));
+    MemoryData = MakeValue(this, QStringLiteral("MemoryData"), QStringLiteral("Record"));
+    MemoryData->setMinimumWidth(MemoryData->fontMetrics().horizontalAdvance(QStringLiteral("0000000")));
 
+    records_ = new RecordModel(this);
+    DBGridReadMemory = Named(new QTableView(this), "DBGridReadMemory", QStringLiteral("Records"));
+    DBGridReadMemory->setModel(records_);
+    DBGridReadMemory->setAlternatingRowColors(true);
+    DBGridReadMemory->verticalHeader()->hide();
+    const int row = fontMetrics().height() + Rhythm::BetweenRows;
+    DBGridReadMemory->verticalHeader()->setDefaultSectionSize(row);
+    constexpr int RowsInSight = 8;
+    DBGridReadMemory->setMinimumHeight(RowsInSight * row);
+}
+
+void FrameMemOperation::LayOut()
+{
     FrameGrid grid(this);
     auto *mode = SideBySide({OptionMOmode[1], OptionMOmode[0]});
     mode->addStretch();
+    mode->addWidget(MakeLabel(this, QStringLiteral("LabMemoryData"), "Record :"));
+    mode->addWidget(MemoryData);
     mode->addWidget(CmdTransferData);
     grid.WideRow(mode);
     auto *records = SideBySide({OptionDataMode[0], OptionDataMode[1]});
@@ -37,6 +76,66 @@ FrameMemOperation::FrameMemOperation(FormMain &main)
     records->addWidget(CmdMemoryDataRead);
     grid.WideRow(records);
     grid.WideRow(DBGridReadMemory);
+}
+
+void FrameMemOperation::Enter()
+{
+    DBGridReadMemory->hide();
+    AllowReading();
+}
+
+void FrameMemOperation::AllowReading()
+{
+    Allow(CmdMemoryDataRead, HasMemoryFile(), "There are no records yet: transfer them first.");
+}
+
+void FrameMemOperation::ReadState(const NodeKey &node)
+{
+    const std::string reply = main().trans(Query(Register::Recording, node), node.checksum());
+    if (const auto state = ValueOf(Register::Recording, node, reply); state == "0" || state == "1")
+        OptionMOmode[*state == "1" ? 1 : 0]->setChecked(true);
+}
+
+void FrameMemOperation::OptionMOmode_Click(const NodeKey &node, int element)
+{
+    RefreshHold hold(main());
+    hold.Keep();
+    Send(main(), node, Write(Register::Recording, node, std::to_string(element)));
+    ReadState(node);
+}
+
+void FrameMemOperation::CmdTransferData_Click(const NodeKey &node)
+{
+    constexpr int MixedMode = 2;
+    main().NowStatus("Now Read Record Counter is processing , Please wait moment....");
+    RefreshHold hold(main());
+    hold.Keep();
+    main().setCursor(Qt::BusyCursor);
+    {
+        const DisabledWindow disabled(main());
+        main().StopScan = false;
+        DBGridReadMemory->hide();
+        RecordTransfer transfer(main(), node, StorageMode() == MixedMode);
+        connect(&transfer, &RecordTransfer::AtRecord, MemoryData, qOverload<int>(&QLabel::setNum));
+        transfer.Run();
+        AllowReading();
+    }
+    CmdTransferData->setFocus();
+    main().unsetCursor();
+}
+
+void FrameMemOperation::CmdMemoryDataRead_Click()
+{
+    const auto kind = OptionDataMode[0]->isChecked() ? RecordKind::Standard : RecordKind::Event;
+    try {
+        records_->Show(ReadMemoryFile(kind));
+        DBGridReadMemory->resizeColumnsToContents();
+        DBGridReadMemory->show();
+    } catch (const WorkbookError &error) {
+        DBGridReadMemory->hide();
+        TellFileFault(MemoryFileName, "can't be read", error.what());
+    }
+    AllowReading();
 }
 
 } // namespace vorn

@@ -73,7 +73,6 @@ void RecordWorkbook::Begin(RecordKind kind, int rows)
 {
     Commit();
     Rebuild(kind, std::min(rows, MostRecords));
-    Open();
 }
 
 void RecordWorkbook::Add(const LoggerRecord &record)
@@ -110,7 +109,6 @@ void RecordWorkbook::Finish()
 {
     Commit();
     Rebuild(RecordKind::Event, 0);
-    file_.reset();
 }
 
 /// Writes the file anew: the rows as they stand, and room for so many in the sheet that comes last.
@@ -152,6 +150,7 @@ void RecordWorkbook::Rebuild(RecordKind last, int room)
     room_ = room;
     at_ = Growing().roomAt;
     left_ = Page;
+    Open();
 }
 
 /// Copies the rows of a sheet without what fills the room between them.
