@@ -128,7 +128,7 @@ void FrameMemOperation::CmdMemoryDataRead_Click()
 {
     const auto kind = OptionDataMode[0]->isChecked() ? RecordKind::Standard : RecordKind::Event;
     try {
-        records_->Show(ReadMemoryFile(kind));
+        records_->Show(ReadSheetBeside(MemoryFilePath(), kind));
         DBGridReadMemory->resizeColumnsToContents();
         DBGridReadMemory->show();
     } catch (const WorkbookError &error) {

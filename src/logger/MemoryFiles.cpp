@@ -1,5 +1,6 @@
 #include "logger/MemoryFiles.h"
 
+#include "logger/SheetText.h"
 #include "platform/Dialogs.h"
 #include "platform/Events.h"
 #include "platform/FileLock.h"
@@ -7,9 +8,12 @@
 #include "platform/WholeFile.h"
 #include "platform/WidgetText.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 
 #include <chrono>
 #include <future>
@@ -20,9 +24,12 @@ namespace vorn
 namespace
 {
 
-std::filesystem::path FilePath(const QString &path)
+/// The process that reads workbooks: beside the program, or where it is installed.
+QString ReaderProgram()
 {
-    return {path.toStdU16String()};
+    const QDir folder(QCoreApplication::applicationDirPath());
+    const QString beside = folder.filePath(QStringLiteral("vornsheet"));
+    return QFile::exists(beside) ? beside : folder.filePath(QStringLiteral("../libexec/vorn/vornsheet"));
 }
 
 [[noreturn]] void Refuse(std::string_view name, const QString &reason)
@@ -42,11 +49,28 @@ bool HasMemoryFile()
     return QFileInfo(MemoryFilePath()).isFile();
 }
 
-RecordSheet ReadMemoryFile(RecordKind kind)
+RecordSheet ReadSheetBeside(const QString &path, RecordKind kind)
 {
+    constexpr int Look = 20;              // milliseconds between two looks at the process
+    constexpr qint64 LongestRead = 60000; // milliseconds
+    QProcess reader;
+    reader.start(ReaderProgram(), {path, QString::fromLatin1(SheetNames.at(static_cast<std::size_t>(kind)))});
+    QElapsedTimer since;
+    since.start();
+    while (reader.state() != QProcess::NotRunning && since.elapsed() < LongestRead)
+        WaitForEvents(Look);
+    if (reader.error() == QProcess::FailedToStart)
+        throw WorkbookError("The program's reader is missing");
+    const bool ended = reader.state() == QProcess::NotRunning && reader.exitStatus() == QProcess::NormalExit;
+    const QByteArray text = reader.readAllStandardOutput();
+    if (ended && reader.exitCode() != 0)
+        throw WorkbookError(reader.readAllStandardError().toStdString());
+    if (!ended)
+        throw WorkbookError("The file is damaged");
     RecordSheet sheet;
-    const std::filesystem::path path = FilePath(MemoryFilePath());
-    DoBeside([&sheet, &path, kind] { sheet = ReadRecordSheet(path, kind); });
+    DoBeside([&sheet, &text] {
+        sheet = ParseSheetText({text.data(), static_cast<std::size_t>(text.size())});
+    });
     return sheet;
 }
 
@@ -57,7 +81,8 @@ SheetTitles ReplaceMemoryFile()
         Refuse(TemplateFileName, QStringLiteral("The empty workbook is missing"));
     SheetTitles titles;
     try {
-        titles = ReadSheetTitles(FilePath(templatePath));
+        for (const RecordKind kind : {RecordKind::Standard, RecordKind::Event})
+            titles.at(static_cast<std::size_t>(kind)) = ReadSheetBeside(templatePath, kind).Titles();
     } catch (const WorkbookError &error) {
         Refuse(TemplateFileName, QString::fromUtf8(error.what()));
     }

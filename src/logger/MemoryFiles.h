@@ -18,8 +18,9 @@ inline constexpr std::string_view TemplateFileName = "Mem.ory";  ///< the empty 
 /// Full name of the workbook, whether it exists or not.
 QString MemoryFilePath();
 bool HasMemoryFile();
-/// A sheet of the workbook; serves the windows meanwhile. Throws `WorkbookError`.
-RecordSheet ReadMemoryFile(RecordKind kind);
+/// A sheet of a workbook, read by a process of its own, which a damaged file may bring down. The windows are
+/// served meanwhile. Throws `WorkbookError`.
+RecordSheet ReadSheetBeside(const QString &path, RecordKind kind);
 
 /// Puts a copy of the empty workbook in the place of the old one, which stays if that fails, and returns its
 /// column titles. Throws `WorkbookError`.

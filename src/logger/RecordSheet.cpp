@@ -108,8 +108,9 @@ bool IsEmpty(const SheetCell &cell)
     return std::holds_alternative<std::monostate>(cell);
 }
 
-RecordSheet ReadSheet(const Book &book, RecordKind kind, unsigned int mostRows)
+RecordSheet ReadSheet(const Book &book, RecordKind kind)
 {
+    constexpr unsigned int MostRows = MostRecords + 1;
     book.Choose(SheetNames.at(static_cast<std::size_t>(kind)));
     unsigned int rows = 0;
     unsigned short width = 0;
@@ -121,7 +122,7 @@ RecordSheet ReadSheet(const Book &book, RecordKind kind, unsigned int mostRows)
 
     std::vector<SheetCell> cells;
     std::size_t used = 0; // room for rows that never came isn't shown
-    for (unsigned int row = 1; row < std::min(rows, mostRows); ++row) {
+    for (unsigned int row = 1; row < std::min(rows, MostRows); ++row) {
         for (std::size_t column = 0; column < columns; ++column) {
             cells.push_back(CellAt(book, row, column));
             if (!IsEmpty(cells.back()))
@@ -149,14 +150,7 @@ RecordSheet::RecordSheet(std::vector<std::string> titles, std::vector<SheetCell>
 
 RecordSheet ReadRecordSheet(const std::filesystem::path &path, RecordKind kind)
 {
-    return ReadSheet(Book(path), kind, MostRecords + 1);
-}
-
-SheetTitles ReadSheetTitles(const std::filesystem::path &path)
-{
-    const Book book(path);
-    return {ReadSheet(book, RecordKind::Standard, 1).Titles(),
-            ReadSheet(book, RecordKind::Event, 1).Titles()};
+    return ReadSheet(Book(path), kind);
 }
 
 } // namespace vorn

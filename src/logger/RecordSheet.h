@@ -39,10 +39,7 @@ private:
 };
 
 /// Reads the sheet of a kind of records. Throws `WorkbookError` for a file that is no workbook, is damaged,
-/// or lacks the sheet.
+/// or lacks the sheet. Some damages are the end of the process.
 RecordSheet ReadRecordSheet(const std::filesystem::path &path, RecordKind kind);
-
-/// Column titles of both sheets. Throws as above.
-SheetTitles ReadSheetTitles(const std::filesystem::path &path);
 
 } // namespace vorn

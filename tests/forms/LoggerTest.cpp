@@ -963,3 +963,37 @@ TEST_F(HurriedLogger, ALimitTypedDuringTheUpdateStaysForTheNext)
         EXPECT_EQ(Bus().Lines().front().substr(0, 11), "@0AA1+00006");
     });
 }
+
+// Workbooks that were damaged. The library that reads them doesn't survive them all, but the program does.
+
+TEST_F(LoggerTest, ADamagedWorkbookIsReadOrRefused)
+{
+    vorn::RecordWorkbook book(File("Memory.xls"), vorn::OwnSheetTitles());
+    book.Begin(RecordKind::Standard, 20);
+    for (int i = 0; i < 20; ++i)
+        book.Add({i, i % 8, "+1.5"});
+    book.Finish();
+    const std::string whole = BytesOf(File("Memory.xls"));
+    // Some of these bring the reader down: the begin of the directory, and the length of its stream.
+    const auto path = QString::fromStdString(File("Memory.xls").string());
+    std::size_t read = 0, refused = 0;
+    unsigned state = 7;
+    const auto random = [&state] { return (state = state * 1664525U + 1013904223U) >> 8U; };
+    for (int round = 0; round < 150; ++round) {
+        std::string bytes = whole;
+        for (unsigned change = 0; change <= round % 3U; ++change)
+            bytes[random() % bytes.size()] = static_cast<char>(random());
+        if (round % 10 == 0)
+            bytes.resize(random() % bytes.size());
+        std::ofstream(File("Memory.xls"), std::ios::binary) << bytes;
+        try {
+            (void)vorn::ReadSheetBeside(path, RecordKind::Standard);
+            ++read;
+        } catch (const vorn::WorkbookError &error) {
+            EXPECT_STRNE(error.what(), "");
+            ++refused;
+        }
+    }
+    EXPECT_GT(read, 0U);
+    EXPECT_GT(refused, 0U);
+}
