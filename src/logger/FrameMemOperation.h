@@ -14,6 +14,7 @@ namespace vorn
 {
 
 class RecordModel;
+class RecordPlot;
 
 /// Recording and record transfer of the logging model, with the grid of the records read out.
 class FrameMemOperation final : public PageFrame
@@ -33,14 +34,20 @@ public:
     QPushButton *CmdTransferData, *CmdMemoryDataRead;
     QLabel *MemoryData; ///< number of the record that is transferred
     QTableView *DBGridReadMemory;
+    RecordPlot *PlotReadMemory; ///< the sheet of the grid, as lines
+    QPushButton *CmdWholePlot, *CmdSavePlot, *CmdExportSheet;
 
 private:
     void BuildControls();
+    void BuildView();
     void LayOut();
+    void ShowView(bool show);
     void AllowReading();
     void OptionMOmode_Click(const NodeKey &node, int element);
     void CmdTransferData_Click(const NodeKey &node);
     void CmdMemoryDataRead_Click();
+    void CmdSavePlot_Click();
+    void CmdExportSheet_Click();
 
     RecordModel *records_;
 };

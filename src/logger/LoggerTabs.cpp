@@ -22,7 +22,12 @@ LoggerTabs::LoggerTabs(FormMain &main, Parts parts) : main_(main), parts_(std::m
     connect(parts_.tabStrip, &QTabBar::currentChanged, this, [this](int tab) {
         const NodeKey node(main_.PageOnShow());
         main_.Gate.TakeInPlace({.context = parts_.tabStrip,
-                                .action = [this, node, tab] { TabStrip1_Click(node, tab); },
+                                .action =
+                                    [this, node, tab] {
+                                        if (tab != Module)
+                                            main_.NowStatus(""); // the refresh has ended
+                                        TabStrip1_Click(node, tab);
+                                    },
                                 .source = parts_.tabStrip,
                                 .page = node.text()});
     });

@@ -4,6 +4,7 @@
 #include "support/RackOfOne.h"
 
 #include "logger/MemoryFiles.h"
+#include "logger/PlotLibrary.h"
 #include "platform/Animation.h"
 #include "platform/ProgramDirectory.h"
 #include "shell/FormScan.h"
@@ -961,6 +962,63 @@ TEST_F(HurriedLogger, ALimitTypedDuringTheUpdateStaysForTheNext)
         op.Click(Find("CmdMAlarmUpdate"));
         op.AnswerBox("Alarm Limit setting is complete !", 64, "Alarm Limit setting is complete");
         EXPECT_EQ(Bus().Lines().front().substr(0, 11), "@0AA1+00006");
+    });
+}
+
+// The plot and the export.
+
+TEST_F(LoggerTest, TheSheetIsPlottedSavedAndExported)
+{
+    MakeTemplate();
+    OnPage("memory=FF020000A records=50 eventrecords=9", [&](Operator &op) {
+        BeginTransfer(op);
+        Answer(op, DataDone);
+        Answer(op, EventsDone);
+        AwaitActions(op);
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        auto *plot = Find<QCustomPlot>("PlotOfRecords");
+        op.Gui([&] {
+            EXPECT_TRUE(Shown("PlotReadMemory"));
+            ASSERT_EQ(plot->graphCount(), 8);
+            EXPECT_EQ(plot->graph(1)->name(), QStringLiteral("CH 1"));
+            EXPECT_EQ(plot->graph(1)->dataCount(), 7);
+            EXPECT_DOUBLE_EQ(plot->graph(1)->data()->at(1)->key, 9);
+            EXPECT_DOUBLE_EQ(plot->graph(1)->data()->at(1)->value, -3.33);
+            EXPECT_EQ(plot->legend->itemCount(), 8);
+        });
+        // By the keyboard.
+        const auto width = [&] { return op.Gui([&] { return plot->xAxis->range().size(); }); };
+        const auto centre = [&] { return op.Gui([&] { return plot->xAxis->range().center(); }); };
+        const double whole = width(), middle = centre();
+        op.Press(Find("PlotReadMemory"), Qt::Key_Plus);
+        EXPECT_LT(width(), whole);
+        op.Press(Find("PlotReadMemory"), Qt::Key_Right);
+        EXPECT_GT(centre(), middle);
+        op.Press(Find("PlotReadMemory"), Qt::Key_Home);
+        EXPECT_DOUBLE_EQ(width(), whole);
+        EXPECT_DOUBLE_EQ(centre(), middle);
+
+        for (const auto &[name, begin] : {std::pair{"plot.png", "\x89PNG"}, {"plot.svg", "<?xml"}}) {
+            op.Click(Find("CmdSavePlot"));
+            op.AnswerFile("Save plot", "Memory.png", File(name).string());
+            AwaitActions(op);
+            EXPECT_TRUE(BytesOf(File(name)).starts_with(begin)) << name;
+        }
+        op.Click(Find("CmdExportSheet"));
+        op.AnswerFile("Export records", "Memory.csv", File("sheet.csv").string());
+        AwaitActions(op);
+        const std::string csv = BytesOf(File("sheet.csv"));
+        EXPECT_TRUE(csv.starts_with("Record,Channel,Value\r\n0,0,-0\r\n1,1,+0.37\r\n")) << csv.substr(0, 60);
+        EXPECT_EQ(std::ranges::count(csv, '\n'), 51);
+
+        op.Click(Find("OptionDataMode_1"));
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        op.Gui([&] {
+            EXPECT_EQ(plot->xAxis->label(), QStringLiteral("Time stamp"));
+            EXPECT_DOUBLE_EQ(plot->graph(0)->data()->at(1)->key, 65536 + 8 * 60);
+        });
     });
 }
 
