@@ -25,6 +25,7 @@ using namespace std::chrono_literals;
 
 constexpr auto BetweenCommits = 200ms; ///< what came until then is safe
 constexpr qint64 BetweenPictures = 40; ///< milliseconds
+constexpr qint64 BetweenYields = 4;    ///< milliseconds
 
 struct Texts {
     const char *window;
@@ -87,10 +88,16 @@ void RecordTransfer::ReadRecords(RecordKind kind, int count)
     QTimer commits; // ticks in the waits for a silent module, too
     connect(&commits, &QTimer::timeout, this, &RecordTransfer::Commit);
     commits.start(BetweenCommits);
+    QElapsedTimer sinceYield;
+    sinceYield.start();
     for (int number = 0; number < count; ++number) {
         ShowRecord(number);
         ReadRecord(kind, number);
-        DoEvents();
+        // The waits for the replies serve the windows, too; a bus without waits doesn't get to them.
+        if (sinceYield.elapsed() >= BetweenYields) {
+            DoEvents();
+            sinceYield.start();
+        }
         if (main_.StopScan || main_.TransBusy || !fault_.empty())
             break;
     }

@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMessageBox>
+#include <QProcess>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -24,8 +25,11 @@
 #include <QTest>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -1054,4 +1058,85 @@ TEST_F(LoggerTest, ADamagedWorkbookIsReadOrRefused)
     }
     EXPECT_GT(read, 0U);
     EXPECT_GT(refused, 0U);
+}
+
+// The program is killed in a transfer, at any moment.
+
+namespace
+{
+
+constexpr const char *PortOfKilled = "VORN_TEST_PORT"; ///< device of the rack, for the program that is killed
+constexpr const char *FilesOfKilled = "VORN_TEST_FILES"; ///< its program directory
+
+class KilledProgram : public LoggerTest
+{
+protected:
+    std::size_t ReadsHeard()
+    {
+        const Lines lines = rack().Commands(2);
+        return static_cast<std::size_t>(
+            std::ranges::count_if(lines, [](const std::string &line) { return line.starts_with("@0AR"); }));
+    }
+    /// Runs the program below until it is killed, so long behind the first record. Returns how many records
+    /// it had asked for a second before.
+    std::size_t Kill(std::chrono::milliseconds after)
+    {
+        using Steady = std::chrono::steady_clock;
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const auto device = std::filesystem::canonical(ports.Link(2));
+        environment.insert(QString::fromLatin1(PortOfKilled), QString::fromStdString(device.string()));
+        environment.insert(QString::fromLatin1(FilesOfKilled), files_.path());
+        environment.insert(QStringLiteral("TMPDIR"), files_.path()); // it can't clear up behind itself
+        program.setProcessEnvironment(environment);
+        program.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--gtest_filter=KilledProgram.DISABLED_Transfers"),
+                       QStringLiteral("--gtest_also_run_disabled_tests")});
+        rack().ClearTrace();
+        while (ReadsHeard() == 0 && program.state() != QProcess::NotRunning)
+            program.waitForFinished(5);
+        const auto end = Steady::now() + after;
+        std::size_t secondBefore = 0;
+        while (Steady::now() < end) {
+            if (end - Steady::now() > std::chrono::seconds(1))
+                secondBefore = ReadsHeard();
+            program.waitForFinished(5);
+        }
+        EXPECT_EQ(program.state(), QProcess::Running) << program.readAll().toStdString();
+        program.kill();
+        program.waitForFinished();
+        return secondBefore;
+    }
+};
+
+} // namespace
+
+TEST_F(KilledProgram, LeavesAWorkbookWithAllThatCameUntilASecondBefore)
+{
+    MakeTemplate();
+    Rack("7224M address=0A restart=0 memory=FF000000A records=65535");
+    for (const auto after : {1203, 1450, 1611}) {
+        const std::size_t secondBefore = Kill(std::chrono::milliseconds(after));
+        const auto rows = vorn::ReadRecordSheet(File("Memory.xls"), RecordKind::Standard).Rows();
+        EXPECT_GT(secondBefore, 0U);
+        EXPECT_GE(rows + 1, secondBefore); // the last one may have been on its way then
+        EXPECT_LE(rows, ReadsHeard());
+        ExpectSheet(RecordKind::Standard, static_cast<int>(rows));
+    }
+}
+
+/// Not a test: what the one above starts and kills.
+TEST_F(KilledProgram, DISABLED_Transfers)
+{
+    ASSERT_TRUE(std::getenv(PortOfKilled) && std::getenv(FilesOfKilled));
+    std::filesystem::create_symlink(std::getenv(PortOfKilled), ports.Link(2));
+    vorn::SetProgramDirectory(QString::fromLocal8Bit(std::getenv(FilesOfKilled)));
+    Operate([&](Operator &op) {
+        AddNode(op, Logger);
+        ProgramRun::Choose(op, Logger);
+        op.Gui([&] { ClickTab(Operation); });
+        AwaitActions(op);
+        op.Click(Find("CmdTransferData"));
+        std::this_thread::sleep_for(std::chrono::minutes(1));
+    });
 }

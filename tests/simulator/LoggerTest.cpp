@@ -64,12 +64,12 @@ const Conversation Conversations[] = {
     {"FullMixedMemory",
      "module 7224M address=01 memory=FF020000A records=65535 eventrecords=2",
      {{"@01N", "!01FFFF"},
-      {"@01R3FFB", "!013406FB"},
+      {"@01R3FFB", "!01341787"},
       {"@01R3FFD", "!011400250001003C"},
       {"@01R3FFE", "?01"}}},
     {"FullStandardMemory",
      "module 7224M address=01 memory=FF000000A records=65535",
-     {{"@01N", "!01FFFF"}, {"@01RFFFF", "?01"}, {"@01R4000", "!01040730"}}},
+     {{"@01N", "!01FFFF"}, {"@01RFFFF", "?01"}, {"@01R4000", "!01041840"}}},
     {"NoMemoryOn7224", "module 7224 address=01", {{"@01D", "?01"}, {"@01N", "?01"}}},
 };
 

@@ -50,7 +50,7 @@ public:
     /// Waits for a message box, checks it, and presses the button of that text ("OK", "Yes", "No").
     void AnswerBox(const std::string &text, int style, const std::string &title, const char *button = "OK");
     /// Waits for a box that a later step answers.
-    bool AwaitBox(const char *what) { return AwaitModal(what, Box); }
+    bool AwaitBox(const char *what) { return AwaitModal(what); }
     /// Waits for an input box, checks it, and types the answer; a null answer is Cancel.
     void AnswerInput(const std::string &prompt, const std::string &title, const std::string &present,
                      const char *answer);
