@@ -14,6 +14,7 @@ void MeasureTerminal(Stand &stand, Figures &figures);
 void MeasureTerminalAtLength(Stand &stand, Figures &figures);
 void MeasureScope(Stand &stand, Figures &figures);
 void MeasureScopeForTenMinutes(Stand &stand, Figures &figures);
+void MeasureLogger(Stand &stand, Figures &figures);
 void MeasureFirmware(Stand &stand, Figures &figures);
 void MeasureStart(Figures &figures);
 /// @}

@@ -29,12 +29,15 @@ module 7203 address=01
 module 7221 address=02
 module 7203 address=03
 fault silent begins=#03
+module 7224M address=09 memory=FF000000A records=65535
 port 3 speed=115200 pace=yes
 module 7203 address=01
 module 7221P address=02
 module 7254 address=03
+module 7224M address=09 memory=FF000000A records=2000
 port 4 speed=9600 pace=yes
 module 7203 address=01
+module 7224M address=09 memory=FF000000A records=500
 port 5
 module 7203 address=01
 fault silent

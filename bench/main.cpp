@@ -1,6 +1,7 @@
 // Prints what the program takes of the machine it runs on. Usage: vornbench [measure ...], all of them by
 // default: transactions processor search tree responsiveness terminal scope start; besides these,
-// firmware, about four minutes long, terminal-at-length and scope-ten-minutes, each about ten.
+// logger, about a minute, firmware, about four minutes long, terminal-at-length and scope-ten-minutes, each
+// about ten.
 
 #include "Figures.h"
 #include "Measures.h"
@@ -31,6 +32,7 @@ constexpr Measure MeasuresOnStand[] = {
     {"terminal", MeasureTerminal},
     {"terminal-at-length", MeasureTerminalAtLength, true},
     {"scope", MeasureScope},
+    {"logger", MeasureLogger, true},
     {"firmware", MeasureFirmware, true},
     {"scope-ten-minutes", MeasureScopeForTenMinutes, true},
 };

@@ -6,6 +6,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/packaging/org.vorn.Utility.metainfo.xml DEST
 install(FILES ${PROJECT_SOURCE_DIR}/resources/vorn.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/60-vorn-adapters.rules DESTINATION lib/udev/rules.d)
 install(FILES ${PROJECT_SOURCE_DIR}/resources/Terminal-Example.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/vorn)
+install(TARGETS vornsheet RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/vorn)
+install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Mem.ory DESTINATION ${CMAKE_INSTALL_DATADIR}/vorn)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 set(CPACK_PACKAGE_NAME vorn)

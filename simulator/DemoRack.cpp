@@ -17,7 +17,7 @@ module 7212D  address=05 range=09 mapping=1 outputlow=-100.00 outputhigh=+100.00
 module 7218   address=06 range=02 excitation=05.000
 module 7221   address=07 range=08 mask=BF
 module 7224   address=08 range=0F
-module 7224M  address=09 range=05 memory=FF001003C
+module 7224M  address=09 range=05 memory=FF021003C records=400 eventrecords=60
 module 7231   address=0A range=32 format=14 output=05.500
 module 7252   address=0B
 module 7256   address=0C

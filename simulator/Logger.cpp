@@ -3,6 +3,10 @@
 
 #include "Takers.h"
 
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
 namespace vornsim
 {
 
@@ -49,7 +53,8 @@ Answer ReadRecordAt(Unit &unit, const Command &command)
     const unsigned eventStart = mode == Storage::Mixed ? MixedEventStart : 0;
     const unsigned records = ReadDecimal(unit.Kept("records")).value_or(0);
     const unsigned events = ReadDecimal(unit.Kept("eventrecords")).value_or(0);
-    if (mode != Storage::Event && address < records)
+    const bool ofEvents = mode == Storage::Mixed && address >= MixedEventStart;
+    if (mode != Storage::Event && !ofEvents && address < records)
         return Done(Record(address, false));
     if (mode != Storage::Standard && address >= eventStart && address - eventStart < events)
         return Done(Record(address - eventStart, true));
@@ -63,10 +68,27 @@ Answer CountRecords(Unit &unit, const Command &command)
     return Done(Hex(StorageMode(unit) == without ? 0 : count, 4));
 }
 
+/// While it records, each sampling interval adds a record of each channel that is logged, as far as the
+/// memory goes. Events don't come by themselves.
+void Sample(Unit &unit, double from, double to)
+{
+    constexpr unsigned Most = 65535;
+    const std::string memory = unit.Kept("memory");
+    const double interval = 1000.0 * ReadHex(std::string_view(memory).substr(5)).value_or(0); // milliseconds
+    if (interval <= 0 || unit.Kept("recording") != "1" || StorageMode(unit) == Storage::Event)
+        return;
+    const auto channels = static_cast<double>(
+        std::popcount(ReadHex(std::string_view(memory).substr(0, 2)).value_or(0) & LowBits(8)));
+    const double samples = std::floor(to / interval) - std::floor(from / interval);
+    const unsigned most = StorageMode(unit) == Storage::Mixed ? MixedEventStart : Most;
+    const double records = ReadDecimal(unit.Kept("records")).value_or(0) + samples * channels;
+    unit.Keep("records", NoChannel, std::to_string(static_cast<unsigned>(std::min<double>(records, most))));
+}
+
 constexpr SettingRow LoggerSettings[] = {
     {"memory", "FF000000A", TakeMemory},       {"limits", "+22710-00000", TakeLimits, PerChannel},
-    {"recording", "0", TakeOneOf<'0', '1'>},   {"records", "24", TakeDecimal<16380>},
-    {"eventrecords", "6", TakeDecimal<16380>},
+    {"recording", "0", TakeOneOf<'0', '1'>},   {"records", "24", TakeDecimal<65535>},
+    {"eventrecords", "6", TakeDecimal<65535>},
 };
 
 constexpr CommandRow LoggerCommands[] = {
@@ -79,6 +101,6 @@ constexpr CommandRow LoggerCommands[] = {
 
 } // namespace
 
-constinit const Feature Logger{LoggerSettings, LoggerCommands};
+constinit const Feature Logger{LoggerSettings, LoggerCommands, Sample};
 
 } // namespace vornsim

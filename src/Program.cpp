@@ -54,11 +54,16 @@ Program::Program(const Host &host)
     : Main(host), DeviceTree(Main), BusSearch(Main, DeviceTree), Pages(Main, new FramePort(Main)),
       ModulePageLoad(Main, Pages), LiveData(Main, Pages), Consoles(Main), Calibration(Main),
       Configuration(Main), PageSelection(Main, Pages, ModulePageLoad, LiveData), BenchTools(Main, host.ports),
-      FirmwareDownload(Main)
+      FirmwareDownload(Main),
+      LoggerTabs(Main, {.tabStrip = Pages.TabStrip1,
+                        .module = {Pages.FrameMSet, Pages.Control("FrameAIn")},
+                        .memory = Pages.FrameMemory,
+                        .limits = Pages.FrameMAlarmset,
+                        .operation = Pages.FrameMemOperation,
+                        .pollLiveData = [this](const std::string &key) { LiveData.PollLiveData(key); }})
 {
     AttachMenus();
     AttachWindows();
-    GreyOutUnbuilt();
     Main.HelpPageOfPage = [this] { return HelpPage(Main); };
 }
 
@@ -95,13 +100,6 @@ void Program::AttachWindows()
     QObject::connect(
         &PageSelection, &PageSelection::ConsoleAsked, &Main,
         [this](const std::string &model, const std::string &baud) { Consoles.Show(model, baud); });
-}
-
-/// What has its place on the screen but no work behind it yet.
-void Program::GreyOutUnbuilt()
-{
-    for (const char *button : {"CmdMemConfig", "CmdMAlarmUpdate", "CmdTransferData", "CmdMemoryDataRead"})
-        GreyOut(Pages.Control(button));
 }
 
 bool Program::Load()

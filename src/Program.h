@@ -6,6 +6,7 @@
 #include "discovery/BusSearch.h"
 #include "discovery/DeviceTree.h"
 #include "firmware/FirmwareDownload.h"
+#include "logger/LoggerTabs.h"
 #include "shell/FormMain.h"
 #include "tools/BenchTools.h"
 #include "workspace/LiveData.h"
@@ -42,11 +43,11 @@ public:
     class PageSelection PageSelection;
     class BenchTools BenchTools;
     class FirmwareDownload FirmwareDownload;
+    class LoggerTabs LoggerTabs;
 
 private:
     void AttachMenus();
     void AttachWindows();
-    void GreyOutUnbuilt();
     void ProbePorts();
 };
 

@@ -3,6 +3,7 @@
 #include "shell/PageFrame.h"
 
 #include <array>
+#include <functional>
 
 class QLineEdit;
 class QPushButton;
@@ -17,8 +18,24 @@ public:
     explicit FrameMAlarmset(FormMain &main);
 
     static constexpr int Channels = 8;
+
+    /// Reads the limits of all channels. What the operator types meanwhile stays, and counts as changed.
+    void ReadLimits(const NodeKey &node);
+    /// Forgets which channels the operator has changed.
+    void ClearChanged() { changed_.fill(false); }
+    /// Leaves to the operator the limits that a storage mode, a list position, uses.
+    void AllowLimits(int storageMode);
+    /// Reads the present tab of the logger's page anew; set from outside.
+    std::function<void(const NodeKey &node)> ReloadTab;
+
     std::array<QLineEdit *, Channels> TextHAlarm, TextLAlarm;
     QPushButton *CmdMAlarmUpdate;
+
+private:
+    QLineEdit *MakeLimit(const char *array, int channel, const QString &accessibleName);
+    void CmdMAlarmUpdate_Click(const NodeKey &node);
+
+    std::array<bool, Channels> changed_{}; ///< channels whose limits the operator has changed
 };
 
 } // namespace vorn

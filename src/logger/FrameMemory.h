@@ -3,6 +3,8 @@
 #include "shell/PageFrame.h"
 
 #include <array>
+#include <functional>
+#include <string>
 
 class QCheckBox;
 class QComboBox;
@@ -19,6 +21,12 @@ class FrameMemory final : public PageFrame
 public:
     explicit FrameMemory(FormMain &main);
 
+    /// Shows what a reply to "@AAD" says: the storage mode, or all but that.
+    void ShowStorageMode(const std::string &reply);
+    void ShowConfiguration(const std::string &reply);
+    /// Reads the present tab of the logger's page anew; set from outside.
+    std::function<void(const NodeKey &node)> ReloadTab;
+
     static constexpr int Channels = 8;
     std::array<QCheckBox *, Channels> CheckCH; ///< channel is logged
     QCheckBox *CheckMStandmode;                ///< "YES" or "NO"
@@ -26,6 +34,11 @@ public:
     std::array<QRadioButton *, 2> OptionStorageType;
     QLineEdit *TextSamplinginterval; ///< seconds, decimal, at most 65535
     QPushButton *CmdMemConfig;
+
+private:
+    void BuildChannels();
+    void BuildSettings();
+    void CmdMemConfig_Click(const NodeKey &node);
 };
 
 } // namespace vorn

@@ -148,7 +148,7 @@ constexpr ModelRow Models[] = {
      .description = "8-channel Analog Input Data Logger",
      .has = IntegrationTime | ColdJunction | Logger | Calibration,
      .ranges = &ThermocoupleRanges, .channels = 8,
-     .poll = ChannelInputPoll, .help = "analog-input", .records = LoggerRecords},
+     .poll = ChannelInputPoll, .help = "data-logger", .records = LoggerRecords},
     {.model = "7224P", .kind = K::Console, .description = "8-channel Analog Input Module",
      .has = ConsoleInputs | OpenWiring | Watchdog | ConsoleColdJunction,
      .nodeName = "7224+", .channels = 8, .help = "thermocouple-console", .console = "Form7224P"},

@@ -50,6 +50,9 @@ constexpr std::array Rows{
     RegisterRow{R::MemoryConfiguration,     "@AAD",       "@AAC",       Logger,                         '!', {4, 0},  "Memory Status", 9},
     RegisterRow{R::MemoryLimits,            "@AABi",      "@AAAi",      Logger,                         '!', {4, 0},  "Ch {i} Alarm Limit", 12},
     RegisterRow{R::Recording,               "@AAT",       "@AAS",       Logger,                         '!', {4, 1}},
+    RegisterRow{R::StandardRecords,         "@AAN",       "",           Logger,                         '!', {4, 4}},
+    RegisterRow{R::EventRecords,            "@AAL",       "",           Logger,                         '!', {4, 4}},
+    RegisterRow{R::MemoryRecord,            "",           "@AAR",       Logger},
 
     RegisterRow{R::OutputValue,             "$AA6",       "#AA",        AnalogOutput},
     RegisterRow{R::OutputReadBack,          "$AA8",       "",           AnalogOutput},

@@ -47,6 +47,9 @@ enum class Register : std::uint8_t {
     MemoryConfiguration,
     MemoryLimits, ///< index: channel
     Recording,
+    StandardRecords, ///< number of them, four hexadecimal digits
+    EventRecords,
+    MemoryRecord, ///< value of the command: address, four hexadecimal digits
 
     // An analog output.
     OutputValue, ///< as it was commanded

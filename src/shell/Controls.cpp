@@ -18,9 +18,6 @@ namespace
 
 const char *const TagProperty = "Tag";
 const char *const CaptionProperty = "Caption";
-const char *const GreyedProperty = "GreyedOut";
-
-const char *const NotAvailable = "This is not available yet.";
 
 } // namespace
 
@@ -105,29 +102,8 @@ Hourglass::~Hourglass()
 
 void Allow(QWidget *control, bool allowed, const char *whyNot)
 {
-    if (IsGreyedOut(control))
-        return;
     control->setEnabled(allowed);
     control->setToolTip(allowed ? QString() : QString::fromLatin1(whyNot));
-}
-
-void GreyOut(QWidget *control)
-{
-    control->setEnabled(false);
-    control->setToolTip(QString::fromLatin1(NotAvailable));
-    control->setProperty(GreyedProperty, true);
-}
-
-void GreyOut(QAction *entry)
-{
-    entry->setEnabled(false);
-    entry->setToolTip(entry->toolTip() + QStringLiteral(": ") + QString::fromLatin1(NotAvailable));
-    entry->setProperty(GreyedProperty, true);
-}
-
-bool IsGreyedOut(const QObject *control)
-{
-    return control->property(GreyedProperty).toBool();
 }
 
 void SetWritable(QLineEdit &field, bool writable)

@@ -98,14 +98,8 @@ private:
     QWidget &window_;
 };
 
-/// Enables a control, or disables it and tells why in its tool tip. One that is greyed out stays so.
+/// Enables a control, or disables it and tells why in its tool tip.
 void Allow(QWidget *control, bool allowed, const char *whyNot);
-
-/// Greys a button or menu entry whose work doesn't exist yet, for good, and says so in its tool tip.
-void GreyOut(QWidget *control);
-void GreyOut(QAction *entry);
-/// Whether it is.
-bool IsGreyedOut(const QObject *control);
 
 /// Has a field take the operator's entries, or only show its text, on a button-coloured background.
 void SetWritable(QLineEdit &field, bool writable);

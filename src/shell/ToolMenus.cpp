@@ -25,7 +25,7 @@ struct ToolEntries {
 
 void Enable(QAction *entry, bool enabled)
 {
-    if (entry && !IsGreyedOut(entry))
+    if (entry)
         entry->setEnabled(enabled);
 }
 

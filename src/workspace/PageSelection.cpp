@@ -23,6 +23,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
+#include <QSignalBlocker>
 #include <QTabBar>
 
 namespace vorn
@@ -178,6 +179,7 @@ void PageSelection::ShowModule(const std::string &key)
                                                                    : ModulePage(NodeClass);
     if (page)
         Apply(*page);
+    const QSignalBlocker noTabChange(pages_.TabStrip1); // it is no change by the operator
     pages_.TabStrip1->setCurrentIndex(0);
     if (NodeClass == BaseUnitModel)
         FillSlotList(key);

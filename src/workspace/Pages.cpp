@@ -38,7 +38,9 @@ constexpr const char *LoggerTabs[] = {"Module", "Memory", "Limits", "Records"};
 
 } // namespace
 
-Pages::Pages(FormMain &main, QWidget *framePort) : FramePort(framePort), FrameMSet(new class FrameMSet(main))
+Pages::Pages(FormMain &main, QWidget *framePort)
+    : FramePort(framePort), FrameMSet(new class FrameMSet(main)), FrameMemory(new class FrameMemory(main)),
+      FrameMAlarmset(new class FrameMAlarmset(main)), FrameMemOperation(new class FrameMemOperation(main))
 {
     BuildLists();
     auto *data = new FrameGen(main);
@@ -61,9 +63,9 @@ Pages::Pages(FormMain &main, QWidget *framePort) : FramePort(framePort), FrameMS
                                                    new FrameFCf(main, *FrameMSet),
                                                    new FrameASet(main, *FrameMSet, *data),
                                                    new FrameLSet(main, *FrameMSet),
-                                                   new FrameMemory(main),
-                                                   new FrameMAlarmset(main),
-                                                   new FrameMemOperation(main)};
+                                                   FrameMemory,
+                                                   FrameMAlarmset,
+                                                   FrameMemOperation};
     for (QWidget *part : inOrder)
         Add(main, part);
     main.PageLayout()->addStretch(1);

@@ -14,7 +14,10 @@ namespace vorn
 {
 
 class FormMain;
+class FrameMAlarmset;
 class FrameMSet;
+class FrameMemOperation;
+class FrameMemory;
 class PageFrame;
 class RowList;
 
@@ -30,6 +33,9 @@ public:
     QWidget *FramePort;
     QTabBar *TabStrip1;
     class FrameMSet *FrameMSet;
+    class FrameMemory *FrameMemory;
+    class FrameMAlarmset *FrameMAlarmset;
+    class FrameMemOperation *FrameMemOperation;
     RowList *ListView3900; ///< slots of a base unit
 
     /// The frames that load themselves, in their order on the page, which is the order of the load.

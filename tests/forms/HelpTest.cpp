@@ -112,7 +112,7 @@ TEST_F(HelpTest, EachModelHasItsPage)
     Operate([&](Operator &op) {
         op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("1")); });
         for (const auto &[model, page] : {std::pair{"7203", "analog-input.html"},
-                                          {"7224M", "analog-input.html"},
+                                          {"7224M", "data-logger.html"},
                                           {"7231", "analog-output.html"},
                                           {"7252", "digital.html"},
                                           {"7282D", "counter.html"},

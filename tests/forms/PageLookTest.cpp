@@ -4,6 +4,8 @@
 
 #include "support/RackOfOne.h"
 
+#include "logger/RecordWorkbook.h"
+#include "platform/ProgramDirectory.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Number.h"
 #include "protocol/Text.h"
@@ -18,6 +20,8 @@
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTabBar>
+#include <QTemporaryDir>
 
 #include <cstdlib>
 
@@ -109,15 +113,20 @@ protected:
         op.WaitFor(
             [&] { return !main().Frame1->isHidden() && Status().find("Polling") != std::string::npos; },
             "the refresh");
+        ExpectWhole(op, vorn::NodeKey(key).model() + key.substr(5, 2));
+    }
+    /// Nothing of what is on show is cut off.
+    void ExpectWhole(Operator &op, const std::string &name)
+    {
         op.Gui([&] {
             for (int pass = 0; pass < 3; ++pass) // a frame's layout asks for that of the frame around it
                 QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-            EXPECT_EQ(CutOff(), "") << key;
+            EXPECT_EQ(CutOff(), "") << name;
             if (const char *folder = std::getenv("VORN_PICTURES"))
-                main().grab().save(
-                    QStringLiteral("%1/%2-%3.png")
-                        .arg(QString::fromLocal8Bit(folder), QString::fromLatin1(GetParam().name),
-                             QString::fromStdString(vorn::NodeKey(key).model() + key.substr(5, 2))));
+                main().grab().save(QStringLiteral("%1/%2-%3.png")
+                                       .arg(QString::fromLocal8Bit(folder),
+                                            QString::fromLatin1(GetParam().name),
+                                            QString::fromStdString(name)));
         });
     }
 };
@@ -184,4 +193,34 @@ TEST_P(PageLookTest, OfSlotsAndChannelsIsWhole)
                 Look(op, vorn::ChannelKey(slot, '1'), slot);
         }
     });
+}
+
+TEST_P(PageLookTest, OfTheLoggersTabsIsWhole)
+{
+    const AsSeen asSeen(GetParam());
+    const QTemporaryDir files;
+    vorn::SetProgramDirectory(files.path());
+    const std::string folder = files.path().toStdString();
+    vorn::RecordWorkbook book(folder + "/Memory.xls", vorn::OwnSheetTitles());
+    constexpr int Records = 400;
+    book.Begin(vorn::RecordKind::Standard, Records);
+    for (int i = 0; i < Records; ++i)
+        book.Add({i, i % 8, "+" + std::to_string(i * i % 1000 / 10) + "." + std::to_string(i % 10)});
+    book.Finish();
+    Rack("7224M address=0A memory=FF021003C");
+    Operate([&](Operator &op) {
+        Look(op, "_0002!!0A7224M", "KeyCOM002");
+        for (const char *tab : {"Memory", "Limits", "Records"}) {
+            op.Gui([&] {
+                auto *strip = Find<QTabBar>("TabStrip1");
+                strip->setCurrentIndex(strip->currentIndex() + 1);
+            });
+            AwaitActions(op);
+            ExpectWhole(op, std::string("7224M-") + tab);
+        }
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        ExpectWhole(op, "7224M-Plot");
+    });
+    vorn::SetProgramDirectory({});
 }

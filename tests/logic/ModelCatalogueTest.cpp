@@ -109,7 +109,8 @@ struct HelpCase {
 TEST(ModelHelpPage, FollowsTheKindOfPage)
 {
     const std::vector<HelpCase> cases{
-        {{"7203", "7203D", "7206", "7209", "7212D", "7218", "7221", "7224", "7224M"}, "analog-input"},
+        {{"7203", "7203D", "7206", "7209", "7212D", "7218", "7221", "7224"}, "analog-input"},
+        {{"7224M"}, "data-logger"},
         {{"7231"}, "analog-output"},
         {{"7252", "7256", "7258", "7272"}, "digital"},
         {{"7282", "7282D", "7282N"}, "counter"},

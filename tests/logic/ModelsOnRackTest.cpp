@@ -175,6 +175,7 @@ TEST(ModelsOnRack, KeepValuesAsWideAsTheirRecords)
 const std::map<Register, std::string> Samples{
     {Register::ClearLatch, ""},
     {Register::ClearEvents, ""},
+    {Register::MemoryRecord, "0000"},
     {Register::OutputByte, "00"},
     {Register::ClearCount, ""},
     {Register::HighAlarmEnable, "E"},

@@ -2,6 +2,8 @@
 
 #include "RackRunner.h"
 
+#include "simulator/Module.h"
+
 #include <gtest/gtest.h>
 
 namespace
@@ -59,8 +61,37 @@ const Conversation Conversations[] = {
       {"@01R0001", "!01140025"},
       {"@01R3FFC", "!0105000000010000"},
       {"@01R3FFF", "?01"}}},
+    {"FullMixedMemory",
+     "module 7224M address=01 memory=FF020000A records=65535 eventrecords=2",
+     {{"@01N", "!01FFFF"},
+      {"@01R3FFB", "!01341787"},
+      {"@01R3FFD", "!011400250001003C"},
+      {"@01R3FFE", "?01"}}},
+    {"FullStandardMemory",
+     "module 7224M address=01 memory=FF000000A records=65535",
+     {{"@01N", "!01FFFF"}, {"@01RFFFF", "?01"}, {"@01R4000", "!01041840"}}},
     {"NoMemoryOn7224", "module 7224 address=01", {{"@01D", "?01"}, {"@01N", "?01"}}},
 };
+
+TEST(LoggerTime, AddsARecordOfEachChannelAtEachInterval)
+{
+    vornsim::Module module({"7224M",
+                            {{"address", "01"},
+                             {"restart", "0"},
+                             {"memory", "070010002"},
+                             {"records", "10"},
+                             {"recording", "1"}}},
+                           1);
+    vornsim::Faults faults;
+    const auto ask = [&](const char *line, double time) {
+        return module.Hear(line, 9600, time, vornsim::TimePoint{}, faults)->reply.text;
+    };
+    EXPECT_EQ(ask("@01N", 1999), "!01000A");
+    EXPECT_EQ(ask("@01N", 2000), "!01000D");
+    EXPECT_EQ(ask("@01N", 8500), "!010016");
+    EXPECT_EQ(ask("@01S0", 8600), "!01");
+    EXPECT_EQ(ask("@01N", 90000), "!010016");
+}
 
 INSTANTIATE_TEST_SUITE_P(Modules, Logger, testing::ValuesIn(Conversations), ByName);
 

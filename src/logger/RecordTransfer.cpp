@@ -1,0 +1,159 @@
+#include "logger/RecordTransfer.h"
+
+#include "logger/MemoryFiles.h"
+#include "platform/Animation.h"
+#include "platform/Dialogs.h"
+#include "platform/Events.h"
+#include "shell/FormMain.h"
+#include "shell/FormScan.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QTimer>
+
+#include <array>
+#include <chrono>
+#include <utility>
+
+namespace vorn
+{
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr auto BetweenCommits = 200ms; ///< what came until then is safe
+constexpr qint64 BetweenPictures = 40; ///< milliseconds
+constexpr qint64 BetweenYields = 4;    ///< milliseconds
+
+struct Texts {
+    const char *window;
+    const char *complete;
+};
+constexpr std::array<Texts, 2> TextsOf{
+    {{"Transfer data records to host ...", "Data records Transfer is complete !"},
+     {"Transfer event records to host ...", "Event records Transfer is complete !"}}};
+
+} // namespace
+
+RecordTransfer::RecordTransfer(FormMain &main, NodeKey node, bool mixed)
+    : main_(main), node_(std::move(node)), mixed_(mixed)
+{
+    // The program ends at once where its window is closed.
+    connect(&main_, &FormMain::Unload, this, &RecordTransfer::Commit);
+}
+
+void RecordTransfer::Run()
+{
+    try {
+        SheetTitles titles = ReplaceMemoryFile();
+        book_ = std::make_unique<RecordWorkbook>(MemoryFilePath().toStdString(), std::move(titles));
+        const int standard = Count(Register::StandardRecords);
+        const int event = Count(Register::EventRecords);
+        if (standard > 0)
+            Transfer(RecordKind::Standard, standard);
+        if (event > 0)
+            Transfer(RecordKind::Event, event);
+    } catch (const WorkbookError &error) {
+        if (Window())
+            Window()->close();
+        TellFileFault(MemoryFileName, "can't be written", error.what());
+    }
+}
+
+/// Number of records of a kind; none if the module doesn't tell it.
+int RecordTransfer::Count(Register count)
+{
+    main_.ReplyText.clear();
+    return RecordCount(main_.trans(Query(count, node_), node_.checksum()));
+}
+
+void RecordTransfer::Transfer(RecordKind kind, int count)
+{
+    DoBeside([this, kind, count] { book_->Begin(kind, count); });
+    ShowWindow(kind, count);
+    ReadRecords(kind, count);
+    if (!fault_.empty())
+        throw WorkbookError(fault_);
+    DoBeside([this] { book_->Finish(); });
+    if (Window())
+        Window()->close();
+    MsgBox(TextsOf.at(static_cast<std::size_t>(kind)).complete, MsgBoxStyle::Information,
+           "Data records Transfer is complete");
+}
+
+void RecordTransfer::ReadRecords(RecordKind kind, int count)
+{
+    QTimer commits; // ticks in the waits for a silent module, too
+    connect(&commits, &QTimer::timeout, this, &RecordTransfer::Commit);
+    commits.start(BetweenCommits);
+    QElapsedTimer sinceYield;
+    sinceYield.start();
+    for (int number = 0; number < count; ++number) {
+        ShowRecord(number);
+        ReadRecord(kind, number);
+        // The waits for the replies serve the windows, too; a bus without waits doesn't get to them.
+        if (sinceYield.elapsed() >= BetweenYields) {
+            DoEvents();
+            sinceYield.start();
+        }
+        if (main_.StopScan || main_.TransBusy || !fault_.empty())
+            break;
+    }
+    commits.stop();
+    Commit();
+}
+
+/// A reply without a whole record gives no row.
+void RecordTransfer::ReadRecord(RecordKind kind, int number)
+{
+    const std::string address = RecordAddress(FirstRecord(kind, mixed_) + number);
+    main_.ReplyText.clear(); // what a broken reply leaves in place is another record
+    const std::string reply = main_.trans(Write(Register::MemoryRecord, node_, address), node_.checksum());
+    if (const auto record = DecodeRecord(kind, number, reply))
+        book_->Add(*record);
+}
+
+void RecordTransfer::ShowWindow(RecordKind kind, int count)
+{
+    auto *window = new FormScan(main_, ProgressOf::Memory);
+    const int end = FirstRecord(kind, mixed_) + count;
+    window->ProgressBar1->setRange(0, end);
+    window->ProgressBar1->setValue(0);
+    window->Label1->setNum(end);
+    window->setWindowTitle(QString::fromLatin1(TextsOf.at(static_cast<std::size_t>(kind)).window));
+    window->show();
+    window->Animation1->Open(QStringLiteral("filedisk"));
+    window->Animation1->Play();
+    shown_.invalidate();
+}
+
+/// However fast the records come, they are shown 25 times a second at most.
+void RecordTransfer::ShowRecord(int number)
+{
+    if (shown_.isValid() && shown_.elapsed() < BetweenPictures)
+        return;
+    shown_.start();
+    if (Window())
+        Window()->ProgressBar1->setValue(number);
+    Q_EMIT AtRecord(number);
+}
+
+void RecordTransfer::Commit()
+{
+    try {
+        if (book_ && fault_.empty())
+            book_->Commit();
+    } catch (const WorkbookError &error) {
+        fault_ = error.what();
+    }
+}
+
+/// Null when the operator or a refused port has closed it.
+FormScan *RecordTransfer::Window() const
+{
+    return qobject_cast<FormScan *>(main_.FormScan.data());
+}
+
+} // namespace vorn
