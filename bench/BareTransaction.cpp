@@ -38,7 +38,7 @@ void BareExchange::Run(const std::string &line) const
     }
 }
 
-void BareTransaction(const std::string &path, speed_t speed)
+void BareTransaction(const std::string &path, speed_t speed, const std::string &line)
 {
-    BareExchange(path, speed).Run(BareCommand);
+    BareExchange(path, speed).Run(line);
 }

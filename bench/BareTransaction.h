@@ -9,7 +9,7 @@ inline constexpr char BareCommand[] = "$01M";
 
 /// The least that a host can do for one transaction: opens, sets the line where it isn't set, writes, waits,
 /// reads, closes.
-void BareTransaction(const std::string &path, speed_t speed);
+void BareTransaction(const std::string &path, speed_t speed, const std::string &line = BareCommand);
 
 /// The same on a port that stays open.
 class BareExchange final
