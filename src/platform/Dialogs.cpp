@@ -13,6 +13,7 @@
 #include <QMessageBox>
 
 #include <algorithm>
+#include <utility>
 
 namespace vorn
 {
@@ -111,6 +112,12 @@ void WidenForTitle(QMessageBox &box)
     grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+std::function<void()> &BeepListener()
+{
+    static std::function<void()> listener;
+    return listener;
+}
+
 } // namespace
 
 MsgBoxResult MsgBox(std::string_view text, MsgBoxStyle style, std::string_view title)
@@ -155,6 +162,13 @@ std::optional<QString> ShowSave(QWidget *parent, const FileDialogOptions &option
 void Beep()
 {
     QApplication::beep();
+    if (BeepListener())
+        BeepListener()();
+}
+
+void OnBeep(std::function<void()> listener)
+{
+    BeepListener() = std::move(listener);
 }
 
 } // namespace vorn

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -44,7 +45,9 @@ struct FileDialogOptions {
 std::optional<QString> ShowOpen(QWidget *parent, const FileDialogOptions &options);
 std::optional<QString> ShowSave(QWidget *parent, const FileDialogOptions &options);
 
-/// The sound of a refused key.
+/// The sound of a refused key or entry.
 void Beep();
+/// Who is told of each beep, beside the operator's ears; nobody if empty.
+void OnBeep(std::function<void()> listener);
 
 } // namespace vorn

@@ -70,9 +70,9 @@ protected:
     /// Opens the Tools menu and tells which of its five entries are on.
     std::string ToolsStates(Operator &op, const char *key)
     {
+        op.Gui([&] { main().Nodes.Select(key); });
+        op.LookInto(main().Tools);
         return op.Gui([&] {
-            main().Nodes.Select(key);
-            Q_EMIT main().Tools->aboutToShow();
             std::string states;
             for (const QAction *entry :
                  {main().Search, main().Terminal, main().Data_Scope, main().VORNLoadSet, main().VORNSaveSet})
@@ -185,8 +185,8 @@ TEST_F(DeviceTreeTest, ARowOfTheListChoosesItsNode)
         op.Gui([&] {
             auto *row = main().ListView1->topLevelItem(3);
             EXPECT_EQ(vorn::FromQString(row->data(0, Qt::UserRole).toString()), Slot);
-            Q_EMIT main().ListView1->itemClicked(row, 0);
         });
+        op.ClickRow(main().ListView1, 3);
         op.WaitFor([&] { return vorn::TagOf(main().Frame1) == Slot; }, "the slot's page");
         op.Gui([&] {
             EXPECT_EQ(main().Nodes.Selected(), Slot);

@@ -1,5 +1,7 @@
 #include "shell/FieldGuard.h"
 
+#include "support/BeepCount.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -19,6 +21,7 @@ class FieldGuardTest : public ::testing::Test
 {
 protected:
     QLineEdit field_;
+    BeepCount beeps_;
     QSignalSpy enters_{&field_, &QLineEdit::returnPressed};
 
     void Guard(FieldRule rule) { vorn::GuardField(&field_, rule); }
@@ -99,6 +102,18 @@ TEST_F(FieldGuardTest, EnterIsDroppedWhereTheRuleDoesNotTakeIt)
     QTest::keyClick(&field_, Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(enters_.count(), 0);
     EXPECT_EQ(field_.text(), QStringLiteral("16"));
+}
+
+TEST_F(FieldGuardTest, ARefusedKeyIsHeardAndATakenOneIsNot)
+{
+    Guard(FieldRule::Address);
+    QTest::keyClicks(&field_, QStringLiteral("16"));
+    QTest::keyClick(&field_, Qt::Key_Backspace);
+    QTest::keyClick(&field_, Qt::Key_Left);
+    EXPECT_EQ(beeps_.Take(), 0);
+    QTest::keyClicks(&field_, QStringLiteral("x."));
+    EXPECT_EQ(beeps_.Take(), 2);
+    EXPECT_EQ(field_.text(), QStringLiteral("1"));
 }
 
 TEST_F(FieldGuardTest, EnterIsTakenWhereTheRuleTakesIt)

@@ -152,10 +152,7 @@ TEST_F(LiveDataTest, StrainGaugesShowFourOutputsAndTheExcitation)
         AwaitLamps(op, "ADIO", "0101");
         Await(op, "TextAAOv", "+05.000");
         EXPECT_EQ(Round(op, "@0ADI"), (Lines{"@0ADI", "#0A", "$0A6"}));
-        op.Gui([&] {
-            main().OutputEditing = true;
-            Find<QLineEdit>("TextAAOv")->setText(QStringLiteral("7"));
-        });
+        op.Retype(Find<QLineEdit>("TextAAOv"), QStringLiteral("7"));
         peer_.Forget();
         EXPECT_EQ(Round(op, "@0ADI"), (Lines{"@0ADI", "#0A"})) << "the entry is the operator's";
         EXPECT_EQ(op.Gui([&] { return Text("TextAAOv"); }), "7");
@@ -234,10 +231,7 @@ TEST_F(LiveDataTest, AnalogOutputsReadBackAndFollowUnlessEdited)
         Await(op, "LabReadBack", "02.000");
         Await(op, "TextAnalogOut", "05.500");
         EXPECT_EQ(op.Gui([&] { return Find<QSlider>("Slider1")->value(); }), 2750);
-        op.Gui([&] {
-            main().OutputEditing = true;
-            Find<QLineEdit>("TextAnalogOut")->setText(QStringLiteral("9"));
-        });
+        op.Retype(Find<QLineEdit>("TextAnalogOut"), QStringLiteral("9"));
         peer_.Reply("$0A8", "!0A03.000\r");
         Await(op, "LabReadBack", "03.000");
         EXPECT_EQ(op.Gui([&] { return Text("TextAnalogOut"); }), "9")

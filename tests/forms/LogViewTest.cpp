@@ -1,5 +1,7 @@
 #include "tools/LogView.h"
 
+#include "support/BeepCount.h"
+
 #include "platform/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -22,6 +24,7 @@ class LogViewTest : public ::testing::Test
 {
 protected:
     LogView terminal_{LogView::WhenFull::RaiseError, true};
+    BeepCount beeps_;
     LogView scope_{LogView::WhenFull::DropOldest, false};
 
     void SetUp() override
@@ -165,6 +168,7 @@ TEST_F(LogViewTest, DeletingReachesTheTypingOnly)
     for (int i = 0; i < 5; ++i)
         QTest::keyClick(&terminal_, Qt::Key_Backspace);
     EXPECT_EQ(terminal_.Text(), "first\r\n");
+    EXPECT_EQ(beeps_.Take(), 3) << "where there is nothing typed any more";
     terminal_.selectAll();
     QTest::keyClick(&terminal_, Qt::Key_Delete);
     EXPECT_EQ(terminal_.Text(), "first\r\n");
@@ -277,6 +281,7 @@ TEST_F(LogViewTest, APasteIsOneLineAtTheEnd)
     terminal_.moveCursor(QTextCursor::Start);
     PasteInto(terminal_, QStringLiteral("$012\n$022\n"));
     EXPECT_EQ(terminal_.Text(), "first\r\n$012");
+    EXPECT_EQ(beeps_.Take(), 1) << "for the line that was left out";
 }
 
 TEST_F(LogViewTest, AFullLogRaisesAnErrorAndStaysAsItIs)
@@ -306,6 +311,7 @@ TEST_F(LogViewTest, TypingCountsToTheCapacity)
     QTest::keyClicks(&terminal_, QStringLiteral("abcd"));
     EXPECT_EQ(terminal_.Length(), LogView::Capacity);
     EXPECT_THROW(terminal_.Append("y"), vorn::RuntimeError);
+    EXPECT_EQ(beeps_.Take(), 1);
     EXPECT_EQ(terminal_.TakeTyped(), "abc");
 }
 

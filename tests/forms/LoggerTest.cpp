@@ -908,9 +908,8 @@ TEST_F(HurriedLogger, WhatCameIsInTheFileWithinASecond)
         op.WaitFor(
             [&] { return vorn::ReadRecordSheet(File("Memory.xls"), RecordKind::Standard).Rows() == 20; },
             "the records in the file while the module is silent");
-        op.Gui([&] { Window()->close(); });
+        op.Gui([&] { Window()->Command1->click(); });
         Bus().Release();
-        op.Gui([&] { main().StopScan = true; });
         Answer(op, DataDone);
         ExpectAfterwards(op);
     });

@@ -365,16 +365,10 @@ TEST_F(PageSelectionTest, ARowOfTheSlotListSelectsAndADoubleClickLoads)
     Operate([&](Operator &op) {
         const std::string slot = AddSlot(op, "3944");
         Choose(op, "_0003!!203900");
-        op.Gui([&] {
-            auto *list = Find<QTreeWidget>("ListView3900");
-            Q_EMIT list->itemClicked(list->topLevelItem(0), 0);
-        });
+        op.ClickRow(Find<QTreeWidget>("ListView3900"), 0);
         op.WaitFor([&] { return main().Nodes.Selected() == slot; }, "the selection");
         EXPECT_TRUE(op.Gui([&] { return main().Nodes.IsExpanded("_0003!!203900"); }));
-        op.Gui([&] {
-            auto *list = Find<QTreeWidget>("ListView3900");
-            Q_EMIT list->itemDoubleClicked(list->topLevelItem(0), 0);
-        });
+        op.DoubleClickRow(Find<QTreeWidget>("ListView3900"), 0);
         op.WaitFor([&] { return vorn::TagOf(main().Frame1) == slot; }, "the slot's page");
     });
 }

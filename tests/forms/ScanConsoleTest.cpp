@@ -199,10 +199,8 @@ TEST_F(ScanConsoleTest, OfChannelsChosenOneAfterTheOtherTheLastIsRead)
         OpenConsole(op, "_0002!!0A7216");
         rack().ClearTrace();
         op.Gui([&] {
-            for (const int channel : {1, 4, 2}) {
-                Part<QComboBox>("cboChannel")->setCurrentIndex(channel);
-                Q_EMIT Part<QComboBox>("cboChannel")->activated(channel);
-            }
+            for (const int channel : {1, 4, 2})
+                PickEntry(*Part<QComboBox>("cboChannel"), channel);
         });
         op.Settle();
         EXPECT_EQ(Sent(op), (Lines{"$0A8C2"}));
@@ -217,14 +215,11 @@ TEST_F(ScanConsoleTest, AnUpdateGoesToTheChannelThatWasOnShowAtThePress)
         OpenConsole(op, "_0002!!0A7216");
         rack().ClearTrace();
         op.Gui([&] {
-            auto *types = Part<QComboBox>("cboType");
-            types->setCurrentIndex(4);
-            Q_EMIT types->activated(4);
+            PickEntry(*Part<QComboBox>("cboType"), 4);
             Part<QAbstractButton>("chkChannel")->click();
             Part<QAbstractButton>("cmdChannelUpdate")->click();
             Part<QAbstractButton>("cmdChannelUpdate")->click();
-            Part<QComboBox>("cboChannel")->setCurrentIndex(3);
-            Q_EMIT Part<QComboBox>("cboChannel")->activated(3);
+            PickEntry(*Part<QComboBox>("cboChannel"), 3);
         });
         op.AnswerBox(ChannelSet, 64, ChannelSetTitle);
         op.WaitFor([&] { return rack().Commands(2).size() == 3; }, "the other channel");

@@ -321,7 +321,9 @@ TEST_F(ScopeTest, WhileItIsOpenThePortOffersNeitherSearchNorTerminal)
         op.Gui([&] {
             EXPECT_FALSE(main().ToolButton(vorn::FormMain::SearchButton)->isEnabled());
             EXPECT_FALSE(main().ToolButton(vorn::FormMain::TerminalButton)->isEnabled());
-            Q_EMIT main().Tools->aboutToShow();
+        });
+        op.LookInto(main().Tools);
+        op.Gui([&] {
             EXPECT_FALSE(main().Search->isEnabled());
             EXPECT_FALSE(main().Terminal->isEnabled());
             EXPECT_FALSE(main().Data_Scope->isEnabled());
@@ -332,7 +334,9 @@ TEST_F(ScopeTest, WhileItIsOpenThePortOffersNeitherSearchNorTerminal)
             EXPECT_FALSE(main().ScopeOnPort[3]);
             EXPECT_TRUE(main().ToolButton(vorn::FormMain::SearchButton)->isEnabled());
             EXPECT_TRUE(main().ToolButton(vorn::FormMain::TerminalButton)->isEnabled());
-            Q_EMIT main().Tools->aboutToShow();
+        });
+        op.LookInto(main().Tools);
+        op.Gui([&] {
             EXPECT_TRUE(main().Search->isEnabled());
             EXPECT_TRUE(main().Terminal->isEnabled());
             EXPECT_TRUE(main().Data_Scope->isEnabled());
@@ -512,7 +516,8 @@ TEST_F(ScopeTest, UnfoldingThePortClosesIt)
 {
     Operate([&](Operator &op) {
         Start(op);
-        op.Gui([&] { Q_EMIT main().TreeView1->Expand(QStringLiteral("KeyCOM003")); });
+        op.Gui([&] { main().Nodes.Add("KeyCOM003", "_0003!!0A7252", "(0A) 7252", "vorn4ico", "vorn4icoS"); });
+        op.Press(main().TreeView1, Qt::Key_Right);
         op.WaitFor([&] { return main().ScopeForm[3].isNull(); }, "the end of the window");
         EXPECT_FALSE(op.Gui([&] { return main().ScopeOnPort[3]; }));
         EXPECT_TRUE(PortIsFree(3));

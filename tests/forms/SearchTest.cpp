@@ -33,6 +33,7 @@ class SearchTest : public ::testing::Test, public ProgramRun
 protected:
     RawPeer peer_{ports.Link(3)};
 
+    vorn::FormScan *Window() { return qobject_cast<vorn::FormScan *>(main().FormScan.data()); }
     void SetTimeOut(Operator &op, const char *milliseconds)
     {
         op.Gui([&] { main().TextTimeOut->setText(QString::fromLatin1(milliseconds)); });
@@ -149,7 +150,7 @@ TEST_F(SearchTest, AStartTextThatIsNoNumberIsZero)
             SetTimeOut(op, "250");
             Search(op, text);
             op.WaitFor([&] { return !peer_.Lines().empty(); }, "the first address");
-            op.Gui([&] { qobject_cast<vorn::FormScan *>(main().FormScan.data())->Command1->click(); });
+            op.Gui([&] { Window()->Command1->click(); });
             op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
             AwaitEnd(op);
             EXPECT_EQ(peer_.Lines().front(), "$002") << text;
@@ -174,7 +175,7 @@ TEST_F(SearchTest, ANegativeStartCountsUpFromTheLastTwoDigits)
         SetTimeOut(op, "250");
         Search(op, "-1");
         op.WaitFor([&] { return peer_.Lines().size() >= 2; }, "two addresses");
-        op.Gui([&] { qobject_cast<vorn::FormScan *>(main().FormScan.data())->Command1->click(); });
+        op.Gui([&] { Window()->Command1->click(); });
         AwaitEnd(op);
         EXPECT_EQ(peer_.Lines().at(0), "$FFM");
         EXPECT_EQ(peer_.Lines().at(1), "$002");
@@ -188,7 +189,7 @@ TEST_F(SearchTest, AStartAbove255ScansOnUntilItIsStopped)
         Search(op, "256");
         op.WaitFor([&] { return peer_.Lines().size() > 6; }, "some addresses");
         op.Gui([&] {
-            auto *scan = qobject_cast<vorn::FormScan *>(main().FormScan.data());
+            vorn::FormScan *scan = Window();
             EXPECT_EQ(scan->ProgressBar1->value(), 255);
             scan->Command1->click();
         });
@@ -230,7 +231,7 @@ TEST_F(SearchTest, TheProgressWindowTellsWhereTheSearchIs)
         Search(op, "171");
         op.WaitFor([&] { return peer_.Lines() == Lines{"$ABM"}; }, "the first address");
         op.Gui([&] {
-            auto *scan = qobject_cast<vorn::FormScan *>(main().FormScan.data());
+            vorn::FormScan *scan = Window();
             ASSERT_TRUE(scan);
             EXPECT_EQ(scan->windowTitle(), QStringLiteral("COM3 Searching ..."));
             EXPECT_EQ(vorn::TagOf(scan), "Scan");
@@ -262,7 +263,7 @@ TEST_F(SearchTest, AStopDuringAddressZeroEndsRightThere)
         SetTimeOut(op, "20000");
         Search(op, "0");
         op.WaitFor([&] { return peer_.Lines() == Lines{"$002"}; }, "address 0");
-        op.Gui([&] { qobject_cast<vorn::FormScan *>(main().FormScan.data())->Command1->click(); });
+        op.Gui([&] { Window()->Command1->click(); });
         peer_.Send("!00400600\r");
         op.AnswerBox(NothingFoundText, 16, "COM3 No Modules found !");
         AwaitEnd(op);
@@ -319,7 +320,7 @@ TEST_F(SearchTest, AddressTenIsWrittenInHexadecimal)
         SetTimeOut(op, "250");
         Search(op, "10");
         op.WaitFor([&] { return peer_.Lines().size() >= 3; }, "three addresses");
-        op.Gui([&] { main().StopScan = true; });
+        op.Gui([&] { Window()->Command1->click(); });
         AwaitEnd(op);
         const Lines lines = peer_.Lines();
         EXPECT_EQ(Lines(lines.begin(), lines.begin() + 3), (Lines{"$0AM", "$0BM", "$0CM"}));
@@ -434,7 +435,7 @@ protected:
         peer_.Forget();
         Search(op, "0");
         op.WaitFor([&] { return !peer_.Lines().empty() && peer_.Lines().back() == "$01M"; }, "address 1");
-        op.Gui([&] { qobject_cast<vorn::FormScan *>(main().FormScan.data())->Command1->click(); });
+        op.Gui([&] { Window()->Command1->click(); });
         Lines lines = peer_.Lines();
         while (!lines.empty() && lines.back().starts_with("$01M"))
             lines.pop_back();

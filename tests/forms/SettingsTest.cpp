@@ -1,3 +1,4 @@
+#include "support/BeepCount.h"
 #include "support/RackOfOne.h"
 #include "support/RawPeer.h"
 
@@ -629,12 +630,14 @@ TEST_F(SettingsTest, AnOutputBeyondTheSlidersScaleIsRefusedWhereItIsTyped)
         auto *entry = Find<QLineEdit>("TextAnalogOut");
         op.WaitFor([&] { return Text("TextAnalogOut") == "04.000"; }, "the value of the module");
         rack().ClearTrace();
+        BeepCount beeps;
         for (const char *value : {"25", "3.9"}) {
             op.Gui([&] { entry->clear(); });
             op.Type(entry, QString::fromLatin1(value));
             op.Press(entry, Qt::Key_Return);
             AwaitActions(op);
             EXPECT_EQ(op.Gui([&] { return Text("TextAnalogOut"); }), value) << "it stays to be mended";
+            EXPECT_EQ(op.Gui([&] { return beeps.Take(); }), 1);
         }
         EXPECT_EQ(Writes({"#0A"}), Lines{});
         op.Gui([&] { entry->clear(); });
@@ -777,11 +780,9 @@ TEST_F(SettingsTest, HexadecimalOutputsTakeThreeDigits)
 {
     OnPage("7231 address=0A range=30 format=02", [&](Operator &op) {
         auto *entry = Find<QLineEdit>("TextAnalogOut");
-        op.Gui([&] {
-            entry->setFocus();
-            main().OutputEditing = true;
-            entry->clear();
-        });
+        op.WaitFor([&] { return !entry->text().isEmpty(); }, "the value of the module");
+        op.Retype(entry, QString());
+        op.Press(entry, Qt::Key_Delete);
         op.Type(entry, QStringLiteral("x7.FF1"));
         EXPECT_EQ(op.Gui([&] { return entry->text(); }), QStringLiteral("7FF"));
         op.Press(entry, Qt::Key_Return);

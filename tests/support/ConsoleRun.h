@@ -107,11 +107,7 @@ public:
     }
     void Pick(Operator &op, const std::string &list, int index)
     {
-        op.Gui([&] {
-            auto *box = Part<QComboBox>(list);
-            box->setCurrentIndex(index);
-            Q_EMIT box->activated(index);
-        });
+        op.Gui([&] { PickEntry(*Part<QComboBox>(list), index); });
     }
     void Tick(Operator &op, const std::string &box)
     {

@@ -3,16 +3,20 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTreeWidget>
 
 #include <atomic>
 
@@ -42,7 +46,19 @@ int StyleOf(const QMessageBox &box)
     }
 }
 
+QPoint RowOf(const QTreeWidget &list, int row)
+{
+    return list.visualItemRect(list.topLevelItem(row)).center();
+}
+
 } // namespace
+
+void PickEntry(QComboBox &box, int entry)
+{
+    box.showPopup();
+    box.view()->setCurrentIndex(box.model()->index(entry, box.modelColumn()));
+    QTest::keyClick(box.view(), Qt::Key_Return);
+}
 
 void Operator::Run(const std::function<void(Operator &)> &steps)
 {
@@ -234,4 +250,34 @@ void Operator::Press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifie
 {
     Gui([&] { QTest::keyClick(widget, key, modifiers); });
     Settle();
+}
+
+void Operator::Retype(QWidget *entry, const QString &text)
+{
+    Gui([&] {
+        entry->setFocus();
+        QTest::keyClick(entry, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(entry, text);
+    });
+    Settle();
+}
+
+void Operator::ClickRow(QTreeWidget *list, int row)
+{
+    Gui([&] { QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, RowOf(*list, row)); });
+    Settle();
+}
+
+void Operator::DoubleClickRow(QTreeWidget *list, int row)
+{
+    Gui([&] { QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, RowOf(*list, row)); });
+    Settle();
+}
+
+void Operator::LookInto(QMenu *menu)
+{
+    Gui([&] {
+        menu->popup(QPoint());
+        menu->hide();
+    });
 }

@@ -13,7 +13,13 @@
 #include <type_traits>
 
 class QAction;
+class QComboBox;
 class QFileDialog;
+class QMenu;
+class QTreeWidget;
+
+/// Unfolds a list box and takes one of its entries, the selected one, too.
+void PickEntry(QComboBox &box, int entry);
 
 /// The person before the screen. Its steps run on a thread of their own, since the program's handlers loop
 /// inside the event loop; each look and each move is done on the window's thread, in whatever loop that is in
@@ -67,6 +73,13 @@ public:
     void Click(QWidget *widget);
     void Type(QWidget *widget, const QString &text);
     void Press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Puts another text in the place of an entry's, by keys.
+    void Retype(QWidget *entry, const QString &text);
+    /// Clicks, or clicks twice, on a row of a list.
+    void ClickRow(QTreeWidget *list, int row);
+    void DoubleClickRow(QTreeWidget *list, int row);
+    /// Unfolds a menu and folds it again, so that its entries are on or off as they were then.
+    void LookInto(QMenu *menu);
 
 private:
     enum Stray { Box, Any };
