@@ -13,7 +13,10 @@
 #include "simulator/Simulator.h"
 
 #include "Program.h"
+#include "calibration/FormCalibration.h"
+#include "consoles/ConsoleWindow.h"
 #include "platform/Clock.h"
+#include "platform/ProgramDirectory.h"
 #include "platform/SerialPorts.h"
 #include "shell/DIO.h"
 #include "shell/FormScan.h"
@@ -25,6 +28,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -32,6 +37,8 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QSlider>
+#include <QTabBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidgetItemIterator>
 
@@ -50,18 +57,24 @@ namespace
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-const char *const RackText = "port 2 speed=9600 delay=15\n"
-                             "module 7272 address=01,02 restart=50\n"
-                             "module 7206 address=05 restart=300\n"
-                             "module 7231 address=06 restart=50\n"
-                             "module 7221 address=08 restart=50\n"
-                             "module 3900 address=0A slots=3951,3923,-,3962\n"
-                             "port 3 speed=9600 delay=30\n"
-                             "module 7282 address=07 range=50 stage=0 restart=50\n"
-                             "module 7212D address=09 restart=50\n"
-                             "port 4 speed=9600 delay=60\n"
-                             "module 7256 address=01\n"
-                             "module 7272 address=FE restart=50\n";
+const char *const RackText =
+    "port 2 speed=9600 delay=15\n"
+    "module 7272 address=01,02 restart=50\n"
+    "module 7206 address=05 restart=300\n"
+    "module 7231 address=06 restart=50\n"
+    "module 7221 address=08 restart=50\n"
+    "module 3900 address=0A slots=3951,3923,-,3962\n"
+    "module 7224M address=0B memory=FF020000A records=30 eventrecords=20 restart=50\n"
+    "module 7221P address=0C restart=50\n"
+    "module 7234 address=0D restart=50\n"
+    "port 3 speed=9600 delay=30\n"
+    "module 7282 address=07 range=50 stage=0 restart=50\n"
+    "module 7212D address=09 restart=50\n"
+    "port 4 speed=9600 delay=60\n"
+    "module 7256 address=01\n"
+    "module 7276 address=02 restart=50\n"
+    "module 7216 address=03 restart=50\n"
+    "module 7272 address=FE restart=50\n";
 constexpr int RackPorts[] = {2, 3, 4};
 /// Ports with false and late replies. The modules of the other one tell their display by a digit, and behind
 /// a digit above 2, which a reply to another question may hold in its place, no click is handled any more.
@@ -89,6 +102,7 @@ private:
     void AnswerMenu(QMenu &menu);
     void ClickNode();
     void Press();
+    void ChooseTab();
     void Type();
     void Slide();
     void ClickRow();
@@ -113,6 +127,7 @@ private:
     Clock::duration longest_{};
     std::set<Address> onShow_; ///< modules whose page was on show at an act since all was idle
 
+    QTemporaryDir files_; ///< stands in for the program directory
     PortsFolder folder_;
     vornsim::Simulator rack_{vornsim::ParseRack(RackText), folder_.Path()};
     vorn::SerialPorts ports_;
@@ -148,12 +163,18 @@ std::string Hurry::State()
 
 void Hurry::Run()
 {
+    const QDir programs(QCoreApplication::applicationDirPath());
+    if (!QFile::copy(programs.filePath(QStringLiteral("Mem.ory")),
+                     files_.filePath(QStringLiteral("Mem.ory"))))
+        Fail("no empty workbook");
+    vorn::SetProgramDirectory(files_.path());
     rack_.Start();
     if (!program_.Load())
         Fail("no ports");
     program_.Main.TextTimeOut->setText(QStringLiteral("120"));
     auto &nodes = program_.Main.Nodes;
-    for (const char *module : {"017272", "027272", "057206", "067231", "087221", "0A3900"}) {
+    for (const char *module :
+         {"017272", "027272", "057206", "067231", "087221", "0A3900", "0B7224M", "0C7221P", "0D7234"}) {
         const std::string text = module;
         nodes.Add("KeyCOM002", "_0002!!" + text, "(" + text.substr(0, 2) + ") " + text.substr(2), "vorn4ico",
                   "vorn4icoS");
@@ -161,7 +182,11 @@ void Hurry::Run()
     nodes.Add("_0002!!0A3900", "_000200A3951", "(S0) 3951", "vorn5cico", "vorn5cicoS");
     nodes.Add("KeyCOM003", "_0003!!077282", "(07) 7282", "vorn4ico", "vorn4icoS");
     nodes.Add("KeyCOM003", "_0003!!097212D", "(09) 7212D", "vorn4ico", "vorn4icoS");
-    nodes.Add("KeyCOM004", "_0004!!017256", "(01) 7256", "vorn4ico", "vorn4icoS");
+    for (const char *module : {"017256", "027276", "037216"}) {
+        const std::string text = module;
+        nodes.Add("KeyCOM004", "_0004!!" + text, "(" + text.substr(0, 2) + ") " + text.substr(2), "vorn4ico",
+                  "vorn4icoS");
+    }
     program_.Main.show();
     thread_ = std::thread([this] { Operate(); });
     for (;;)
@@ -254,10 +279,12 @@ void Hurry::Act()
     if (AnswerModal())
         return;
     using Way = void (Hurry::*)();
-    constexpr Way ways[] = {&Hurry::ClickNode, &Hurry::ClickNode, &Hurry::ClickNode,
-                            &Hurry::Press,     &Hurry::Press,     &Hurry::Type,
-                            &Hurry::Slide,     &Hurry::ClickRow,  &Hurry::Tool};
-    (this->*ways[Below(static_cast<int>(std::size(ways)))])();
+    constexpr Way ways[] = {&Hurry::ClickNode, &Hurry::ClickNode, &Hurry::ClickNode, &Hurry::Tool,
+                            &Hurry::Press,     &Hurry::Press,     &Hurry::ChooseTab, &Hurry::Type,
+                            &Hurry::Slide,     &Hurry::ClickRow};
+    const int first =
+        QApplication::activeModalWidget() ? 4 : 0; // what a modal window lies above is out of reach
+    (this->*ways[first + Below(static_cast<int>(std::size(ways)) - first)])();
 }
 
 void Hurry::AnswerMenu(QMenu &menu)
@@ -268,12 +295,20 @@ void Hurry::AnswerMenu(QMenu &menu)
     QTest::keyClick(&menu, Below(2) ? Qt::Key_Return : Qt::Key_Escape);
 }
 
+/// A modal window that stays open, as a page does.
+bool IsWorkedIn(const QWidget *modal)
+{
+    return qobject_cast<const vorn::ConsoleWindow *>(modal) ||
+           qobject_cast<const vorn::FormCalibration *>(modal);
+}
+
 bool Hurry::AnswerModal()
 {
     QWidget *modal = QApplication::activeModalWidget();
     if (!modal)
         return false;
-    last_ = "window " + modal->windowTitle().toStdString();
+    if (!IsWorkedIn(modal))
+        last_ = "window " + modal->windowTitle().toStdString();
     if (Below(4) == 0)
         return true; // looks at it for a while
     if (auto *box = qobject_cast<QMessageBox *>(modal)) {
@@ -286,8 +321,10 @@ bool Hurry::AnswerModal()
         } else {
             input->reject();
         }
-    } else {
+    } else if (!IsWorkedIn(modal) || Below(12) == 0) {
         modal->close();
+    } else {
+        return false;
     }
     return true;
 }
@@ -326,6 +363,14 @@ void Hurry::Press()
     } else if (auto *button = Any<QAbstractButton>()) {
         last_ = "button " + button->objectName().toStdString();
         QTest::mouseClick(button, Qt::LeftButton);
+    }
+}
+
+void Hurry::ChooseTab()
+{
+    if (auto *tabs = Any<QTabBar>()) {
+        last_ = "tab";
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(Below(tabs->count())).center());
     }
 }
 
@@ -473,6 +518,8 @@ void Hurry::CheckWrites()
     const std::string &page = main.PageOnShow();
     if (page.starts_with("_") || page.starts_with("*"))
         onShow_.insert({vorn::NodeKey(page).port(), vorn::NodeKey(page).busAddress()});
+    for (const auto *console : main.findChildren<vorn::ConsoleWindow *>())
+        onShow_.insert({console->NodeKey.port(), console->NodeKey.busAddress()});
 }
 
 /// When all is over and a module is chosen, its values are read on and on.
