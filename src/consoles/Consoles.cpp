@@ -8,6 +8,7 @@
 #include "consoles/Form7254.h"
 #include "consoles/Form7262.h"
 #include "consoles/Form7276.h"
+#include "protocol/ModelTable.h"
 #include "protocol/NodeKey.h"
 #include "shell/FormMain.h"
 
@@ -27,21 +28,22 @@ std::unique_ptr<ConsoleWindow> Make(FormMain &main)
 }
 
 struct ConsoleRow {
-    std::string_view model;
+    std::string_view name; ///< as the model's row has it
     std::unique_ptr<ConsoleWindow> (*make)(FormMain &);
 };
 
 constexpr ConsoleRow Rows[] = {
-    {"7216", Make<Form7216>}, {"7221P", Make<Form7221P>}, {"7224P", Make<Form7224P>},
-    {"7227", Make<Form7227>}, {"7234", Make<Form7234>},   {"7254", Make<Form7254>},
-    {"7262", Make<Form7262>}, {"7276", Make<Form7276>},
+    {"Form7216", Make<Form7216>}, {"Form7221P", Make<Form7221P>}, {"Form7224P", Make<Form7224P>},
+    {"Form7227", Make<Form7227>}, {"Form7234", Make<Form7234>},   {"Form7254", Make<Form7254>},
+    {"Form7262", Make<Form7262>}, {"Form7276", Make<Form7276>},
 };
 
 } // namespace
 
 void Consoles::Show(const std::string &model, const std::string &consoleBaud)
 {
-    const auto *row = std::ranges::find(Rows, std::string_view(model), &ConsoleRow::model);
+    const ModelRow *of = FindModel(model);
+    const auto *row = std::ranges::find(Rows, of ? of->console : std::string_view(), &ConsoleRow::name);
     if (row == std::end(Rows))
         return;
     const auto console = row->make(main_);

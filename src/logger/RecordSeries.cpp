@@ -64,6 +64,7 @@ std::vector<ChannelSeries> SeriesOf(const RecordSheet &sheet, RecordKind kind)
         line.y.push_back(*y);
     }
     std::vector<ChannelSeries> series;
+    series.reserve(lines.size());
     for (auto &[channel, line] : lines)
         series.push_back(std::move(line));
     return series;

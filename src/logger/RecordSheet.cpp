@@ -41,7 +41,7 @@ public:
     Book(const Book &) = delete;
     Book &operator=(const Book &) = delete;
 
-    const void *get() const { return handle_; }
+    const void *Handle() const { return handle_; }
     void Choose(std::string_view name) const;
 
 private:
@@ -98,7 +98,7 @@ SheetCell CellOf(const FreeXL_CellValue &value)
 SheetCell CellAt(const Book &book, unsigned int row, std::size_t column)
 {
     FreeXL_CellValue value{};
-    if (freexl_get_cell_value(book.get(), row, static_cast<unsigned short>(column), &value) != FREEXL_OK)
+    if (freexl_get_cell_value(book.Handle(), row, static_cast<unsigned short>(column), &value) != FREEXL_OK)
         return {};
     return CellOf(value);
 }
@@ -114,7 +114,7 @@ RecordSheet ReadSheet(const Book &book, RecordKind kind)
     book.Choose(SheetNames.at(static_cast<std::size_t>(kind)));
     unsigned int rows = 0;
     unsigned short width = 0;
-    freexl_worksheet_dimensions(book.get(), &rows, &width);
+    freexl_worksheet_dimensions(book.Handle(), &rows, &width);
     const std::size_t columns = std::min<std::size_t>(width, MostColumns);
     std::vector<std::string> titles;
     for (std::size_t column = 0; column < columns && rows > 0; ++column)

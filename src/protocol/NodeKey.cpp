@@ -73,22 +73,13 @@ int NodeKey::port() const
 
 char NodeKey::slot() const
 {
-    return hasSlot() ? CharAt(text_, SlotPosition) : None;
+    const NodeKind of = kind();
+    return of == NodeKind::Slot || of == NodeKind::Channel ? CharAt(text_, SlotPosition) : None;
 }
 
 char NodeKey::channel() const
 {
-    return hasChannel() ? CharAt(text_, ChannelPosition) : None;
-}
-
-bool NodeKey::hasSlot() const
-{
-    return kind() == NodeKind::Slot || hasChannel();
-}
-
-bool NodeKey::hasChannel() const
-{
-    return kind() == NodeKind::Channel;
+    return kind() == NodeKind::Channel ? CharAt(text_, ChannelPosition) : None;
 }
 
 std::string NodeKey::address() const

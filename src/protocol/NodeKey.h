@@ -48,10 +48,8 @@ public:
     bool checksum() const;          ///< transactions carry a checksum; never in INIT state
     std::string portDigits() const; ///< three digits
     int port() const;               ///< 0 without one
-    char slot() const;
-    char channel() const;
-    bool hasSlot() const;           ///< kind is Slot or Channel
-    bool hasChannel() const;        ///< kind is Channel
+    char slot() const;              ///< of a slot or a channel; "!" of any other node
+    char channel() const;           ///< of a channel; "!" of any other node
     std::string address() const;    ///< as the key holds it
     std::string busAddress() const; ///< as commands use it: "00" in INIT state
     std::string model() const;

@@ -223,8 +223,6 @@ void AnyKey(const std::string &reply)
 {
     const NodeKey key(reply);
     PROMISE(key.text() == reply);
-    PROMISE(key.hasSlot() == (key.kind() == NodeKind::Slot || key.kind() == NodeKind::Channel));
-    PROMISE(key.hasChannel() == (key.kind() == NodeKind::Channel));
     PROMISE(!(key.isInit() && key.checksum()));
     if (key.isInit())
         PROMISE(key.busAddress() == "00");

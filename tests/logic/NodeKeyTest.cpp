@@ -36,8 +36,6 @@ TEST(NodeKey, OfAModule)
     EXPECT_EQ(key.address(), "0A");
     EXPECT_EQ(key.busAddress(), "0A");
     EXPECT_EQ(key.model(), "7252");
-    EXPECT_FALSE(key.hasSlot());
-    EXPECT_FALSE(key.hasChannel());
     EXPECT_EQ(key.kind(), NodeKind::Module);
 }
 
@@ -47,8 +45,6 @@ TEST(NodeKey, OfASlot)
     EXPECT_EQ(key.slot(), '1');
     EXPECT_EQ(key.channel(), '!');
     EXPECT_EQ(key.model(), "3923");
-    EXPECT_TRUE(key.hasSlot());
-    EXPECT_FALSE(key.hasChannel());
     EXPECT_EQ(key.kind(), NodeKind::Slot);
 }
 
@@ -58,8 +54,6 @@ TEST(NodeKey, OfAChannel)
     EXPECT_EQ(key.slot(), '1');
     EXPECT_EQ(key.channel(), '7');
     EXPECT_EQ(key.address(), "0A");
-    EXPECT_TRUE(key.hasSlot());
-    EXPECT_TRUE(key.hasChannel());
     EXPECT_EQ(key.kind(), NodeKind::Channel);
 }
 
@@ -125,8 +119,6 @@ TEST(NodeKey, OfAPortHoldsItsPortAlone)
     EXPECT_EQ(key.port(), 12);
     EXPECT_EQ(key.slot(), '!');
     EXPECT_EQ(key.channel(), '!');
-    EXPECT_FALSE(key.hasSlot());
-    EXPECT_FALSE(key.hasChannel());
     EXPECT_FALSE(key.isInit());
     EXPECT_FALSE(key.checksum());
     EXPECT_EQ(key.address(), "");
@@ -142,7 +134,6 @@ TEST(NodeKey, OfThePCHoldsNothing)
     EXPECT_EQ(key.port(), 0);
     EXPECT_EQ(key.slot(), '!');
     EXPECT_EQ(key.channel(), '!');
-    EXPECT_FALSE(key.hasSlot());
     EXPECT_FALSE(key.checksum());
     EXPECT_EQ(key.address(), "");
     EXPECT_EQ(key.model(), "");

@@ -25,11 +25,9 @@
 #include <thread>
 
 struct TourStop {
-    enum class Kind { Module, Slot, Channel };
-
     const char *name; ///< of the page, for people
     const char *file; ///< of its picture
-    Kind kind;
+    vorn::NodeKind kind;
     std::vector<std::string_view> models; ///< the first node of one of them is visited
     std::vector<const char *> live;       ///< controls of which one gets a value from the module
 };
@@ -37,7 +35,7 @@ struct TourStop {
 namespace
 {
 
-using Kind = TourStop::Kind;
+using Kind = vorn::NodeKind;
 
 const TourStop Stops[] = {
     {"analog input", "analog-input", Kind::Module, {"7203", "7203D", "7206", "7209", "7212D"}, {"LabRdv"}},
@@ -332,8 +330,7 @@ std::string Tour::FirstNode(const TourStop &stop) const
         const vorn::NodeKey node(key);
         if (nodes.ParentKey(key) == vorn::KeyPC || node.port() != vorn::PortOfPortKey(port))
             continue;
-        const Kind kind = node.hasChannel() ? Kind::Channel : node.hasSlot() ? Kind::Slot : Kind::Module;
-        if (kind == stop.kind && std::ranges::find(stop.models, node.model()) != stop.models.end())
+        if (node.kind() == stop.kind && std::ranges::find(stop.models, node.model()) != stop.models.end())
             return key;
     }
     return {};
