@@ -4,13 +4,18 @@
 #include "support/ConfigurationRun.h"
 #include "support/LateBus.h"
 
+#include "protocol/Registers.h"
+#include "shell/JobProgress.h"
 #include "shell/TreeView.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLayout>
 #include <QProgressBar>
+#include <QStatusBar>
+#include <QStyleOptionProgressBar>
 #include <QTest>
 
 #include <sys/resource.h>
@@ -299,7 +304,9 @@ TEST_F(ConfigurationTroubleTest, TheFirstRecordThatFailsEndsASave)
                 Fail({}, {});
                 EXPECT_EQ(peer_->Lines().back(), queries[i]) << "nothing is asked behind it";
                 op.AnswerBox(SaveFault, 16, SaveFaultTitle);
-                EXPECT_EQ(Read(Path("file.txt")).size(), 52 * (1 + i)) << queries[i] << " " << failure;
+                const std::string text = Read(Path("file.txt"));
+                EXPECT_EQ(text.size(), 52 * (1 + i)) << queries[i] << " " << failure;
+                EXPECT_EQ(text.substr(0, 52), FileOf({{"Module Name", "7212D"}}));
                 AwaitActions(op);
             }
         }
@@ -361,7 +368,7 @@ TEST_F(ConfigurationTroubleTest, AnAnswerWithoutItsEndIsNone)
     peer_->Reply("%0A0A080600", "!0A\r");
     peer_->Reply("@0AEAL", "!0");
     Operate([&](Operator &op) {
-        Show(op, "_0003!!0A7206", "100");
+        Show(op, "_0003!!0A7206");
         Save(op, "7206", Path("file.txt"));
         op.AnswerBox(SaveFault, 16, SaveFaultTitle);
         EXPECT_EQ(Read(Path("file.txt")),
@@ -653,4 +660,37 @@ TEST_F(ConfigurationTroubleTest, TheWindowIsServedInEachTransaction)
         AwaitActions(op);
     });
     peer_.reset(); // it asks for what ends here
+}
+
+TEST_F(ConfigurationTroubleTest, TheBarHasRoomForEveryRecord)
+{
+    LateBus bus(ports.Link(2), "module 7206 address=0A");
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            const QFont font = QApplication::font();
+            for (const double scale : {1.0, 1.5}) {
+                QFont scaled = font;
+                scaled.setPointSizeF(font.pointSizeF() * scale);
+                QApplication::setFont(scaled);
+                vorn::JobProgress progress(main());
+                auto *bar = Find<QProgressBar>("StatusBar1_2");
+                for (int i = 0; i < 99; ++i)
+                    progress.Step("", 222);
+                main().statusBar()->layout()->activate();
+                QStyleOptionProgressBar option;
+                option.initFrom(bar);
+                option.textVisible = true;
+                const int room =
+                    bar->style()->subElementRect(QStyle::SE_ProgressBarContents, &option, bar).width();
+                for (const vorn::RegisterRow &row : vorn::AllRegisters()) {
+                    for (const char *key : {"_0002!!0A7206", "_00022!0A3923", "_00022!0A3923H"}) {
+                        progress.Step(vorn::RecordLabel(row.id, vorn::NodeKey(key), 4), 222);
+                        EXPECT_LE(bar->fontMetrics().horizontalAdvance(bar->text()), room)
+                            << bar->text().toStdString() << " at " << scale;
+                    }
+                }
+            }
+            QApplication::setFont(font);
+        });
+    });
 }
