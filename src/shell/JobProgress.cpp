@@ -21,8 +21,7 @@ constexpr const char *LongestText = "S0C0 3H H Alarm Mode  000 / 000";
 JobProgress::JobProgress(FormMain &main)
     : bar_(Named(new QProgressBar, "StatusBar1_2", QStringLiteral("Progress")))
 {
-    bar_->setFixedWidth(bar_->fontMetrics().horizontalAdvance(QLatin1String(LongestText)) +
-                        2 * Rhythm::Margin);
+    bar_->setFixedWidth(bar_->fontMetrics().horizontalAdvance(QLatin1String(LongestText)) + Rhythm::Margin);
     bar_->setValue(0);
     main.statusBar()->addPermanentWidget(bar_);
 }

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLayout>
 #include <QProgressBar>
 #include <QStatusBar>
@@ -682,6 +683,11 @@ TEST_F(ConfigurationTroubleTest, TheBarHasRoomForEveryRecord)
                 option.textVisible = true;
                 const int room =
                     bar->style()->subElementRect(QStyle::SE_ProgressBarContents, &option, bar).width();
+                if (scale == 1.0) { // the window is as wide as at the start
+                    auto *status = Find<QLabel>("StatusBar1_1");
+                    main().NowStatus("Now Configuration is processing , Please wait moment....");
+                    EXPECT_LE(status->fontMetrics().horizontalAdvance(status->text()), status->width());
+                }
                 for (const vorn::RegisterRow &row : vorn::AllRegisters()) {
                     for (const char *key : {"_0002!!0A7206", "_00022!0A3923", "_00022!0A3923H"}) {
                         progress.Step(vorn::RecordLabel(row.id, vorn::NodeKey(key), 4), 222);
