@@ -49,29 +49,16 @@ std::variant<std::string, FileError> ReadWholeFile(const QString &path)
 {
     const QFileInfo info(path);
     if (info.exists() && !info.isFile())
-        return FileError{QStringLiteral("It is no file.")};
+        return FileError{NoFile()};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return FileError{file.errorString()};
-    if (file.size() > LongestFile)
-        return FileError{QStringLiteral("It is too large for a configuration file.")};
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = file.read(LongestFile + 1);
     if (file.error() != QFileDevice::NoError)
         return FileError{file.errorString()};
+    if (bytes.size() > LongestFile)
+        return FileError{QStringLiteral("It is too large for a configuration file.")};
     return bytes.toStdString();
-}
-
-/// Why a file couldn't be written; nothing if it could. What it holds stays.
-std::optional<QString> WhyNotWritable(const QString &path)
-{
-    const bool existed = QFileInfo::exists(path);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
-        return file.errorString();
-    file.close();
-    if (!existed)
-        file.remove();
-    return std::nullopt;
 }
 
 } // namespace

@@ -2,25 +2,14 @@
 
 #include "configuration/ConfigurationFile.h"
 #include "protocol/Registers.h"
-#include "protocol/Text.h"
 #include "shell/FormMain.h"
 #include "shell/Module1.h"
 #include "shell/PageCommand.h"
 
+#include <utility>
+
 namespace vorn
 {
-
-namespace
-{
-
-constexpr std::size_t SlotTypesWidth = 8; ///< of four slots
-
-bool IsUnit(const NodeKey &node)
-{
-    return Has(node.model(), Feature::Slots);
-}
-
-} // namespace
 
 void ConfigurationWalk::AddEntries(const NodeKey &node)
 {
@@ -38,6 +27,14 @@ void ConfigurationWalk::Step(const Entry &entry)
 {
     progress_.Step(RecordLabel(entry.record.reg, entry.node, entry.record.index),
                    static_cast<int>(entries_.size()));
+}
+
+/// Sends a line of the walk. The reply of another line counts for none: one that lost its end, or a silenced
+/// bus, would leave it in place.
+bool ConfigurationWalk::Send(std::string line)
+{
+    main_.ReplyText.clear();
+    return vorn::Send(main_, node_, std::move(line));
 }
 
 bool ConfigurationWalk::Save()
@@ -58,7 +55,7 @@ bool ConfigurationWalk::SaveEntry(const Entry &entry)
 {
     const auto &[reg, index] = entry.record;
     Step(entry);
-    if (!Send(main_, node_, Query(reg, entry.node, index)))
+    if (!Send(Query(reg, entry.node, index)))
         return false;
     const std::string value = SavedValue(reg, main_.ReplyText);
     if (reg == Register::SlotTypes)
@@ -73,15 +70,16 @@ bool ConfigurationWalk::Load(ConfigurationLines &lines)
         return false;
     if (node_.kind() == NodeKind::Module)
         AddEntries(node_);
-    if (IsUnit(node_)) {
-        if (!HasCardsOf(lines))
-            return false;
-        AddCards(slotTypes_, LoadedSlots);
-    }
-    for (const Entry &entry : entries_) {
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        const Entry entry = entries_[i];
         Step(entry);
-        if (RowOf(entry.record.reg).form != RecordForm::Compared && !LoadEntry(entry, lines.Next()))
+        if (entry.record.reg == Register::SlotTypes) {
+            if (!HasCardsOf(lines))
+                return false;
+            AddCards(slotTypes_, LoadedSlots);
+        } else if (!LoadEntry(entry, lines.Next())) {
             return false;
+        }
     }
     return true;
 }
@@ -89,16 +87,17 @@ bool ConfigurationWalk::Load(ConfigurationLines &lines)
 /// The cards of the file must be those in the unit.
 bool ConfigurationWalk::HasCardsOf(ConfigurationLines &lines)
 {
-    if (!Send(main_, node_, Query(Register::SlotTypes, node_)))
+    if (!Send(Query(Register::SlotTypes, node_)))
         return false;
-    slotTypes_ = Left(SavedValue(Register::SlotTypes, main_.ReplyText), SlotTypesWidth);
-    return HoldsFromValue(lines.Next(), slotTypes_);
+    slotTypes_ = SavedValue(Register::SlotTypes, main_.ReplyText);
+    return slotTypes_.size() == RowOf(Register::SlotTypes).recordWidth &&
+           HoldsFromValue(lines.Next(), slotTypes_);
 }
 
 bool ConfigurationWalk::LoadEntry(const Entry &entry, std::string_view line)
 {
     for (const std::string &command : LoadCommands(entry.record, entry.node, line)) {
-        if (!Send(main_, node_, command))
+        if (!Send(command))
             return false;
         WaitModuleReady(main_, node_.busAddress(), node_.checksum());
     }

@@ -39,6 +39,7 @@ private:
     void AddEntries(const NodeKey &node);
     void AddCards(std::string_view slotTypes, int slots);
     void Step(const Entry &entry);
+    bool Send(std::string line);
     bool SaveEntry(const Entry &entry);
     bool LoadEntry(const Entry &entry, std::string_view line);
     bool HasCardsOf(ConfigurationLines &lines);

@@ -13,14 +13,15 @@ namespace vorn
 namespace
 {
 
-constexpr int BarCharacters = 32; ///< room for the longest label of a record, and the count
+/// Room for the longest label of a record, and the count.
+constexpr const char *LongestText = "S0C0 3H H Alarm Mode  000 / 000";
 
 } // namespace
 
 JobProgress::JobProgress(FormMain &main)
     : bar_(Named(new QProgressBar, "StatusBar1_2", QStringLiteral("Progress")))
 {
-    bar_->setFixedWidth(bar_->fontMetrics().averageCharWidth() * BarCharacters);
+    bar_->setFixedWidth(bar_->fontMetrics().horizontalAdvance(QLatin1String(LongestText)) + Rhythm::Margin);
     bar_->setValue(0);
     main.statusBar()->addPermanentWidget(bar_);
 }

@@ -8,7 +8,16 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTest>
 #include <QTimer>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 namespace
 {
@@ -20,6 +29,9 @@ void CloseWhenHeard(const std::string &line, const char *timeOut,
     PortsFolder folder;
     RawPeer peer(folder.Link(3));
     peer.Reply("$FFM", "!FF7252\r");
+    peer.Reply("$0A2", "!0A080600\r");
+    peer.Reply("@0ADI", "!0A10000\r");
+    peer.Reply("%0A0A080600", "!0A\r");
     const vorn::SerialPorts machine;
     const vorn::Clock clock;
     vorn::Program program({.ports = machine, .clock = clock});
@@ -40,6 +52,28 @@ void CloseWhenHeard(const std::string &line, const char *timeOut,
         &main, [&] { begin(main); }, Qt::QueuedConnection);
     for (;;)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+/// Shows a module and chooses a file by an entry of the menu.
+void ChooseFile(vorn::FormMain &main, QAction *entry, const std::filesystem::path &path)
+{
+    main.Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
+    main.Nodes.Select("_0003!!0A7206");
+    main.SetPage("_0003!!0A7206");
+    entry->setEnabled(true);
+    entry->trigger();
+    auto *look = new QTimer(&main);
+    QObject::connect(look, &QTimer::timeout, look, [look, path] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        look->stop();
+        dialog->setOption(QFileDialog::DontConfirmOverwrite);
+        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        name->setText(QString::fromStdString(path.string()));
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    look->start(1);
 }
 
 } // namespace
@@ -77,5 +111,32 @@ TEST(ClosingDeathTest, DuringTheRefresh)
                                    main.NodeLeftClick = true;
                                    main.TreeView1_NodeClick("_0003!!0A7209");
                                }),
+                ::testing::ExitedWithCode(0), "");
+}
+
+/// What the file held before stays, and nothing lies beside it.
+TEST(ClosingDeathTest, DuringTheSavingOfAConfiguration)
+{
+    const PortsFolder folder;
+    const std::filesystem::path path = folder.Root() / "files" / "file.txt";
+    std::filesystem::create_directory(path.parent_path());
+    std::ofstream(path) << "old";
+    EXPECT_EXIT(CloseWhenHeard("@0ARH", "30000",
+                               [&](vorn::FormMain &main) { ChooseFile(main, main.VORNSaveSet, path); }),
+                ::testing::ExitedWithCode(0), "");
+    std::string text;
+    std::ifstream(path) >> text;
+    EXPECT_EQ(text, "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(path.parent_path()), {}), 1);
+}
+
+TEST(ClosingDeathTest, DuringTheLoadingOfAConfiguration)
+{
+    const PortsFolder folder;
+    const std::filesystem::path path = folder.Root() / "file.txt";
+    for (const char *value : {"7206", "080600", "MOMENTARY", "+05.000", "-05.000"})
+        std::ofstream(path, std::ios::app) << std::string(24, ' ') << value << "\r\n";
+    EXPECT_EXIT(CloseWhenHeard("@0AEAM", "30000",
+                               [&](vorn::FormMain &main) { ChooseFile(main, main.VORNLoadSet, path); }),
                 ::testing::ExitedWithCode(0), "");
 }

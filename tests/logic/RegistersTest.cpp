@@ -246,6 +246,21 @@ Records CardRecords(const std::string &code, int channels, bool ranges)
     return records;
 }
 
+TEST(RecordsOf, AllOthersHaveNone)
+{
+    const std::set<std::string_view> with{"7203",  "7203D", "7206", "7209", "7212D", "7218", "7221", "7224",
+                                          "7224M", "7231",  "7252", "7256", "7258",  "7272", "7282", "7282D",
+                                          "7282N", "3900",  "3921", "3923", "3923H", "3925", "3931"};
+    std::set<std::string_view> found;
+    for (const ModelRow &row : AllModels()) {
+        const NodeKey module("_0003!!0A" + std::string(row.model));
+        const NodeKey card("_00032!0A" + std::string(row.model));
+        if (!RecordsOf(row.IsCard() ? card : module).empty())
+            found.insert(row.model);
+    }
+    EXPECT_EQ(found, with);
+}
+
 TEST(RecordsOf, Cards)
 {
     EXPECT_EQ(RecordsOfNode("_00032!0A3921"), CardRecords("21", 3, false));
