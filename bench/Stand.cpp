@@ -29,6 +29,7 @@ module 7203 address=01
 module 7221 address=02
 module 7203 address=03
 fault silent begins=#03
+module 7206 address=04 restart=3000
 module 7224M address=09 memory=FF000000A records=65535
 port 3 speed=115200 pace=yes
 module 7203 address=01
