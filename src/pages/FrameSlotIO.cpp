@@ -80,8 +80,15 @@ void FrameSlotIO::BuildChannel(QGridLayout *channels, int channel)
         channels->addWidget(cell, channel, column++);
 }
 
-/// The texts of an output slot are the operator's entries. What was typed into them for another slot, and not
-/// sent, is not meant for this one.
+/// What was typed for one slot, and not sent, isn't meant for the next.
+void FrameSlotIO::Leave()
+{
+    PageFrame::Leave();
+    for (QLineEdit *value : TextCH)
+        SetTag(value, {});
+}
+
+/// The texts of an output slot are the operator's entries.
 void FrameSlotIO::Load(PageReading &reading)
 {
     if (reading.node.kind() == NodeKind::Module)
@@ -106,9 +113,8 @@ void FrameSlotIO::LoadUnits(PageReading &reading)
     else if (Has(model, Feature::ChannelRanges))
         LoadChannelUnits(reading);
     else if (Has(model, Feature::CardInputs))
-        SetAll(LabCHunit, secondFormat
-                              ? settings_.CmbSFormat->itemText(1)
-                              : ToQString(CaptionUnit(FromQString(settings_.CmbSRange->currentText()))));
+        SetAll(LabCHunit, secondFormat ? settings_.CmbSFormat->itemText(1)
+                                       : ToQString(CaptionUnit(FromQString(settings_.LabSRangeLab->text()))));
 }
 
 /// Each channel has a unit of its own; that of an output tells its entry's scale, too.
@@ -189,6 +195,8 @@ void FrameSlotIO::CmdSlotSendAO_Click()
                 take(channel);
             if (FromQString(TextCH[channel]->text()) == texts[channel])
                 SetTag(TextCH[channel], {});
+            if (const std::string format = TagOf(LabCHunit[channel]); !format.empty())
+                main().OutputFormatCode = format;
             Send(main(), node, SlotOutputCommand(node, static_cast<int>(channel), texts[channel]));
         }
     };

@@ -53,12 +53,14 @@ public:
 
     /// Has the frame note what the operator changes; once, when all controls are there.
     void WatchControls();
+    /// Another page comes on show: what was changed on the one before, and not sent, goes with it.
+    virtual void Leave();
 
 protected:
     FormMain &main() const { return main_; }
 
-    // Loaded values. What the operator has changed while the present action runs isn't overwritten: neither
-    // by the load of a page nor by the reload at the end of an update.
+    // Loaded values. What the operator has changed behind the press that the present action runs for isn't
+    // overwritten: neither by the load of a page nor by the reload at the end of an update.
     void ShowText(QLineEdit *entry, std::string_view text);
     /// Fills a list from its captions and leaves nothing selected.
     void FillList(QComboBox *list, std::span<const std::string_view> captions);
@@ -72,7 +74,8 @@ protected:
     /// Has a point act through the gate, for the page that is on show when it is switched.
     void Wire(DIO *point, const std::function<void(const NodeKey &node)> &click);
 
-    /// Whether the operator has changed a control while the present action runs.
+    /// Whether the operator has changed a control of this page behind the press that the present action runs
+    /// for, while it waited or since it runs.
     bool IsTouched(const QWidget *control) const;
 
 private:

@@ -10,6 +10,7 @@
 #include "shell/FormMain.h"
 #include "shell/Module1.h"
 #include "shell/PageCommand.h"
+#include "shell/PageFrame.h"
 #include "shell/RowList.h"
 #include "shell/ToolMenus.h"
 #include "workspace/LiveData.h"
@@ -110,6 +111,10 @@ void PageSelection::LeftClick(const std::string &key)
     live_.End(); // that of the page before
     main_.ArrangePage();
     main_.OutputEditing = false; // what was typed and not sent goes with its page
+    if (key != main_.PageOnShow()) {
+        for (PageFrame *frame : pages_.Frames())
+            frame->Leave();
+    }
     ShowPage(key);
     main_.SetPageOnShow(key);
     // The page is painted before the bus is used.
