@@ -2,6 +2,7 @@
 // nothing is cut off, and no page is wider than the window at its start size. With VORN_PICTURES set to a
 // folder, a picture of each page is left there.
 
+#include "support/Looks.h"
 #include "support/RackOfOne.h"
 
 #include "protocol/ModelTable.h"
@@ -11,75 +12,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 
-#include <cstdlib>
-
 namespace
 {
-
-struct Look {
-    const char *name;
-    double scale; ///< of the font
-    bool dark;
-};
-
-void PrintTo(const Look &look, std::ostream *out)
-{
-    *out << look.name;
-}
-
-constexpr Look Looks[] = {{"light", 1, false}, {"large", 1.5, false}, {"dark", 1, true}};
-
-QPalette DarkPalette()
-{
-    QPalette palette(QColor(45, 45, 48));
-    palette.setColor(QPalette::Base, QColor(30, 30, 32));
-    return palette;
-}
-
-/// The application's font and palette for as long as it lives.
-class AsSeen final
-{
-public:
-    explicit AsSeen(const Look &look) : font_(QApplication::font()), palette_(QApplication::palette())
-    {
-        QFont font = font_;
-        font.setPointSizeF(font.pointSizeF() * look.scale);
-        QApplication::setFont(font);
-        if (look.dark)
-            QApplication::setPalette(DarkPalette());
-    }
-    ~AsSeen()
-    {
-        QApplication::setFont(font_);
-        QApplication::setPalette(palette_);
-    }
-    AsSeen(const AsSeen &) = delete;
-    AsSeen &operator=(const AsSeen &) = delete;
-
-private:
-    QFont font_;
-    QPalette palette_;
-};
-
-/// Whether a control needs more room than it has. Entries and lists scroll what they hold.
-bool IsCutOff(const QWidget *control)
-{
-    const auto *label = qobject_cast<const QLabel *>(control);
-    if (label && label->wordWrap())
-        return false;
-    if (!label && !qobject_cast<const QAbstractButton *>(control))
-        return false;
-    const QSize needed = control->minimumSizeHint();
-    return control->width() < needed.width() || control->height() < needed.height();
-}
 
 class PageLookTest : public ::testing::TestWithParam<Look>, public RackOfOne
 {
@@ -87,11 +24,7 @@ protected:
     /// What is cut off of the page on show, and whether it is too wide at the usual font.
     std::string CutOff()
     {
-        std::string cut;
-        for (const QWidget *control : main().Frame1->findChildren<QWidget *>()) {
-            if (control->isVisible() && !control->objectName().isEmpty() && IsCutOff(control))
-                cut += " " + control->objectName().toStdString();
-        }
+        std::string cut = PartsCutOff(*main().Frame1);
         const auto *scroll = main().Frame1->findChild<QScrollArea *>(QStringLiteral("PageScroll"));
         const int beyond = scroll->horizontalScrollBar()->maximum();
         if (GetParam().scale == 1.0 && beyond > 0)
@@ -110,26 +43,16 @@ protected:
             [&] { return !main().Frame1->isHidden() && Status().find("Polling") != std::string::npos; },
             "the refresh");
         op.Gui([&] {
-            for (int pass = 0; pass < 3; ++pass) // a frame's layout asks for that of the frame around it
-                QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+            LayOut();
             EXPECT_EQ(CutOff(), "") << key;
-            if (const char *folder = std::getenv("VORN_PICTURES"))
-                main().grab().save(
-                    QStringLiteral("%1/%2-%3.png")
-                        .arg(QString::fromLocal8Bit(folder), QString::fromLatin1(GetParam().name),
-                             QString::fromStdString(vorn::NodeKey(key).model() + key.substr(5, 2))));
+            TakePicture(main(), GetParam(), vorn::NodeKey(key).model() + key.substr(5, 2));
         });
     }
 };
 
-std::string NameOf(const ::testing::TestParamInfo<Look> &info)
-{
-    return info.param.name;
-}
-
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Looks, PageLookTest, ::testing::ValuesIn(Looks), NameOf);
+INSTANTIATE_TEST_SUITE_P(Looks, PageLookTest, ::testing::ValuesIn(Looks), NameOfLook);
 
 TEST_P(PageLookTest, OfModulesIsWhole)
 {
