@@ -9,6 +9,7 @@
 #include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/FieldGuard.h"
 #include "shell/FormMain.h"
@@ -45,7 +46,7 @@ FrameAOut::FrameAOut(FormMain &main, const FrameMSet &settings)
              LabAOS[1]);
     grid.WideRow(Slider1);
     grid.Buttons({CmdSendAO});
-    grid.WideRow(InPairs({CmdAO4mA, CmdAO20mA, CmdAOStartup}));
+    grid.WideRow(new ButtonRows({CmdAO4mA, CmdAO20mA, CmdAOStartup}));
 }
 
 void FrameAOut::BuildControls()

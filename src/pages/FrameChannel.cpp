@@ -12,6 +12,7 @@
 #include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
 #include "shell/FieldGuard.h"
@@ -74,7 +75,8 @@ FrameChannel::FrameChannel(FormMain &main, FrameSlot &settings)
     grid.WideRow(CheckChEnable);
     grid.WideRow(BuildAlarms());
     grid.WideRow(FrameCount);
-    grid.WideRow(InPairs({CmdClearChLatch[0], CmdClearChLatch[1], CmdClearChLatch[2], CmdChAlarmUpdate}));
+    grid.WideRow(
+        new ButtonRows({CmdClearChLatch[0], CmdClearChLatch[1], CmdClearChLatch[2], CmdChAlarmUpdate}));
 }
 
 FrameChannel::AlarmSide FrameChannel::BuildSide(const QString &letter, const QString &side)

@@ -7,6 +7,7 @@
 #include "protocol/Conversions.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
 #include "shell/FieldGuard.h"
@@ -37,7 +38,7 @@ FrameGen::FrameGen(FormMain &main) : PageFrame(main, "FrameGen", "Live Data")
     points->addStretch();
     grid.WideRow(points);
     grid.Buttons({CmdClearLatch});
-    grid.WideRow(InPairs({CmdGZero, CmdGSpan, CmdG0V, CmdG10V, CmdGCJC, CmdGStartup}));
+    grid.WideRow(new ButtonRows({CmdGZero, CmdGSpan, CmdG0V, CmdG10V, CmdGCJC, CmdGStartup}));
 }
 
 void FrameGen::BuildValues()

@@ -5,6 +5,7 @@
 #include "platform/Events.h"
 #include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
 #include "shell/PageCommand.h"
@@ -61,7 +62,7 @@ FrameSlot::FrameSlot(FormMain &main) : PageFrame(main, "FrameSlot", "Slot Settin
              {LabSDataFormatLab, CmbSFormat});
     grid.Row(LabSTimeSlewrate, {LabS_time_slewrate, CmbSTimeSlewRate});
     grid.Buttons({CmdSUpdate});
-    grid.WideRow(InPairs({CmdSZero, CmdSSpan, CmdSCJC}));
+    grid.WideRow(new ButtonRows({CmdSZero, CmdSSpan, CmdSCJC}));
 }
 
 bool FrameSlot::ShowsSecondFormat() const

@@ -52,6 +52,7 @@ void FrameSlotIO::BuildChannel(QGridLayout *channels, int channel)
     const auto e = static_cast<std::size_t>(channel);
     TextCH[e] = MakeEntry(this, ElementName("TextCH", channel), QStringLiteral("Channel %1").arg(channel));
     TextCH[e]->setAlignment(Qt::AlignRight);
+    TextCH[e]->setMinimumWidth(TextCH[e]->fontMetrics().horizontalAdvance(QStringLiteral("0000000000 ")));
     SetWritable(*TextCH[e], false);
     SelectAllOnFocus(TextCH[e]);
     GuardField(TextCH[e], [this, e] {

@@ -50,6 +50,16 @@ protected:
     }
 };
 
+class PageArrangementTest : public ::testing::Test, public RackOfOne
+{
+protected:
+    QPoint Place(const char *name)
+    {
+        const auto *control = Find(name);
+        return control->mapTo(&main(), QPoint(0, 0));
+    }
+};
+
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Looks, PageLookTest, ::testing::ValuesIn(Looks), NameOfLook);
@@ -106,5 +116,44 @@ TEST_P(PageLookTest, OfSlotsAndChannelsIsWhole)
             if (cards[i]->channelPage != vorn::PageName::None)
                 Look(op, vorn::ChannelKey(slot, '1'), slot);
         }
+    });
+}
+
+TEST_F(PageArrangementTest, CalibrationButtonsOfOneWidthStandInOneRowWhereThereIsRoom)
+{
+    Rack("7203 address=0A range=0E");
+    Operate([&](Operator &op) {
+        Open(op, "_0002!!0A7203");
+        op.Gui([&] {
+            const QSize start = main().size();
+            main().resize(1200, 900);
+            LayOut();
+            for (const char *button : {"CmdGSpan", "CmdGCJC"}) {
+                EXPECT_EQ(Place(button).y(), Place("CmdGZero").y());
+                EXPECT_NEAR(Find(button)->width(), Find("CmdGZero")->width(), 1);
+            }
+            main().resize(start);
+            LayOut();
+            EXPECT_EQ(Place("CmdGSpan").y(), Place("CmdGZero").y());
+            EXPECT_EQ(Place("CmdGCJC").x(), Place("CmdGZero").x()) << "in the next row";
+        });
+    });
+}
+
+TEST_F(PageArrangementTest, FieldsOfAllFramesOfAPageStandInOneColumn)
+{
+    Rack("3900E address=0A\nslot 2 3923 range=08");
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("250"));
+            main().Nodes.Add("KeyCOM002", "_0002!!0A3900", "(0A) 3900", "vorn5ico", "vorn5icoS");
+            main().Nodes.Add("_0002!!0A3900", "_0002210A3923", "CH 1", "vorn5sico", "vorn5sicoS");
+        });
+        Choose(op, "_0002210A3923");
+        op.Gui([&] {
+            LayOut();
+            for (const char *field : {"LabSDataFormatLab", "LabChannelValue", "HAlarmType", "HAlarmOutSlot"})
+                EXPECT_EQ(Place(field).x(), Place("LabSRangeLab").x()) << field;
+        });
     });
 }

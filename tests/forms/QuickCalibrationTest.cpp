@@ -52,7 +52,8 @@ protected:
     void OpenBy(Operator &op, const char *button)
     {
         op.Gui([&] { Find<QPushButton>(button)->click(); });
-        op.WaitFor([&] { return IsOpen(); }, "the wizard");
+        // Keys are for the window that is active.
+        op.WaitFor([&] { return IsOpen() && Form()->isActiveWindow(); }, "the wizard");
     }
     /// Has the reply to the next line that begins so wait for `Release`, and awaits that line.
     void AwaitHeld(Operator &op, const char *line)

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 
 #include <cstdlib>
 #include <ostream>
@@ -19,6 +20,9 @@ QPalette DarkPalette()
 
 bool IsCutOff(const QWidget *control)
 {
+    const auto *value = qobject_cast<const QLineEdit *>(control);
+    if (value && value->isReadOnly())
+        return value->width() < value->fontMetrics().horizontalAdvance(value->text());
     const auto *label = qobject_cast<const QLabel *>(control);
     if (label && label->wordWrap())
         return false;

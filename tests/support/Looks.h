@@ -39,7 +39,7 @@ private:
 void LayOut();
 
 /// Names of the visible parts of a window that need more room than they have. Entries and lists scroll what
-/// they hold.
+/// they hold, but a value that can only be read must be seen.
 std::string PartsCutOff(const QWidget &window);
 
 /// Leaves a picture of a window in the folder that VORN_PICTURES names, if it names one.
