@@ -141,6 +141,13 @@ void FrameAOut::SetSlider(const std::string &value)
     Slider1->setValue(SliderValue(main().OutputFormatCode, value));
 }
 
+/// The value of one output isn't meant for the next, whose own comes with the refresh.
+void FrameAOut::Leave()
+{
+    PageFrame::Leave();
+    TextAnalogOut->clear();
+}
+
 bool FrameAOut::Wants(const PollStep &step, int)
 {
     return step.condition != PollCondition::NotEditing || !main().OutputEditing;

@@ -59,7 +59,7 @@ FrameChannel::FrameChannel(FormMain &main, FrameSlot &settings)
             Send(this->main(), node, ClearChannelCommand(node, static_cast<ChannelClear>(i)));
         });
     }
-    OnClickWith(main, CmdChAlarmUpdate, this, [this] {
+    Writes(CmdChAlarmUpdate, [this] {
         return [this, settings = ReadSettings()](const NodeKey &node) {
             CmdChAlarmUpdate_Click(node, settings);
         };

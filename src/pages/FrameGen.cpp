@@ -111,6 +111,13 @@ void FrameGen::Load(PageReading &reading)
         main().OutputFormatCode = "00"; // its excitation output knows engineering units only
 }
 
+/// The excitation of one module isn't meant for the next, whose own comes with the refresh.
+void FrameGen::Leave()
+{
+    PageFrame::Leave();
+    TextAAOv->clear();
+}
+
 bool FrameGen::Wants(const PollStep &step, int)
 {
     return step.condition != PollCondition::NotEditing || !main().OutputEditing;

@@ -46,7 +46,7 @@ FrameSlot::FrameSlot(FormMain &main) : PageFrame(main, "FrameSlot", "Slot Settin
     LabSTimeSlewrate =
         MakeLabel(this, QStringLiteral("LabSTimeSlewrate"), "Integration &Time :", CmbSTimeSlewRate);
     CmdSUpdate = MakeButton(this, QStringLiteral("CmdSUpdate"), "&Update");
-    OnClickWith(main, CmdSUpdate, this, [this] {
+    Writes(CmdSUpdate, [this] {
         return [this, settings = ReadSettings()](const NodeKey &) { CmdSUpdate_Click(settings); };
     });
     CmdSZero = MakeButton(this, QStringLiteral("CmdSZero"), "    &Zero Calibration");

@@ -118,6 +118,16 @@ void PageFrame::SetTick(QAbstractButton *button, bool ticked)
         button->setChecked(ticked);
 }
 
+void PageFrame::Writes(QAbstractButton *button,
+                       const std::function<std::function<void(const NodeKey &)>()> &taken)
+{
+    OnClickWith(main_, button, this, [this, taken]() -> std::function<void(const NodeKey &)> {
+        if (loading_)
+            return [taken](const NodeKey &node) { taken()(node); };
+        return taken();
+    });
+}
+
 void PageFrame::OpensCalibration(QAbstractButton *button, CalibrationMode mode)
 {
     OnClick(main_, button, this,

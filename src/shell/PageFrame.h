@@ -55,6 +55,8 @@ public:
     void WatchControls();
     /// Another page comes on show: what was changed on the one before, and not sent, goes with it.
     virtual void Leave();
+    /// A load of the page has begun, or ended.
+    void SetLoading(bool loading) { loading_ = loading; }
 
 protected:
     FormMain &main() const { return main_; }
@@ -69,6 +71,11 @@ protected:
     void Select(QComboBox *list, int position);
     void SetTick(QAbstractButton *button, bool ticked);
 
+    /// Has a button run a handler that goes by what the frame holds at the press; `taken` reads that, and
+    /// gives it. While the page is loading the frame holds what nobody has seen: then `taken` reads behind
+    /// the load.
+    void Writes(QAbstractButton *button,
+                const std::function<std::function<void(const NodeKey &node)>()> &taken);
     /// Has a button open the calibration of the node that is on show when it is pressed.
     void OpensCalibration(QAbstractButton *button, CalibrationMode mode);
     /// Has a point act through the gate, for the page that is on show when it is switched.
@@ -80,6 +87,7 @@ protected:
 
 private:
     FormMain &main_;
+    bool loading_ = false;
 };
 
 /// Sets the text of all labels of an array.

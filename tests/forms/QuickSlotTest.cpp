@@ -26,6 +26,7 @@ const std::string OtherChannel = "_0002160A3923";
 const std::string OutputSlot = "_00022!0A3931";
 const std::string OtherOutputSlot = "_00023!0A3931";
 const std::string OutputChannel = "_0002210A3931";
+const std::string OtherOutputChannel = "_0002220A3931";
 
 constexpr const char *AlarmDone = "Alarm setting is complete !";
 
@@ -33,8 +34,8 @@ class QuickSlotTest : public ::testing::Test, public ProgramRun
 {
 protected:
     LateBus bus_{ports.Link(2), "module 3900E address=0A restart=0\n"
-                                "slot 1 3923 range=08 mask=FF\n"
-                                "slot 2 3931 range=30 range1=31\n"
+                                "slot 1 3923 range=08 mask=FF high5=+05.000 high6=+06.000\n"
+                                "slot 2 3931 range=30 range1=31 output1=12.000\n"
                                 "slot 3 3931 range=30"};
 
     void Open(Operator &op, const std::string &key)
@@ -46,7 +47,8 @@ protected:
                 main().Nodes.Add(Unit, slot, slot, "vorn5cico", "vorn5cicoS");
             for (const std::string &channel : {VoltageChannel, OtherChannel})
                 main().Nodes.Add(VoltageSlot, channel, channel, "vorn5sico", "vorn5sicoS");
-            main().Nodes.Add(OutputSlot, OutputChannel, OutputChannel, "vorn5sico", "vorn5sicoS");
+            for (const std::string &channel : {OutputChannel, OtherOutputChannel})
+                main().Nodes.Add(OutputSlot, channel, channel, "vorn5sico", "vorn5sicoS");
         });
         Choose(op, key);
         bus_.Forget();
@@ -166,6 +168,41 @@ TEST_F(QuickSlotTest, ASlotUpdateGoesByWhatWasChosenAtThePress)
         AwaitActions(op);
         EXPECT_EQ(LinesThatBegin("$0AS1A"), Lines{"$0AS1A0900"});
         op.Gui([&] { EXPECT_EQ(Find<QComboBox>("CmbSRange")->currentIndex(), 3); });
+    });
+}
+
+TEST_F(QuickSlotTest, AnUpdatePressedWhileThePageIsLoadingWritesWhatTheModuleHolds)
+{
+    Operate([&](Operator &op) {
+        Open(op, VoltageChannel);
+        bus_.Hold("$0AS1C6AH");
+        op.Gui([&] { LeftClick(OtherChannel); });
+        op.WaitFor([&] { return !bus_.Held().empty(); }, "the load of the other channel");
+        op.Gui([&] {
+            EXPECT_EQ(Text("HAlarmLimit"), "+05.000") << "of the channel before";
+            Press("CmdChAlarmUpdate");
+        });
+        bus_.Release();
+        op.AnswerBox(AlarmDone, 64, AlarmDone);
+        AwaitActions(op);
+        EXPECT_EQ(LinesThatBegin("$0AS1C6AHE"), Lines{"$0AS1C6AHED"});
+        EXPECT_EQ(LinesThatBegin("$0AS1C6AHU"), Lines{"$0AS1C6AHU+06.000"});
+    });
+}
+
+TEST_F(QuickSlotTest, TheValueOfOneOutputIsNotSentToTheNextWhileThatIsLoading)
+{
+    Operate([&](Operator &op) {
+        Open(op, OutputChannel);
+        op.WaitFor([&] { return Text("TextAnalogOut") == "12.000"; }, "the refresh");
+        bus_.Hold("$0AS2B");
+        op.Gui([&] { LeftClick(OtherOutputChannel); });
+        op.WaitFor([&] { return !bus_.Held().empty(); }, "the load of the other channel");
+        op.Gui([&] { Press("CmdSendAO"); });
+        bus_.Release();
+        AwaitActions(op);
+        EXPECT_EQ(LinesThatBegin("#0AS2C"), Lines{});
+        op.WaitFor([&] { return Text("TextAnalogOut") == "00.000"; }, "the refresh");
     });
 }
 
