@@ -207,11 +207,11 @@ void FormCalibration::changeEvent(QEvent *event)
 void FormCalibration::keyPressEvent(QKeyEvent *event)
 {
     auto *button = qobject_cast<QPushButton *>(focusWidget());
-    if (button && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
-        if (!event->isAutoRepeat())
-            button->click();
-    } else
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!button || !isReturn)
         QDialog::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        button->click();
 }
 
 void FormCalibration::Run()
