@@ -15,9 +15,9 @@
 
 #include <QGridLayout>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include <memory>
@@ -30,7 +30,9 @@ namespace
 {
 
 constexpr int ReadingInterval = 100; // milliseconds
+constexpr int ResizePause = 200;     // milliseconds without a change of the size, behind which it stays
 constexpr int PictureSize = 48;
+constexpr int TrimWidth = 48;
 const char *const NoOffset = "+0.0";
 const QString GapBegin = QStringLiteral("Apply "); ///< the reference value lies behind it
 
@@ -44,38 +46,45 @@ FormCalibration::FormCalibration(FormMain &main, const NodeKey &node, Calibratio
     SetTag(this, ModeTag(mode));
     LabZS = MakeLabel(this, QStringLiteral("LabZS"), InstructionLine(mode, node.model()));
     LabZSv = MakeLabel(LabZS, QStringLiteral("LabZSv"), "");
+    QFont bold = font();
+    bold.setBold(true);
+    LabZSv->setFont(bold);
     LabPurpose = MakeLabel(this, QStringLiteral("LabPurpose"), PurposeLine(mode));
     LabAnswer = MakeLabel(this, QStringLiteral("LabAnswer"), "");
     auto *picture = Named(new QLabel(this), "Image1");
     picture->setPixmap(QIcon(QStringLiteral(":/calibration.svg")).pixmap(PictureSize));
-    auto *rows = new QGridLayout;
-    rows->setHorizontalSpacing(Rhythm::LabelToField);
-    rows->setVerticalSpacing(Rhythm::BetweenRows);
-    BuildReadings(rows);
+    BuildReadings();
     BuildButtons();
-
-    auto *lines = new QVBoxLayout;
-    lines->setSpacing(Rhythm::BetweenRows);
-    lines->addWidget(LabZS);
-    lines->addWidget(LabPurpose);
-    auto *head = new QHBoxLayout;
-    head->setSpacing(Rhythm::Margin);
-    head->addWidget(picture, 0, Qt::AlignTop);
-    head->addLayout(lines, 1);
-    auto *buttons = SideBySide({ComZero, Command1, Command2});
-    buttons->insertStretch(0);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
-    layout->setSpacing(Rhythm::Margin);
-    layout->addLayout(head);
-    layout->addLayout(rows);
-    layout->addWidget(LabAnswer);
-    layout->addLayout(buttons);
+    Arrange(picture);
     ShowParts();
+    FocusFirst();
     connect(&Timer1, &QTimer::timeout, this, &FormCalibration::Timer1_Tick);
+    resized_.setSingleShot(true);
+    resized_.setInterval(ResizePause);
+    connect(&resized_, &QTimer::timeout, this, &FormCalibration::TakeOpeningStep);
 }
 
-void FormCalibration::BuildReadings(QGridLayout *rows)
+/// The picture on the left, everything else in a column beside it.
+void FormCalibration::Arrange(QLabel *picture)
+{
+    auto *buttons = SideBySide({ComZero, Command1, Command2});
+    buttons->insertStretch(0);
+    auto *column = new QVBoxLayout;
+    column->setSpacing(Rhythm::BetweenRows);
+    for (QLabel *line : {LabZS, LabPurpose})
+        column->addWidget(line);
+    column->addLayout(readings_);
+    column->addWidget(LabAnswer);
+    column->addStretch();
+    column->addLayout(buttons);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(Rhythm::Margin, Rhythm::Margin, Rhythm::Margin, Rhythm::Margin);
+    layout->setSpacing(Rhythm::Margin);
+    layout->addWidget(picture, 0, Qt::AlignTop);
+    layout->addLayout(column, 1);
+}
+
+void FormCalibration::BuildReadings()
 {
     LabCJC = MakeLabel(this, QStringLiteral("LabCJC"), "CJC Temperature   =");
     LabCJCv = MakeLiveValue(this, QStringLiteral("LabCJCv"), QStringLiteral("Cold junction temperature"));
@@ -89,28 +98,36 @@ void FormCalibration::BuildReadings(QGridLayout *rows)
     const bool excitation = Has(node_.model(), Feature::Excitation);
     const auto *unit = main_.findChild<QLabel *>(QStringLiteral("LabAOS_0"));
     LabUnit = MakeLabel(this, QStringLiteral("LabUnit"), excitation || !unit ? " V" : CaptionOf(unit));
+    readings_ = new QGridLayout;
+    readings_->setHorizontalSpacing(Rhythm::LabelToField);
+    readings_->setVerticalSpacing(Rhythm::BetweenRows);
+    readings_->addWidget(LabCJC, 0, 0);
+    readings_->addWidget(LabCJCv, 0, 1);
+    readings_->addWidget(LabCJCi, 1, 0);
+    readings_->addWidget(TextCJC, 1, 1);
+    readings_->addWidget(LabStartup, 1, 1);
+    readings_->addWidget(LabUnit, 1, 2);
+    readings_->addLayout(BuildTrims(), 2, 0, 1, 3);
+    readings_->setColumnStretch(2, 1);
+}
+
+QLayout *FormCalibration::BuildTrims()
+{
     const char *const names[] = {"Trim up", "Trim down"};
-    const QStyle::StandardPixmap arrows[] = {QStyle::SP_ArrowUp, QStyle::SP_ArrowDown};
+    const char *const arrows[] = {":/trim-up.svg", ":/trim-down.svg"};
     const Qt::Key keys[] = {Qt::Key_Up, Qt::Key_Down};
-    auto *trims = new QHBoxLayout;
     for (std::size_t i = 0; i < ComCTrim.size(); ++i) {
         ComCTrim[i] = MakeButton(this, ElementName("ComCTrim", static_cast<int>(i)), "");
         ComCTrim[i]->setAccessibleName(QString::fromLatin1(names[i]));
         ComCTrim[i]->setToolTip(QString::fromLatin1(names[i]));
-        ComCTrim[i]->setIcon(style()->standardIcon(arrows[i]));
+        ComCTrim[i]->setIcon(QIcon(QString::fromLatin1(arrows[i])));
+        ComCTrim[i]->setMinimumWidth(TrimWidth);
         if (TrimsOutput(mode_))
             ComCTrim[i]->setShortcut(keys[i]);
-        trims->addWidget(ComCTrim[i]);
     }
+    auto *trims = SideBySide({ComCTrim[0], ComCTrim[1]});
     trims->addStretch();
-    rows->addWidget(LabCJC, 0, 0);
-    rows->addWidget(LabCJCv, 0, 1);
-    rows->addWidget(LabCJCi, 1, 0);
-    rows->addWidget(TextCJC, 1, 1);
-    rows->addWidget(LabStartup, 1, 1);
-    rows->addWidget(LabUnit, 1, 2);
-    rows->addLayout(trims, 2, 0, 1, 2);
-    rows->setColumnStretch(2, 1);
+    return trims;
 }
 
 void FormCalibration::BuildButtons()
@@ -120,7 +137,9 @@ void FormCalibration::BuildButtons()
     Command2 = MakeButton(this, QStringLiteral("Command2"), "E&xit");
     for (QPushButton *button : {ComZero, Command1, Command2, ComCTrim[0], ComCTrim[1]})
         button->setAutoDefault(false); // a stray Return calibrates nothing
-    OnWindowClick(main_.Gate, ComZero, this, [this] { ComZero_Click(); });
+    OnWindowClickWith(main_.Gate, ComZero, this, [this] {
+        return [this, offset = FromQString(TextCJC->text())] { ComZero_Click(offset); };
+    });
     OnWindowClick(main_.Gate, ComCTrim[0], this, [this] { ComCTrim_Click(TrimStep::Up); });
     OnWindowClick(main_.Gate, ComCTrim[1], this, [this] { ComCTrim_Click(TrimStep::Down); });
     for (QPushButton *button : {Command1, Command2})
@@ -144,9 +163,27 @@ void FormCalibration::ShowParts()
         trim->setVisible(TrimsOutput(mode_));
 }
 
-/// The gap has its place in the text, wherever the font puts it.
+/// Where the hands are wanted first, but never on Execute: a stray key calibrates nothing.
+void FormCalibration::FocusFirst()
+{
+    if (mode_ == CalibrationMode::CJC)
+        TextCJC->setFocus();
+    else if (TrimsOutput(mode_))
+        ComCTrim[0]->setFocus();
+    else
+        Command1->setFocus();
+}
+
+/// The gap has its place in the text, wherever the font puts it, and all below the first line begins where
+/// its words do.
 void FormCalibration::LayReference()
 {
+    const QString line = LabZS->text();
+    const auto words = line.size() - QStringView(line).trimmed().size(); // no text has blanks at its end
+    const int indent = LabZS->fontMetrics().horizontalAdvance(line.left(words));
+    for (QLabel *below : {LabPurpose, LabAnswer})
+        below->setContentsMargins(indent, 0, 0, 0);
+    readings_->setContentsMargins(indent, 0, 0, 0);
     LabZSv->move(LabZS->fontMetrics().horizontalAdvance(GapBegin), 0);
     LabZSv->resize(LabZSv->sizeHint().width(), LabZS->height());
 }
@@ -155,6 +192,8 @@ void FormCalibration::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
     LayReference();
+    if (opened_)
+        resized_.start();
 }
 
 void FormCalibration::changeEvent(QEvent *event)
@@ -164,60 +203,93 @@ void FormCalibration::changeEvent(QEvent *event)
         LayReference();
 }
 
+/// Return presses the button that has the focus; anywhere else it does nothing.
+void FormCalibration::keyPressEvent(QKeyEvent *event)
+{
+    auto *button = qobject_cast<QPushButton *>(focusWidget());
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!button || !isReturn)
+        QDialog::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        button->click();
+}
+
 void FormCalibration::Run()
 {
     Timer1.start(ReadingInterval);
-    // Once the window is there: what it sends takes its turn behind the opening.
-    main_.Gate.Take({.context = this, .action = [this] {
-                         if (mode_ == CalibrationMode::Zero || mode_ == CalibrationMode::Span)
-                             PrintReference();
-                         if (const auto command = OpeningCommand(mode_, node_, main_.OutputFormatCode))
-                             Ask(*command);
-                     }});
+    TakeOpeningStep(); // once the window is there: what it sends takes its turn behind the opening
     exec();
 }
 
+void FormCalibration::TakeOpeningStep()
+{
+    if (!closed_)
+        main_.Gate.Take({.context = this, .action = [this] { OpeningStep(); }, .source = this});
+}
+
+/// Also behind each change of the window's size.
+void FormCalibration::OpeningStep()
+{
+    if (mode_ == CalibrationMode::Span)
+        PrintSpanValue();
+    else if (mode_ == CalibrationMode::Zero)
+        PrintZeroValue();
+    if (const auto command = OpeningCommand(mode_, node_, main_.OutputFormatCode); command && !closed_)
+        Ask(*command);
+    opened_ = true;
+}
+
 /// Sends a command to the module and shows when it doesn't answer. A port that has gone ends the live
-/// reading: it was told.
+/// reading: it was told. The next command that reaches it brings the reading back.
 bool FormCalibration::Ask(std::string command)
 {
     main_.trans(std::move(command), node_.checksum());
     if (main_.PortRefused)
         Timer1.stop();
+    else if (!closed_ && !Timer1.isActive())
+        Timer1.start(ReadingInterval);
     SetCaption(LabAnswer, main_.ReplyText.empty() ? "The module doesn't answer." : "");
     return IsAccepted(main_.ReplyText);
 }
 
-void FormCalibration::PrintReference()
+void FormCalibration::PrintSpanValue()
+{
+    PrintReference(CalibrationMode::Span);
+}
+
+void FormCalibration::PrintZeroValue()
+{
+    PrintReference(CalibrationMode::Zero);
+}
+
+void FormCalibration::PrintReference(CalibrationMode mode)
 {
     const auto query = InputTypeQuery(node_);
     if (!query)
         return;
     Ask(*query);
-    if (const auto value = ReferenceValue(mode_, node_.model(), main_.ReplyText))
+    if (const auto value = ReferenceValue(mode, node_.model(), main_.ReplyText))
         SetCaption(LabZSv, *value);
     LayReference();
 }
 
-void FormCalibration::ComZero_Click()
+/// @param offset  of the cold junction, as it stood there at the press
+void FormCalibration::ComZero_Click(const std::string &offset)
 {
-    std::string offset;
-    if (mode_ == CalibrationMode::CJC) {
-        const auto counts = OffsetCounts(FromQString(TextCJC->text()));
-        if (!counts) {
-            MsgBox("CJC offset is not a valid number !", MsgBoxStyle::Critical, "Calibration failure");
-            return;
-        }
-        offset = *counts;
+    const bool cjc = mode_ == CalibrationMode::CJC;
+    const auto counts = OffsetCounts(offset);
+    if (cjc && !counts) {
+        MsgBox("CJC offset is not a valid number !", MsgBoxStyle::Critical, "Calibration failure");
+        return;
     }
     main_.NowStatus("Now Calibration is processing , Please wait moment....");
     main_.ReplyText.clear();
-    const bool stored = Ask(ExecuteCommand(mode_, node_, offset));
-    if (mode_ == CalibrationMode::CJC)
+    const bool stored = Ask(ExecuteCommand(mode_, node_, counts.value_or(std::string())));
+    if (cjc && FromQString(TextCJC->text()) == offset) // else the next one is being typed
         TextCJC->setText(QString::fromLatin1(NoOffset));
     if (stored) {
         const Hourglass mainHourglass(main_), hourglass(*this);
-        const auto wait = mode_ == CalibrationMode::CJC ? WaitCalibrationDone : WaitModuleReady;
+        const auto wait = cjc ? WaitCalibrationDone : WaitModuleReady;
         wait(main_, node_.busAddress(), node_.checksum(), [this] { return IsClosed(); });
     }
     if (IsClosed())

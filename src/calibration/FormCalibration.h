@@ -43,21 +43,32 @@ public:
     QPushButton *ComZero, *Command1, *Command2;
     QTimer Timer1; ///< live reading, every 100 ms
 
+    /// Shows the reference value for the range that the module tells. Nothing is sent for a model that none
+    /// is known for.
+    void PrintSpanValue();
+    void PrintZeroValue();
+
     void done(int result) override;
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void BuildReadings(QGridLayout *rows);
+    void BuildReadings();
+    QLayout *BuildTrims();
     void BuildButtons();
+    void Arrange(QLabel *picture);
+    void FocusFirst();
     void LayReference();
     void ShowParts();
 
     bool Ask(std::string command);
-    void PrintReference();
-    void ComZero_Click();
+    void TakeOpeningStep();
+    void OpeningStep();
+    void PrintReference(CalibrationMode mode);
+    void ComZero_Click(const std::string &offset);
     void ComCTrim_Click(TrimStep step);
     void Timer1_Tick();
     void ShowTemperature();
@@ -67,7 +78,10 @@ private:
     FormMain &main_;
     const NodeKey node_;
     const CalibrationMode mode_;
+    QGridLayout *readings_;
+    bool opened_ = false; ///< the opening step has been done
     bool closed_ = false;
+    QTimer resized_; ///< runs out when the size has stayed for a while
 };
 
 /// Opens the dialogue.

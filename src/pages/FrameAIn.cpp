@@ -6,6 +6,7 @@
 #include "protocol/Conversions.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
 #include "shell/PageCommand.h"
@@ -54,7 +55,7 @@ FrameAIn::FrameAIn(FormMain &main, const FrameMSet &settings)
 
     FrameGrid grid(this);
     grid.WideRow(channels);
-    grid.WideRow(InPairs({CmdAIZero, CmdAISpan, CmdAICJC}));
+    grid.WideRow(new ButtonRows({CmdAIZero, CmdAISpan, CmdAICJC}));
 }
 
 void FrameAIn::Load(PageReading &reading)

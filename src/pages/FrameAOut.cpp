@@ -9,6 +9,7 @@
 #include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/FieldGuard.h"
 #include "shell/FormMain.h"
@@ -45,7 +46,7 @@ FrameAOut::FrameAOut(FormMain &main, const FrameMSet &settings)
              LabAOS[1]);
     grid.WideRow(Slider1);
     grid.Buttons({CmdSendAO});
-    grid.WideRow(InPairs({CmdAO4mA, CmdAO20mA, CmdAOStartup}));
+    grid.WideRow(new ButtonRows({CmdAO4mA, CmdAO20mA, CmdAOStartup}));
 }
 
 void FrameAOut::BuildControls()
@@ -138,6 +139,13 @@ void FrameAOut::SetSlider(const std::string &value)
 {
     const QSignalBlocker quiet(Slider1);
     Slider1->setValue(SliderValue(main().OutputFormatCode, value));
+}
+
+/// The value of one output isn't meant for the next, whose own comes with the refresh.
+void FrameAOut::Leave()
+{
+    PageFrame::Leave();
+    TextAnalogOut->clear();
 }
 
 bool FrameAOut::Wants(const PollStep &step, int)

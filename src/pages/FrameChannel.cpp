@@ -12,6 +12,7 @@
 #include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
 #include "shell/FieldGuard.h"
@@ -58,7 +59,11 @@ FrameChannel::FrameChannel(FormMain &main, FrameSlot &settings)
             Send(this->main(), node, ClearChannelCommand(node, static_cast<ChannelClear>(i)));
         });
     }
-    OnClick(main, CmdChAlarmUpdate, this, [this](const NodeKey &node) { CmdChAlarmUpdate_Click(node); });
+    Writes(CmdChAlarmUpdate, [this] {
+        return [this, settings = ReadSettings()](const NodeKey &node) {
+            CmdChAlarmUpdate_Click(node, settings);
+        };
+    });
     BuildCount();
     GuardFields();
 
@@ -70,7 +75,8 @@ FrameChannel::FrameChannel(FormMain &main, FrameSlot &settings)
     grid.WideRow(CheckChEnable);
     grid.WideRow(BuildAlarms());
     grid.WideRow(FrameCount);
-    grid.WideRow(InPairs({CmdClearChLatch[0], CmdClearChLatch[1], CmdClearChLatch[2], CmdChAlarmUpdate}));
+    grid.WideRow(
+        new ButtonRows({CmdClearChLatch[0], CmdClearChLatch[1], CmdClearChLatch[2], CmdChAlarmUpdate}));
 }
 
 FrameChannel::AlarmSide FrameChannel::BuildSide(const QString &letter, const QString &side)
@@ -192,7 +198,10 @@ void FrameChannel::LoadUnit(PageReading &reading)
 
 void FrameChannel::LoadCount(PageReading &reading)
 {
-    if (const auto value = reading.Read(Register::SlotConfiguration))
+    if (reading.slot)
+        FrameCount->setVisible(reading.slot->typeCode != CounterFrequency);
+    if (const auto value = reading.Read(Register::SlotConfiguration);
+        value && SlotRangePosition(SlotRecord(*value).typeCode))
         FrameCount->setVisible(SlotRecord(*value).typeCode != CounterFrequency);
     const bool frequency = CaptionOf(settings_.LabSRangeLab).starts_with('F');
     LabChannelUnit->setText(frequency ? QStringLiteral("Hz") : QString());
@@ -256,21 +265,29 @@ FrameChannel::Settings FrameChannel::ReadSettings() const
     return {.enabled = CheckChEnable->isChecked(), .high = alarm(High), .low = alarm(Low), .count = count};
 }
 
-void FrameChannel::CmdChAlarmUpdate_Click(const NodeKey &node)
+void FrameChannel::CmdChAlarmUpdate_Click(const NodeKey &node, const Settings &settings)
 {
     main().NowStatus("Now Alarm setting is processing , Please wait moment....");
     const RefreshHold hold(main());
-    const Settings settings = ReadSettings();
     DoEvents();
+    if (!WriteSettings(node, settings))
+        return;
+    MsgBox("Alarm setting is complete !", MsgBoxStyle::Information, "Alarm setting is complete !");
+    Reload(main());
+}
+
+/// False if nothing was written, since the module doesn't tell its mask.
+bool FrameChannel::WriteSettings(const NodeKey &node, const Settings &settings)
+{
+    const Hourglass hourglass(main());
     const bool counter = Has(node.model(), Feature::CardCounters);
     if (!counter && !WriteMask(node, settings.enabled))
-        return;
+        return false;
     WriteAlarm(node, AlarmLevel::High, settings.high);
     WriteAlarm(node, AlarmLevel::Low, settings.low);
     if (counter && settings.count)
         WriteCount(node, *settings.count);
-    MsgBox("Alarm setting is complete !", MsgBoxStyle::Information, "Alarm setting is complete !");
-    Reload(main());
+    return true;
 }
 
 /// False for a module that doesn't tell its mask: nothing of the update is written then.

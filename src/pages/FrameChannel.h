@@ -76,7 +76,8 @@ private:
         std::optional<CounterSettings> count; ///< where the counter items are on show
     };
     Settings ReadSettings() const;
-    void CmdChAlarmUpdate_Click(const NodeKey &node);
+    void CmdChAlarmUpdate_Click(const NodeKey &node, const Settings &settings);
+    bool WriteSettings(const NodeKey &node, const Settings &settings);
     bool WriteMask(const NodeKey &node, bool enabled);
     void WriteAlarm(const NodeKey &node, AlarmLevel level, const ChannelAlarm &alarm);
     void WriteCount(const NodeKey &node, const CounterSettings &count);

@@ -7,6 +7,7 @@
 #include "protocol/Conversions.h"
 #include "protocol/ModelTable.h"
 #include "protocol/Text.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/DIO.h"
 #include "shell/FieldGuard.h"
@@ -37,7 +38,7 @@ FrameGen::FrameGen(FormMain &main) : PageFrame(main, "FrameGen", "Live Data")
     points->addStretch();
     grid.WideRow(points);
     grid.Buttons({CmdClearLatch});
-    grid.WideRow(InPairs({CmdGZero, CmdGSpan, CmdG0V, CmdG10V, CmdGCJC, CmdGStartup}));
+    grid.WideRow(new ButtonRows({CmdGZero, CmdGSpan, CmdG0V, CmdG10V, CmdGCJC, CmdGStartup}));
 }
 
 void FrameGen::BuildValues()
@@ -108,6 +109,13 @@ void FrameGen::Load(PageReading &reading)
         CmdGCJC->hide();
     if (Has(reading.model, Feature::Excitation))
         main().OutputFormatCode = "00"; // its excitation output knows engineering units only
+}
+
+/// The excitation of one module isn't meant for the next, whose own comes with the refresh.
+void FrameGen::Leave()
+{
+    PageFrame::Leave();
+    TextAAOv->clear();
 }
 
 bool FrameGen::Wants(const PollStep &step, int)

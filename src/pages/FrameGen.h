@@ -31,6 +31,7 @@ public:
     void Load(PageReading &reading) override;
     bool Wants(const PollStep &step, int channel) override;
     void ShowLive(const LiveReply &reply) override;
+    void Leave() override;
 
 private:
     void BuildValues();

@@ -5,12 +5,15 @@
 #include "platform/Events.h"
 #include "protocol/FormatByte.h"
 #include "protocol/ModelTable.h"
+#include "shell/ButtonRows.h"
 #include "shell/Controls.h"
 #include "shell/FormMain.h"
 #include "shell/PageCommand.h"
 
 #include <QComboBox>
 #include <QPushButton>
+
+#include <algorithm>
 
 namespace vorn
 {
@@ -43,7 +46,9 @@ FrameSlot::FrameSlot(FormMain &main) : PageFrame(main, "FrameSlot", "Slot Settin
     LabSTimeSlewrate =
         MakeLabel(this, QStringLiteral("LabSTimeSlewrate"), "Integration &Time :", CmbSTimeSlewRate);
     CmdSUpdate = MakeButton(this, QStringLiteral("CmdSUpdate"), "&Update");
-    OnClick(main, CmdSUpdate, this, [this](const NodeKey &node) { CmdSUpdate_Click(node); });
+    Writes(CmdSUpdate, [this] {
+        return [this, settings = ReadSettings()](const NodeKey &) { CmdSUpdate_Click(settings); };
+    });
     CmdSZero = MakeButton(this, QStringLiteral("CmdSZero"), "    &Zero Calibration");
     CmdSSpan = MakeButton(this, QStringLiteral("CmdSSpan"), "   &Span Calibration");
     CmdSCJC = MakeButton(this, QStringLiteral("CmdSCJC"), "    C&JC Calibration");
@@ -57,7 +62,7 @@ FrameSlot::FrameSlot(FormMain &main) : PageFrame(main, "FrameSlot", "Slot Settin
              {LabSDataFormatLab, CmbSFormat});
     grid.Row(LabSTimeSlewrate, {LabS_time_slewrate, CmbSTimeSlewRate});
     grid.Buttons({CmdSUpdate});
-    grid.WideRow(InPairs({CmdSZero, CmdSSpan, CmdSCJC}));
+    grid.WideRow(new ButtonRows({CmdSZero, CmdSSpan, CmdSCJC}));
 }
 
 bool FrameSlot::ShowsSecondFormat() const
@@ -81,6 +86,7 @@ void FrameSlot::Load(PageReading &reading)
 {
     if (reading.node.kind() == NodeKind::Module)
         return;
+    told_ = {};
     for (QWidget *button : {CmdSZero, CmdSSpan})
         Allow(button, Has(reading.model, Feature::CardInputs), NothingToCalibrate);
     if (const auto value = reading.Read(Register::SlotConfiguration)) {
@@ -90,6 +96,15 @@ void FrameSlot::Load(PageReading &reading)
     ShowTexts(reading.model);
 }
 
+/// Selects what the module tells; a position that the list doesn't have tells nothing.
+void FrameSlot::Tell(QComboBox *list, int &told, std::optional<int> position)
+{
+    if (!position || *position >= list->count())
+        return;
+    told = *position;
+    Select(list, told);
+}
+
 /// The record of a card for outputs or digital points says nothing about either.
 void FrameSlot::ShowRecord(const PageReading &reading)
 {
@@ -97,22 +112,26 @@ void FrameSlot::ShowRecord(const PageReading &reading)
     const SlotRecord &record = *reading.slot;
     if (Has(model, Feature::CardOutputs) || Has(model, Feature::CardPoints))
         return;
-    if (const auto position = SlotRangePosition(record.typeCode))
-        Select(CmbSRange, *position);
-    if (const auto position = record.FormatPosition(model))
-        Select(CmbSFormat, *position);
-    if (const auto position = record.IntegrationTime(); position && Has(model, Feature::IntegrationTime))
-        Select(CmbSTimeSlewRate, *position);
+    Tell(CmbSRange, told_.range, SlotRangePosition(record.typeCode));
+    Tell(CmbSFormat, told_.format, record.FormatPosition(model));
+    if (Has(model, Feature::IntegrationTime))
+        Tell(CmbSTimeSlewRate, told_.timeSlewRate, record.IntegrationTime());
     if (Has(model, Feature::CardColdJunction) && reading.node.kind() == NodeKind::Slot)
         CmdSCJC->setVisible(record.typeCode >= FirstThermocouple);
 }
 
 void FrameSlot::ShowTexts(const std::string &model)
 {
-    LabSRangeLab->setText(CmbSRange->currentText());
+    LabSRangeLab->setText(CmbSRange->itemText(told_.range));
     if (HasSlotFormatList(model))
-        LabSDataFormatLab->setText(CmbSFormat->currentText());
-    LabS_time_slewrate->setText(CmbSTimeSlewRate->currentText());
+        LabSDataFormatLab->setText(CmbSFormat->itemText(told_.format));
+    LabS_time_slewrate->setText(CmbSTimeSlewRate->itemText(told_.timeSlewRate));
+    // The lists beside them stand one below the other.
+    for (QLabel *text : {LabSRangeLab, LabS_time_slewrate})
+        text->setMinimumWidth(0);
+    const int widest = std::max(LabSRangeLab->sizeHint().width(), LabS_time_slewrate->sizeHint().width());
+    for (QLabel *text : {LabSRangeLab, LabS_time_slewrate})
+        text->setMinimumWidth(text->text().isEmpty() ? 0 : widest);
 }
 
 void FrameSlot::LoadChannel(PageReading &reading)
@@ -122,27 +141,30 @@ void FrameSlot::LoadChannel(PageReading &reading)
         return;
     if (const auto value = reading.Read(Register::ChannelConfiguration)) {
         reading.channel.emplace(*value);
-        if (const auto position = ChannelRangePosition(model, reading.channel->typeCode))
-            Select(CmbSRange, *position);
+        Tell(CmbSRange, told_.range, ChannelRangePosition(model, reading.channel->typeCode));
     }
     if (!Has(model, Feature::SlewRate))
         return;
-    FillList(CmbSTimeSlewRate, SlewRateCaptions(CmbSRange->currentIndex() == RangePosition::VoltageOutput));
+    FillList(CmbSTimeSlewRate, SlewRateCaptions(told_.range == RangePosition::VoltageOutput));
     if (reading.channel)
-        Select(CmbSTimeSlewRate, reading.channel->SlewRate());
+        Tell(CmbSTimeSlewRate, told_.timeSlewRate, reading.channel->SlewRate());
     ShowTexts(model);
 }
 
-void FrameSlot::CmdSUpdate_Click(const NodeKey &node)
+SlotSettings FrameSlot::ReadSettings() const
+{
+    return {.node = NodeKey(main().PageOnShow()),
+            .range = CmbSRange->currentIndex(),
+            .format = CmbSFormat->currentIndex(),
+            .timeSlewRate = CmbSTimeSlewRate->currentIndex()};
+}
+
+void FrameSlot::CmdSUpdate_Click(const SlotSettings &settings)
 {
     main().NowStatus("Now Configuration is processing , Please wait moment....");
     const RefreshHold hold(main());
     DoEvents();
-    const SlotSettings settings{.node = node,
-                                .range = CmbSRange->currentIndex(),
-                                .format = CmbSFormat->currentIndex(),
-                                .timeSlewRate = CmbSTimeSlewRate->currentIndex()};
-    if (Store(main(), node, SlotUpdateCommand(settings)))
+    if (Store(main(), settings.node, SlotUpdateCommand(settings)))
         MsgBox("Configuration is successful !", MsgBoxStyle::Information, "Configuration is successful");
     else
         MsgBox("Configuration is invalid !", MsgBoxStyle::Critical, "Configuration is invalid");

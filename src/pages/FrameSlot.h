@@ -2,12 +2,16 @@
 
 #include "shell/PageFrame.h"
 
+#include <optional>
+
 class QComboBox;
 class QLabel;
 class QPushButton;
 
 namespace vorn
 {
+
+struct SlotSettings;
 
 /// General settings of a slot module or of one of its channels.
 class FrameSlot final : public PageFrame
@@ -35,9 +39,19 @@ public:
     void LoadChannel(PageReading &reading);
 
 private:
+    /// What the module tells, as list positions; -1 for what it doesn't. The lists may hold a choice that the
+    /// operator made meanwhile.
+    struct Told {
+        int range = -1, format = -1, timeSlewRate = -1;
+    };
+
+    void Tell(QComboBox *list, int &told, std::optional<int> position);
     void ShowRecord(const PageReading &reading);
     void ShowTexts(const std::string &model);
-    void CmdSUpdate_Click(const NodeKey &node);
+    SlotSettings ReadSettings() const;
+    void CmdSUpdate_Click(const SlotSettings &settings);
+
+    Told told_;
 };
 
 } // namespace vorn

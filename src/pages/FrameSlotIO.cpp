@@ -52,6 +52,7 @@ void FrameSlotIO::BuildChannel(QGridLayout *channels, int channel)
     const auto e = static_cast<std::size_t>(channel);
     TextCH[e] = MakeEntry(this, ElementName("TextCH", channel), QStringLiteral("Channel %1").arg(channel));
     TextCH[e]->setAlignment(Qt::AlignRight);
+    TextCH[e]->setMinimumWidth(TextCH[e]->fontMetrics().horizontalAdvance(QStringLiteral("0000000000 ")));
     SetWritable(*TextCH[e], false);
     SelectAllOnFocus(TextCH[e]);
     GuardField(TextCH[e], [this, e] {
@@ -80,8 +81,15 @@ void FrameSlotIO::BuildChannel(QGridLayout *channels, int channel)
         channels->addWidget(cell, channel, column++);
 }
 
-/// The texts of an output slot are the operator's entries. What was typed into them for another slot, and not
-/// sent, is not meant for this one.
+/// What was typed for one slot, and not sent, isn't meant for the next.
+void FrameSlotIO::Leave()
+{
+    PageFrame::Leave();
+    for (QLineEdit *value : TextCH)
+        SetTag(value, {});
+}
+
+/// The texts of an output slot are the operator's entries.
 void FrameSlotIO::Load(PageReading &reading)
 {
     if (reading.node.kind() == NodeKind::Module)
@@ -106,9 +114,8 @@ void FrameSlotIO::LoadUnits(PageReading &reading)
     else if (Has(model, Feature::ChannelRanges))
         LoadChannelUnits(reading);
     else if (Has(model, Feature::CardInputs))
-        SetAll(LabCHunit, secondFormat
-                              ? settings_.CmbSFormat->itemText(1)
-                              : ToQString(CaptionUnit(FromQString(settings_.CmbSRange->currentText()))));
+        SetAll(LabCHunit, secondFormat ? settings_.CmbSFormat->itemText(1)
+                                       : ToQString(CaptionUnit(FromQString(settings_.LabSRangeLab->text()))));
 }
 
 /// Each channel has a unit of its own; that of an output tells its entry's scale, too.
@@ -189,6 +196,8 @@ void FrameSlotIO::CmdSlotSendAO_Click()
                 take(channel);
             if (FromQString(TextCH[channel]->text()) == texts[channel])
                 SetTag(TextCH[channel], {});
+            if (const std::string format = TagOf(LabCHunit[channel]); !format.empty())
+                main().OutputFormatCode = format;
             Send(main(), node, SlotOutputCommand(node, static_cast<int>(channel), texts[channel]));
         }
     };

@@ -90,14 +90,15 @@ DisabledWindow::~DisabledWindow()
         focus_->setFocus();
 }
 
-Hourglass::Hourglass(QWidget &window) : window_(window)
+Hourglass::Hourglass(QWidget &window) : window_(window), within_(window.cursor().shape() == Qt::WaitCursor)
 {
     window_.setCursor(Qt::WaitCursor);
 }
 
 Hourglass::~Hourglass()
 {
-    window_.unsetCursor();
+    if (!within_)
+        window_.unsetCursor();
 }
 
 void Allow(QWidget *control, bool allowed, const char *whyNot)

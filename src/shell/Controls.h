@@ -96,6 +96,7 @@ public:
 
 private:
     QWidget &window_;
+    bool within_; ///< another one is up already
 };
 
 /// Enables a control, or disables it and tells why in its tool tip.

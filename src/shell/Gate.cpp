@@ -42,7 +42,7 @@ void Gate::Take(Taken taken)
     };
     if (taken.source && (std::ranges::any_of(waiting_, same) || std::ranges::any_of(running_, same)))
         return;
-    waiting_.push_back(std::move(taken));
+    waiting_.push_back({std::move(taken), ++taken_});
     Ask();
 }
 
@@ -50,7 +50,7 @@ void Gate::TakeInPlace(Taken taken)
 {
     if (!waiting_.empty() && waiting_.back().source && waiting_.back().source == taken.source)
         waiting_.pop_back();
-    waiting_.push_back(std::move(taken));
+    waiting_.push_back({std::move(taken), ++taken_});
     Ask();
 }
 
@@ -82,7 +82,7 @@ void Gate::RunNext()
     const auto next = std::ranges::find_if(
         waiting_, [modal](const Taken &taken) { return !modal || BelongsTo(taken.context, modal); });
     if (next != waiting_.end()) {
-        const Taken taken = std::move(*next);
+        const Waiting taken = std::move(*next);
         waiting_.erase(next);
         if (!taken.page || *taken.page == pageOnShow_())
             Run(taken, modal);
@@ -94,9 +94,9 @@ void Gate::RunNext()
     }
 }
 
-void Gate::Run(const Taken &taken, const QWidget *modal)
+void Gate::Run(const Waiting &taken, const QWidget *modal)
 {
-    running_.push_back({taken.context, taken.source, taken.page, modal, ++started_});
+    running_.push_back({taken.context, taken.source, taken.page, modal, taken.number});
     const auto end = qScopeGuard([this] {
         running_.pop_back();
         DeleteRetired();

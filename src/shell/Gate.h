@@ -61,7 +61,10 @@ public:
     /// An action runs or waits, the rounds of loops that wait not counted.
     bool IsBusy() const;
     bool IsOnLine() const { return onLine_ > 0; }
-    /// Number of the running action, from 1 on; 0 when none runs.
+    /// How many actions were taken so far.
+    std::uint64_t TakenNumber() const { return taken_; }
+    /// Which of them the running action is, from 1 on; 0 when none runs. What the operator did at a
+    /// `TakenNumber` of this or more came behind the press that the action runs for.
     std::uint64_t RunningNumber() const { return running_.empty() ? 0 : running_.back().number; }
 
     /// Hides a window for good and deletes it as soon as none of its actions is on the stack. Those that wait
@@ -86,6 +89,9 @@ Q_SIGNALS:
     void Idle();
 
 private:
+    struct Waiting : Taken {
+        std::uint64_t number;
+    };
     struct Running {
         QPointer<QObject> context;
         const QObject *source;
@@ -96,16 +102,16 @@ private:
 
     void Ask();
     void RunNext();
-    void Run(const Taken &taken, const QWidget *modal);
+    void Run(const Waiting &taken, const QWidget *modal);
     bool IsRetired(const QObject *context) const;
     bool HoldsRunning(const QWidget *window) const;
     void DeleteRetired();
 
     std::function<std::string()> pageOnShow_;
-    std::vector<Taken> waiting_;
+    std::vector<Waiting> waiting_;
     std::vector<Running> running_; ///< the innermost last; more than one only below modal windows
     std::vector<QPointer<QWidget>> retired_;
-    std::uint64_t started_ = 0;
+    std::uint64_t taken_ = 0;
     int onLine_ = 0;
     bool asked_ = false; ///< `RunNext` is on its way
 };

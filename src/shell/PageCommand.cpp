@@ -63,8 +63,14 @@ NoYieldHold::~NoYieldHold()
 void OnClick(FormMain &main, QAbstractButton *button, QObject *context,
              const std::function<void(const NodeKey &)> &handler)
 {
+    OnClickWith(main, button, context, [handler] { return handler; });
+}
+
+void OnClickWith(FormMain &main, QAbstractButton *button, QObject *context,
+                 const std::function<std::function<void(const NodeKey &)>()> &taken)
+{
     QObject::connect(button, &QAbstractButton::clicked, context,
-                     [&main, button, context, handler] { main.TakeForPage(context, button, handler); });
+                     [&main, button, context, taken] { main.TakeForPage(context, button, taken()); });
 }
 
 void OnTick(FormMain &main, QAbstractButton *box, QObject *context,
@@ -77,8 +83,14 @@ void OnTick(FormMain &main, QAbstractButton *box, QObject *context,
 
 void OnWindowClick(Gate &gate, QAbstractButton *button, QWidget *window, const std::function<void()> &handler)
 {
-    QObject::connect(button, &QAbstractButton::clicked, window, [&gate, button, window, handler] {
-        gate.Take({.context = window, .action = handler, .source = button});
+    OnWindowClickWith(gate, button, window, [handler] { return handler; });
+}
+
+void OnWindowClickWith(Gate &gate, QAbstractButton *button, QWidget *window,
+                       const std::function<std::function<void()>()> &taken)
+{
+    QObject::connect(button, &QAbstractButton::clicked, window, [&gate, button, window, taken] {
+        gate.Take({.context = window, .action = taken(), .source = button});
     });
 }
 

@@ -64,12 +64,19 @@ private:
 void OnClick(FormMain &main, QAbstractButton *button, QObject *context,
              const std::function<void(const NodeKey &node)> &handler);
 
-/// The same for a check box: each press counts, with the state that it came to.
+/// The same for a handler that goes by what the page holds: `taken` reads that at the press, and gives it.
+void OnClickWith(FormMain &main, QAbstractButton *button, QObject *context,
+                 const std::function<std::function<void(const NodeKey &node)>()> &taken);
+
+/// The same as `OnClick` for a check box: each press counts, with the state that it came to.
 void OnTick(FormMain &main, QAbstractButton *box, QObject *context,
             const std::function<void(const NodeKey &node, bool ticked)> &handler);
 
 /// Runs a handler for a press of a button of a window of its own, whatever page is on show.
 void OnWindowClick(Gate &gate, QAbstractButton *button, QWidget *window,
                    const std::function<void()> &handler);
+/// The same for a handler that goes by what the window holds: `taken` reads that at the press, and gives it.
+void OnWindowClickWith(Gate &gate, QAbstractButton *button, QWidget *window,
+                       const std::function<std::function<void()>()> &taken);
 
 } // namespace vorn

@@ -24,8 +24,8 @@ namespace vorn
 namespace
 {
 
-/// Number of the action that ran when the operator last changed a control.
-const char *const TouchedIn = "TouchedIn";
+/// How many actions were taken when the operator last changed a control of the page on show.
+const char *const TouchedBehind = "TouchedBehind";
 
 } // namespace
 
@@ -50,7 +50,7 @@ void PageFrame::WatchControls()
 {
     const auto touched = [this](QWidget *control) {
         return [this, control] {
-            control->setProperty(TouchedIn, QVariant::fromValue(main_.Gate.RunningNumber()));
+            control->setProperty(TouchedBehind, QVariant::fromValue(main_.Gate.TakenNumber()));
         };
     };
     for (QWidget *control : findChildren<QWidget *>()) {
@@ -59,8 +59,14 @@ void PageFrame::WatchControls()
         else if (auto *list = qobject_cast<QComboBox *>(control))
             connect(list, &QComboBox::activated, this, touched(control));
         else if (auto *button = qobject_cast<QAbstractButton *>(control))
-            connect(button, &QAbstractButton::clicked, this, touched(control));
+            connect(button, &QAbstractButton::released, this, touched(control)); // before it acts itself
     }
+}
+
+void PageFrame::Leave()
+{
+    for (QWidget *control : findChildren<QWidget *>())
+        control->setProperty(TouchedBehind, QVariant());
 }
 
 /// Of option buttons side by side the operator has touched all when he has pressed one.
@@ -68,7 +74,8 @@ bool PageFrame::IsTouched(const QWidget *control) const
 {
     const std::uint64_t action = main_.Gate.RunningNumber();
     const auto touched = [action](const QWidget *one) {
-        return action != 0 && one->property(TouchedIn).toULongLong() == action;
+        const QVariant behind = one->property(TouchedBehind);
+        return action != 0 && behind.isValid() && behind.toULongLong() >= action;
     };
     if (!qobject_cast<const QRadioButton *>(control))
         return touched(control);
@@ -109,6 +116,16 @@ void PageFrame::SetTick(QAbstractButton *button, bool ticked)
 {
     if (!IsTouched(button))
         button->setChecked(ticked);
+}
+
+void PageFrame::Writes(QAbstractButton *button,
+                       const std::function<std::function<void(const NodeKey &)>()> &taken)
+{
+    OnClickWith(main_, button, this, [this, taken]() -> std::function<void(const NodeKey &)> {
+        if (loading_)
+            return [taken](const NodeKey &node) { taken()(node); };
+        return taken();
+    });
 }
 
 void PageFrame::OpensCalibration(QAbstractButton *button, CalibrationMode mode)

@@ -53,12 +53,16 @@ public:
 
     /// Has the frame note what the operator changes; once, when all controls are there.
     void WatchControls();
+    /// Another page comes on show: what was changed on the one before, and not sent, goes with it.
+    virtual void Leave();
+    /// A load of the page has begun, or ended.
+    void SetLoading(bool loading) { loading_ = loading; }
 
 protected:
     FormMain &main() const { return main_; }
 
-    // Loaded values. What the operator has changed while the present action runs isn't overwritten: neither
-    // by the load of a page nor by the reload at the end of an update.
+    // Loaded values. What the operator has changed behind the press that the present action runs for isn't
+    // overwritten: neither by the load of a page nor by the reload at the end of an update.
     void ShowText(QLineEdit *entry, std::string_view text);
     /// Fills a list from its captions and leaves nothing selected.
     void FillList(QComboBox *list, std::span<const std::string_view> captions);
@@ -67,16 +71,23 @@ protected:
     void Select(QComboBox *list, int position);
     void SetTick(QAbstractButton *button, bool ticked);
 
+    /// Has a button run a handler that goes by what the frame holds at the press; `taken` reads that, and
+    /// gives it. While the page is loading the frame holds what nobody has seen: then `taken` reads behind
+    /// the load.
+    void Writes(QAbstractButton *button,
+                const std::function<std::function<void(const NodeKey &node)>()> &taken);
     /// Has a button open the calibration of the node that is on show when it is pressed.
     void OpensCalibration(QAbstractButton *button, CalibrationMode mode);
     /// Has a point act through the gate, for the page that is on show when it is switched.
     void Wire(DIO *point, const std::function<void(const NodeKey &node)> &click);
 
-    /// Whether the operator has changed a control while the present action runs.
+    /// Whether the operator has changed a control of this page behind the press that the present action runs
+    /// for, while it waited or since it runs.
     bool IsTouched(const QWidget *control) const;
 
 private:
     FormMain &main_;
+    bool loading_ = false;
 };
 
 /// Sets the text of all labels of an array.

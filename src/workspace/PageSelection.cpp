@@ -10,6 +10,7 @@
 #include "shell/FormMain.h"
 #include "shell/Module1.h"
 #include "shell/PageCommand.h"
+#include "shell/PageFrame.h"
 #include "shell/RowList.h"
 #include "shell/ToolMenus.h"
 #include "workspace/LiveData.h"
@@ -20,11 +21,15 @@
 #include <QAction>
 #include <QComboBox>
 #include <QCursor>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QTabBar>
+
+#include <algorithm>
+#include <vector>
 
 namespace vorn
 {
@@ -35,6 +40,42 @@ namespace
 const std::string ClassPC = "PC";
 const std::string ClassCOM = "COM";
 constexpr int SlotListRows = 8;
+
+/// Width that the labels in the first column of a grid need; 0 for a grid without any.
+int LabelWidth(const QGridLayout *grid)
+{
+    int widest = 0;
+    for (int row = 0; row < grid->rowCount(); ++row) {
+        const QLayoutItem *first = grid->itemAtPosition(row, 0);
+        const QLayoutItem *second = grid->itemAtPosition(row, 1);
+        const auto *label =
+            first && first != second ? qobject_cast<const QLabel *>(first->widget()) : nullptr;
+        if (label && !label->isHidden())
+            widest = std::max(widest, label->sizeHint().width());
+    }
+    return widest;
+}
+
+/// Has the labels of all frames on show stand in one column. A frame that is but a table of channels has a
+/// narrow column of its own: the values need the room.
+void AlignLabels(const std::vector<PageFrame *> &frames)
+{
+    std::vector<QGridLayout *> grids;
+    int widest = 0;
+    for (const PageFrame *frame : frames) {
+        const auto *own = qobject_cast<const QGridLayout *>(frame->layout());
+        if (frame->isHidden() || !own || LabelWidth(own) == 0)
+            continue;
+        for (QGridLayout *grid : frame->findChildren<QGridLayout *>()) {
+            const int width = LabelWidth(grid);
+            if (width > 0)
+                grids.push_back(grid);
+            widest = std::max(widest, width);
+        }
+    }
+    for (QGridLayout *grid : grids)
+        grid->setColumnMinimumWidth(0, widest);
+}
 
 } // namespace
 
@@ -111,7 +152,12 @@ void PageSelection::LeftClick(const std::string &key)
     live_.End(); // that of the page before
     main_.ArrangePage();
     main_.OutputEditing = false; // what was typed and not sent goes with its page
+    if (key != main_.PageOnShow()) {
+        for (PageFrame *frame : pages_.Frames())
+            frame->Leave();
+    }
     ShowPage(key);
+    AlignLabels(pages_.Frames());
     main_.SetPageOnShow(key);
     // The page is painted before the bus is used.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);

@@ -72,7 +72,8 @@ protected:
         op.Click(Find(button));
         op.WaitFor(
             [&] {
-                return qobject_cast<vorn::FormCalibration *>(QApplication::activeModalWidget()) != nullptr;
+                const auto *form = qobject_cast<vorn::FormCalibration *>(QApplication::activeModalWidget());
+                return form && form->isActiveWindow(); // keys are for the window that is active
             },
             "the wizard");
     }

@@ -2,6 +2,7 @@
 // nothing is cut off, and no page is wider than the window at its start size. With VORN_PICTURES set to a
 // folder, a picture of each page is left there.
 
+#include "support/Looks.h"
 #include "support/RackOfOne.h"
 
 #include "logger/RecordWorkbook.h"
@@ -13,77 +14,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTemporaryDir>
 
-#include <cstdlib>
-
 namespace
 {
-
-struct Look {
-    const char *name;
-    double scale; ///< of the font
-    bool dark;
-};
-
-void PrintTo(const Look &look, std::ostream *out)
-{
-    *out << look.name;
-}
-
-constexpr Look Looks[] = {{"light", 1, false}, {"large", 1.5, false}, {"dark", 1, true}};
-
-QPalette DarkPalette()
-{
-    QPalette palette(QColor(45, 45, 48));
-    palette.setColor(QPalette::Base, QColor(30, 30, 32));
-    return palette;
-}
-
-/// The application's font and palette for as long as it lives.
-class AsSeen final
-{
-public:
-    explicit AsSeen(const Look &look) : font_(QApplication::font()), palette_(QApplication::palette())
-    {
-        QFont font = font_;
-        font.setPointSizeF(font.pointSizeF() * look.scale);
-        QApplication::setFont(font);
-        if (look.dark)
-            QApplication::setPalette(DarkPalette());
-    }
-    ~AsSeen()
-    {
-        QApplication::setFont(font_);
-        QApplication::setPalette(palette_);
-    }
-    AsSeen(const AsSeen &) = delete;
-    AsSeen &operator=(const AsSeen &) = delete;
-
-private:
-    QFont font_;
-    QPalette palette_;
-};
-
-/// Whether a control needs more room than it has. Entries and lists scroll what they hold.
-bool IsCutOff(const QWidget *control)
-{
-    const auto *label = qobject_cast<const QLabel *>(control);
-    if (label && label->wordWrap())
-        return false;
-    if (!label && !qobject_cast<const QAbstractButton *>(control))
-        return false;
-    const QSize needed = control->minimumSizeHint();
-    return control->width() < needed.width() || control->height() < needed.height();
-}
 
 class PageLookTest : public ::testing::TestWithParam<Look>, public RackOfOne
 {
@@ -91,11 +28,7 @@ protected:
     /// What is cut off of the page on show, and whether it is too wide at the usual font.
     std::string CutOff()
     {
-        std::string cut;
-        for (const QWidget *control : main().Frame1->findChildren<QWidget *>()) {
-            if (control->isVisible() && !control->objectName().isEmpty() && IsCutOff(control))
-                cut += " " + control->objectName().toStdString();
-        }
+        std::string cut = PartsCutOff(*main().Frame1);
         const auto *scroll = main().Frame1->findChild<QScrollArea *>(QStringLiteral("PageScroll"));
         const int beyond = scroll->horizontalScrollBar()->maximum();
         if (GetParam().scale == 1.0 && beyond > 0)
@@ -119,26 +52,26 @@ protected:
     void ExpectWhole(Operator &op, const std::string &name)
     {
         op.Gui([&] {
-            for (int pass = 0; pass < 3; ++pass) // a frame's layout asks for that of the frame around it
-                QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+            LayOut();
             EXPECT_EQ(CutOff(), "") << name;
-            if (const char *folder = std::getenv("VORN_PICTURES"))
-                main().grab().save(QStringLiteral("%1/%2-%3.png")
-                                       .arg(QString::fromLocal8Bit(folder),
-                                            QString::fromLatin1(GetParam().name),
-                                            QString::fromStdString(name)));
+            TakePicture(main(), GetParam(), name);
         });
     }
 };
 
-std::string NameOf(const ::testing::TestParamInfo<Look> &info)
+class PageArrangementTest : public ::testing::Test, public RackOfOne
 {
-    return info.param.name;
-}
+protected:
+    QPoint Place(const char *name)
+    {
+        const auto *control = Find(name);
+        return control->mapTo(&main(), QPoint(0, 0));
+    }
+};
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Looks, PageLookTest, ::testing::ValuesIn(Looks), NameOf);
+INSTANTIATE_TEST_SUITE_P(Looks, PageLookTest, ::testing::ValuesIn(Looks), NameOfLook);
 
 TEST_P(PageLookTest, OfModulesIsWhole)
 {
@@ -223,4 +156,43 @@ TEST_P(PageLookTest, OfTheLoggersTabsIsWhole)
         ExpectWhole(op, "7224M-Plot");
     });
     vorn::SetProgramDirectory({});
+}
+
+TEST_F(PageArrangementTest, CalibrationButtonsOfOneWidthStandInOneRowWhereThereIsRoom)
+{
+    Rack("7203 address=0A range=0E");
+    Operate([&](Operator &op) {
+        Open(op, "_0002!!0A7203");
+        op.Gui([&] {
+            const QSize start = main().size();
+            main().resize(1200, 900);
+            LayOut();
+            for (const char *button : {"CmdGSpan", "CmdGCJC"}) {
+                EXPECT_EQ(Place(button).y(), Place("CmdGZero").y());
+                EXPECT_NEAR(Find(button)->width(), Find("CmdGZero")->width(), 1);
+            }
+            main().resize(start);
+            LayOut();
+            EXPECT_EQ(Place("CmdGSpan").y(), Place("CmdGZero").y());
+            EXPECT_EQ(Place("CmdGCJC").x(), Place("CmdGZero").x()) << "in the next row";
+        });
+    });
+}
+
+TEST_F(PageArrangementTest, FieldsOfAllFramesOfAPageStandInOneColumn)
+{
+    Rack("3900E address=0A\nslot 2 3923 range=08");
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("250"));
+            main().Nodes.Add("KeyCOM002", "_0002!!0A3900", "(0A) 3900", "vorn5ico", "vorn5icoS");
+            main().Nodes.Add("_0002!!0A3900", "_0002210A3923", "CH 1", "vorn5sico", "vorn5sicoS");
+        });
+        Choose(op, "_0002210A3923");
+        op.Gui([&] {
+            LayOut();
+            for (const char *field : {"LabSDataFormatLab", "LabChannelValue", "HAlarmType", "HAlarmOutSlot"})
+                EXPECT_EQ(Place(field).x(), Place("LabSRangeLab").x()) << field;
+        });
+    });
 }
