@@ -286,6 +286,7 @@ TEST_F(LateConsoleTest, ClosingDuringTheLoadEndsIt)
     Operate([&](Operator &op) {
         bus.Hold("$0A2");
         op.Gui([&] {
+            clock.ticks = 1;
             main().Nodes.Add("KeyCOM002", "_0002!!0A7224P", "(0A)", "vorn4ico", "vorn4icoS");
             LeftClick("_0002!!0A7224P");
         });
