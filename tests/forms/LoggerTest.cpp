@@ -1042,7 +1042,7 @@ TEST_F(LoggerTest, ADamagedWorkbookIsReadOrRefused)
     const auto random = [&state] { return (state = state * 1664525U + 1013904223U) >> 8U; };
     for (int round = 0; round < 150; ++round) {
         std::string bytes = whole;
-        for (unsigned change = 0; change <= round % 3U; ++change)
+        for (int change = 0; change <= round % 3; ++change)
             bytes[random() % bytes.size()] = static_cast<char>(random());
         if (round % 10 == 0)
             bytes.resize(random() % bytes.size());
