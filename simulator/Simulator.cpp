@@ -103,12 +103,16 @@ void Simulator::Run()
 /// plugged in or pulled during the wait.
 void Simulator::Turn()
 {
+    for (const auto &port : ports_)
+        Serve(*port);
+}
+
+void Simulator::Serve(Port &port) const
+{
     const double time = clock_();
-    for (const auto &port : ports_) {
-        port->NoticeHosts();
-        port->Receive(time, Clock::now());
-        port->Send(time, Clock::now());
-    }
+    port.NoticeHosts();
+    port.Receive(time, Clock::now());
+    port.Send(time, Clock::now());
 }
 
 Port &Simulator::Find(int port) const
@@ -120,12 +124,11 @@ Port &Simulator::Find(int port) const
     return **found;
 }
 
-/// Reads what the host has sent so far, so that the caller's answer doesn't depend on whether our thread has
-/// had its turn. Wakes the thread to send the replies.
+/// Reads and answers what the host has sent so far, so that the caller's answer doesn't depend on whether our
+/// thread has had its turn. Wakes the thread to send what is due later.
 Port &Simulator::CaughtUp(Port &port) const
 {
-    port.NoticeHosts();
-    port.Receive(clock_(), Clock::now());
+    Serve(port);
     Wake();
     return port;
 }

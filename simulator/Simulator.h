@@ -94,6 +94,7 @@ private:
     Port &CaughtUp(Port &port) const;
     void Run();
     void Turn();
+    void Serve(Port &port) const;
     void Wake() const;
 
     mutable std::mutex mutex_;

@@ -154,7 +154,7 @@ protected:
     void OpenUnit(Operator &op)
     {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("250"));
+            main().TextTimeOut->setText(QStringLiteral("500"));
             main().Nodes.Add("KeyCOM002", Unit, "(00 ) 3900", "vorn5ico", "vorn5icoS");
             main().Nodes.Add(Unit, "_00020!003962", "(S0) 3962", "vorn5cico", "vorn5cicoS");
         });

@@ -26,10 +26,10 @@ class QTreeWidgetItem;
 class TestClock final : public vorn::Clock
 {
 public:
-    std::optional<double> timeOfDay;         ///< seconds since midnight
-    std::function<void()> looked;            ///< called at each look at that time, before it is told
-    std::optional<std::uint32_t> ticks;      ///< stands still: no time-out ever comes
-    std::uint32_t slowness = BUILD_SLOWNESS; ///< milliseconds of a tick: time-outs come later
+    std::optional<double> timeOfDay;    ///< seconds since midnight
+    std::function<void()> looked;       ///< called at each look at that time, before it is told
+    std::optional<std::uint32_t> ticks; ///< stands still: no time-out ever comes
+    std::uint32_t slowness = 1;         ///< milliseconds of a tick: time-outs that nobody can set come later
 
     std::uint32_t GetTickCount() const override { return ticks ? *ticks : Clock::GetTickCount() / slowness; }
     double Timer() const override
