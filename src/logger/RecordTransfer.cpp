@@ -2,15 +2,18 @@
 
 #include "logger/MemoryFiles.h"
 #include "platform/Animation.h"
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Events.h"
 #include "shell/FormMain.h"
 #include "shell/FormScan.h"
+#include "shell/TimeLeft.h"
 
 #include <QLabel>
 #include <QProgressBar>
 #include <QTimer>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <utility>
@@ -58,7 +61,8 @@ void RecordTransfer::Run()
     } catch (const WorkbookError &error) {
         if (Window())
             Window()->close();
-        TellFileFault(MemoryFileName, "can't be written", error.what());
+        const std::string kept = book_ ? "\rIt holds the records that were written before." : "";
+        TellFileFault(MemoryFileName, "can't be written", error.what() + kept);
     }
 }
 
@@ -90,8 +94,10 @@ void RecordTransfer::ReadRecords(RecordKind kind, int count)
     commits.start(BetweenCommits);
     QElapsedTimer sinceYield;
     sinceYield.start();
-    for (int number = 0; number < count; ++number) {
-        ShowRecord(number);
+    int number = 0;
+    begin_ = main_.Time.Timer();
+    for (; number < count; ++number) {
+        ShowRecord(number, count);
         ReadRecord(kind, number);
         // The waits for the replies serve the windows, too; a bus without waits doesn't get to them.
         if (sinceYield.elapsed() >= BetweenYields) {
@@ -102,6 +108,8 @@ void RecordTransfer::ReadRecords(RecordKind kind, int count)
             break;
     }
     commits.stop();
+    shown_.invalidate();
+    ShowRecord(std::min(number, count - 1), count); // the last one, however soon it came
     Commit();
 }
 
@@ -130,14 +138,25 @@ void RecordTransfer::ShowWindow(RecordKind kind, int count)
 }
 
 /// However fast the records come, they are shown 25 times a second at most.
-void RecordTransfer::ShowRecord(int number)
+void RecordTransfer::ShowRecord(int number, int count)
 {
     if (shown_.isValid() && shown_.elapsed() < BetweenPictures)
         return;
     shown_.start();
-    if (Window())
+    if (Window()) {
         Window()->ProgressBar1->setValue(number);
+        ShowTimeLeft(number, count);
+    }
     Q_EMIT AtRecord(number);
+}
+
+/// By the time that the records took so far; the first ones tell too little.
+void RecordTransfer::ShowTimeLeft(int done, int count)
+{
+    constexpr double Least = 1; // seconds
+    const double gone = ElapsedSeconds(main_.Time, begin_);
+    if (done > 0 && gone >= Least)
+        Window()->LabTimeLeft->setText(QString::fromStdString(TimeLeftText(gone / done * (count - done))));
 }
 
 void RecordTransfer::Commit()
