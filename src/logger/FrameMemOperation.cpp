@@ -131,6 +131,14 @@ void FrameMemOperation::ReadState(const NodeKey &node)
         OptionMOmode[*state == "1" ? 1 : 0]->setChecked(true);
 }
 
+/// Whether one module records tells nothing of another, which may not answer.
+void FrameMemOperation::Leave()
+{
+    PageFrame::Leave();
+    ChooseNone(OptionMOmode);
+    MemoryData->clear();
+}
+
 void FrameMemOperation::OptionMOmode_Click(const NodeKey &node, int element)
 {
     RefreshHold hold(main());

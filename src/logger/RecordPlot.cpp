@@ -51,6 +51,9 @@ RecordPlot::RecordPlot(QWidget *parent) : QWidget(parent), plot_(new QCustomPlot
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plot_);
+    for (QCPAxis *axis : {plot_->xAxis, plot_->yAxis})
+        connect(axis, qOverload<const QCPRange &, const QCPRange &>(&QCPAxis::rangeChanged), this,
+                [this, axis](const QCPRange &range, const QCPRange &before) { Bound(axis, range, before); });
     TakePalette();
 }
 
@@ -74,12 +77,15 @@ void RecordPlot::Show(const RecordSheet &sheet, RecordKind kind)
 
 void RecordPlot::ShowWhole()
 {
+    whole_.clear();
     plot_->rescaleAxes();
     for (QCPAxis *axis : {plot_->xAxis, plot_->yAxis}) {
         if (axis->range().size() <= 0)
             axis->setRange(axis->range().center(), 1, Qt::AlignCenter);
         axis->scaleRange(1.0 + MoveStep);
     }
+    for (const QCPAxis *axis : {plot_->xAxis, plot_->yAxis})
+        whole_[axis] = {axis->range().lower, axis->range().upper};
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
@@ -154,6 +160,20 @@ void RecordPlot::TakePalette()
         plot_->graph(i)->setPen(
             PenOf(plot_->graph(i)->property("Channel").toInt(), base.lightness() < Middle));
     plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+/// Keeps the records findable: nothing is zoomed or moved until only emptiness, or one number, is in sight.
+void RecordPlot::Bound(QCPAxis *axis, const QCPRange &range, const QCPRange &before)
+{
+    constexpr double Closest = 1e-6, Farthest = 10; // of the whole
+    const auto whole = whole_.constFind(axis);
+    if (whole == whole_.constEnd())
+        return;
+    const auto [lower, upper] = *whole;
+    const double size = range.size() / (upper - lower);
+    const bool inSight = range.lower < upper && range.upper > lower;
+    if (size < Closest || size > Farthest || !inSight)
+        axis->setRange(before);
 }
 
 void RecordPlot::Zoom(double factor)
