@@ -121,6 +121,7 @@ void FrameMAlarmset::CmdMAlarmUpdate_Click(const NodeKey &node, const std::vecto
     NoteChanged();
     ReloadTab(node);
     MsgBox("Alarm Limit setting is complete !", MsgBoxStyle::Information, "Alarm Limit setting is complete");
+    main().NowStatus("");
 }
 
 } // namespace vorn

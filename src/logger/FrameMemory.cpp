@@ -45,9 +45,8 @@ FrameMemory::FrameMemory(FormMain &main) : PageFrame(main, "FrameMemory", "Memor
     grid.Row(MakeLabel(this, QStringLiteral("LabMStand"), "Stand mode :", CheckMStandmode), CheckMStandmode);
     grid.Row(MakeLabel(this, QStringLiteral("LabMStorage"), "Storage &mode :", CmbDataStorage),
              CmbDataStorage);
-    auto *type = SideBySide({OptionStorageType[0], OptionStorageType[1]});
-    type->addStretch();
-    grid.WideRow(type);
+    grid.Row(MakeLabel(this, QStringLiteral("LabMType"), "Storage type :"),
+             {OptionStorageType[0], OptionStorageType[1]});
     grid.Row(MakeLabel(this, QStringLiteral("LabMInterval"), "Sampling &interval :", TextSamplinginterval),
              TextSamplinginterval, MakeLabel(this, QStringLiteral("LabMIntervalUnit"), "s"));
     grid.Buttons({CmdMemConfig});
@@ -127,6 +126,7 @@ void FrameMemory::CmdMemConfig_Click(const NodeKey &node, const std::string &con
     else
         MsgBox("Configuration is invalid !", MsgBoxStyle::Critical, "Configuration is invalid");
     ReloadTab(node);
+    main().NowStatus("");
 }
 
 } // namespace vorn

@@ -69,8 +69,29 @@ void RecordTransfer::Run()
 /// Number of records of a kind; none if the module doesn't tell it.
 int RecordTransfer::Count(Register count)
 {
+    return RecordCount(Ask(Query(count, node_)));
+}
+
+/// A transaction whose reply is that of its own command: neither what an earlier one left in place, nor what
+/// came too late for it.
+std::string RecordTransfer::Ask(std::string command)
+{
     main_.ReplyText.clear();
-    return RecordCount(main_.trans(Query(count, node_), node_.checksum()));
+    std::string reply = main_.trans(command, node_.checksum());
+    if (reply.empty())
+        AwaitQuiet();
+    return reply;
+}
+
+/// Lets a reply come that is late, and go by: nothing in it tells whose it is, so that it would be taken for
+/// the next one.
+void RecordTransfer::AwaitQuiet()
+{
+    constexpr double Quiet = 1; // seconds
+    constexpr int Look = 20;    // milliseconds between two looks at the clock
+    const double begin = main_.Time.Timer();
+    while (!main_.StopScan && !main_.TransBusy && ElapsedSeconds(main_.Time, begin) < Quiet)
+        WaitForEvents(Look);
 }
 
 void RecordTransfer::Transfer(RecordKind kind, int count)
@@ -117,8 +138,7 @@ void RecordTransfer::ReadRecords(RecordKind kind, int count)
 void RecordTransfer::ReadRecord(RecordKind kind, int number)
 {
     const std::string address = RecordAddress(FirstRecord(kind, mixed_) + number);
-    main_.ReplyText.clear(); // what a broken reply leaves in place is another record
-    const std::string reply = main_.trans(Write(Register::MemoryRecord, node_, address), node_.checksum());
+    const std::string reply = Ask(Write(Register::MemoryRecord, node_, address));
     if (const auto record = DecodeRecord(kind, number, reply))
         book_->Add(*record);
 }

@@ -35,6 +35,8 @@ Q_SIGNALS:
 
 private:
     int Count(Register count);
+    std::string Ask(std::string command);
+    void AwaitQuiet();
     void Transfer(RecordKind kind, int count);
     void ReadRecords(RecordKind kind, int count);
     void ReadRecord(RecordKind kind, int number);

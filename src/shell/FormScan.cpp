@@ -59,6 +59,8 @@ FormScan::FormScan(FormMain &main, ProgressOf work) : QWidget(nullptr, Qt::Windo
     ProgressBar1->setRange(0, LastAddress);
     ProgressBar1->setValue(0);
     ProgressBar1->setTextVisible(false);
+    constexpr int TitleLetters = 44; // a title with what the window manager puts beside it
+    ProgressBar1->setMinimumWidth(TitleLetters * fontMetrics().averageCharWidth());
     Command1 =
         Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
               "Command1");

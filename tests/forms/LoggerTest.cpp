@@ -174,6 +174,7 @@ protected:
         op.Gui([&] {
             EXPECT_TRUE(main().isEnabled());
             EXPECT_EQ(main().cursor().shape(), Qt::ArrowCursor);
+            EXPECT_EQ(Status(), ""); // nothing is being processed
             EXPECT_EQ(Find("CmdMemoryDataRead")->isEnabled(), hasFile);
             EXPECT_EQ(main().focusWidget(), Find("CmdTransferData"));
             EXPECT_TRUE(main().PauseRefresh);
@@ -359,6 +360,7 @@ TEST_F(LoggerTest, AMemoryConfigurationIsWrittenAndReadBack)
             // Written from element 0, it comes back as element 1.
             EXPECT_TRUE(Ticked("OptionStorageType_1"));
             EXPECT_EQ(main().cursor().shape(), Qt::ArrowCursor);
+            EXPECT_EQ(Status(), "");
             EXPECT_TRUE(main().PauseRefresh);
         });
         EXPECT_EQ(FrameOnShow(op), "FrameMemory ");
@@ -498,6 +500,8 @@ TEST_F(LoggerTest, OnlyLimitsOfEditedChannelsAreWritten)
             rack().ClearTrace();
         });
         op.AnswerBox("Alarm Limit setting is complete !", 64, "Alarm Limit setting is complete");
+        AwaitActions(op);
+        op.Gui([&] { EXPECT_EQ(Status(), ""); });
         // Nothing was edited since.
         op.Click(Find("CmdMAlarmUpdate"));
         op.AnswerBox("Alarm Limit setting is complete !", 64, "Alarm Limit setting is complete");
@@ -1037,6 +1041,49 @@ TEST_F(HurriedLogger, AnAdapterPulledInTheFirstPartIsToldOnce)
     });
 }
 
+TEST_F(HurriedLogger, AReplyThatComesTooLateIsNoOtherRecord)
+{
+    OnBus("memory=FF000000A records=9", [&](Operator &op) {
+        ToTab(op, Operation);
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("60"));
+            clock.timeOfDay = 1000;
+        });
+        Bus().Hold("@0AR0003");
+        op.Click(Find("CmdTransferData"));
+        AwaitHeld(op, "@0AR0003");
+        op.WaitFor([&] { return !main().TransBusy; }, "the end of the time-out");
+        Bus().Release();
+        op.Gui([&] {
+            EXPECT_EQ(Bus().Lines().back(), "@0AR0003");
+            clock.timeOfDay = 1002;
+        });
+        Answer(op, DataDone);
+        ExpectAfterwards(op);
+        ExpectSheet(RecordKind::Standard, 9, {3});
+    });
+}
+
+TEST_F(HurriedLogger, AStopNeedsNotWaitForALateReply)
+{
+    OnBus("memory=FF000000A records=9", [&](Operator &op) {
+        ToTab(op, Operation);
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("60"));
+            clock.timeOfDay = 1000; // and stays
+        });
+        Bus().Hold("@0AR0003");
+        op.Click(Find("CmdTransferData"));
+        AwaitHeld(op, "@0AR0003");
+        op.WaitFor([&] { return !main().TransBusy; }, "the end of the time-out");
+        op.Gui([&] { Window()->Command1->click(); });
+        Answer(op, DataDone);
+        Bus().Release();
+        ExpectAfterwards(op);
+        ExpectSheet(RecordKind::Standard, 3);
+    });
+}
+
 TEST_F(HurriedLogger, TheTimeLeftIsToldByTheRecordsSoFar)
 {
     OnBus("memory=FF000000A records=100", [&](Operator &op) {
@@ -1211,6 +1258,85 @@ TEST_F(LoggerTest, TheSheetIsPlottedSavedAndExported)
         op.Gui([&] {
             EXPECT_EQ(plot->xAxis->label(), QStringLiteral("Time stamp"));
             EXPECT_DOUBLE_EQ(plot->graph(0)->data()->at(1)->key, 65536 + 8 * 60);
+        });
+    });
+}
+
+TEST_F(LoggerTest, AFullDiskTakesNeitherPlotNorSheet)
+{
+    MakeTemplate();
+    for (const char *name : {"plot.png", "plot.svg", "sheet.csv"})
+        std::filesystem::create_symlink("/dev/full", File(name));
+    OnPage("memory=FF000000A records=50", [&](Operator &op) {
+        BeginTransfer(op);
+        Answer(op, DataDone);
+        AwaitActions(op);
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        for (const char *name : {"plot.png", "plot.svg"}) {
+            op.Click(Find("CmdSavePlot"));
+            op.AnswerFile("Save plot", "Memory.png", File(name).string());
+            AcceptFault(op, std::string(name) + " can't be written :\nNo space left");
+            AwaitActions(op);
+        }
+        op.Click(Find("CmdExportSheet"));
+        op.AnswerFile("Export records", "Memory.csv", File("sheet.csv").string());
+        AcceptFault(op, "sheet.csv can't be written :\nNo space left");
+    });
+}
+
+TEST_F(LoggerTest, ThePlotKeepsItsRecordsInSight)
+{
+    MakeTemplate();
+    OnPage("memory=FF000000A records=50", [&](Operator &op) {
+        BeginTransfer(op);
+        Answer(op, DataDone);
+        AwaitActions(op);
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        auto *plot = Find<QCustomPlot>("PlotOfRecords");
+        const auto range = [&] { return op.Gui([&] { return plot->xAxis->range(); }); };
+        const QCPRange whole = range();
+        const auto press = [&](Qt::Key key, int times) {
+            op.Gui([&] {
+                for (int i = 0; i < times; ++i)
+                    QTest::keyClick(Find("PlotReadMemory"), key);
+            });
+        };
+        press(Qt::Key_Plus, 80);
+        EXPECT_GT(range().size(), whole.size() * 1e-6);
+        EXPECT_LT(range().size(), whole.size() * 1e-4);
+        press(Qt::Key_Minus, 100);
+        EXPECT_LE(range().size(), whole.size() * 10);
+        EXPECT_GT(range().size(), whole.size() * 5);
+        for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left}) {
+            press(key, 60);
+            EXPECT_LT(range().lower, whole.upper);
+            EXPECT_GT(range().upper, whole.lower);
+        }
+        press(Qt::Key_Home, 1);
+        EXPECT_DOUBLE_EQ(range().size(), whole.size());
+    });
+}
+
+TEST_F(LoggerTest, ASingleRecordIsPlottedByAScaleOfItsOwn)
+{
+    MakeTemplate();
+    OnPage("memory=FF020000A records=50 eventrecords=1", [&](Operator &op) {
+        BeginTransfer(op);
+        Answer(op, DataDone);
+        Answer(op, EventsDone);
+        AwaitActions(op);
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        op.Click(Find("OptionDataMode_1"));
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        op.Gui([&] {
+            const auto *plot = Find<QCustomPlot>("PlotOfRecords");
+            EXPECT_DOUBLE_EQ(plot->xAxis->range().center(), 65536);
+            EXPECT_LT(plot->xAxis->range().size(), 2);
+            EXPECT_LT(plot->yAxis->range().size(), 2);
         });
     });
 }
