@@ -1,9 +1,9 @@
 #include "firmware/DownloadProgress.h"
 
 #include "firmware/FirmwareImage.h"
+#include "shell/TimeLeft.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vorn
 {
@@ -68,10 +68,7 @@ double DownloadTimeLeft::Seconds() const
 
 std::string DownloadTimeLeft::Text() const
 {
-    constexpr long Minute = 60;
-    const long seconds = std::lround(std::ceil(Seconds()));
-    const std::string minutes = seconds >= Minute ? std::to_string(seconds / Minute) + " min " : "";
-    return "About " + minutes + std::to_string(seconds % Minute) + " s left";
+    return TimeLeftText(Seconds());
 }
 
 } // namespace vorn

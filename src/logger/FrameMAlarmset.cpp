@@ -12,8 +12,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include <utility>
-
 namespace vorn
 {
 
@@ -35,7 +33,9 @@ FrameMAlarmset::FrameMAlarmset(FormMain &main) : PageFrame(main, "FrameMAlarmset
         limits->addWidget(TextLAlarm[e], i + 1, 2);
     }
     CmdMAlarmUpdate = MakeButton(this, QStringLiteral("CmdMAlarmUpdate"), "U&pdate");
-    OnClick(main, CmdMAlarmUpdate, this, [this](const NodeKey &node) { CmdMAlarmUpdate_Click(node); });
+    Writes(CmdMAlarmUpdate, [this] {
+        return [this, updates = Updates()](const NodeKey &node) { CmdMAlarmUpdate_Click(node, updates); };
+    });
     FrameGrid grid(this);
     grid.WideRow(limits);
     grid.Buttons({CmdMAlarmUpdate});
@@ -60,8 +60,25 @@ void FrameMAlarmset::ReadLimits(const NodeKey &node)
         ShowText(TextHAlarm[static_cast<std::size_t>(i)], limits.high);
         ShowText(TextLAlarm[static_cast<std::size_t>(i)], limits.low);
     }
+    NoteChanged();
+}
+
+/// Of what was changed only what was so behind the press of the present action counts from here on.
+void FrameMAlarmset::NoteChanged()
+{
     for (std::size_t i = 0; i < changed_.size(); ++i)
         changed_[i] = IsTouched(TextHAlarm[i]) || IsTouched(TextLAlarm[i]);
+}
+
+/// The limits of one module are none of another, which may not answer.
+void FrameMAlarmset::Leave()
+{
+    PageFrame::Leave();
+    for (std::size_t i = 0; i < changed_.size(); ++i) {
+        TextHAlarm[i]->clear();
+        TextLAlarm[i]->clear();
+    }
+    ClearChanged();
 }
 
 void FrameMAlarmset::AllowLimits(int storageMode)
@@ -79,25 +96,32 @@ void FrameMAlarmset::AllowLimits(int storageMode)
     Allow(CmdMAlarmUpdate, any, "The storage mode uses no limits.");
 }
 
-void FrameMAlarmset::CmdMAlarmUpdate_Click(const NodeKey &node)
+std::vector<FrameMAlarmset::Update> FrameMAlarmset::Updates() const
+{
+    std::vector<Update> updates;
+    for (int i = 0; i < Channels; ++i) {
+        const auto e = static_cast<std::size_t>(i);
+        if (changed_[e])
+            updates.push_back({i, MemoryLimitText(FromQString(TextHAlarm[e]->text())) +
+                                      MemoryLimitText(FromQString(TextLAlarm[e]->text()))});
+    }
+    return updates;
+}
+
+void FrameMAlarmset::CmdMAlarmUpdate_Click(const NodeKey &node, const std::vector<Update> &updates)
 {
     main().NowStatus("Alarm Limit setting is processing , Please wait moment....");
     RefreshHold hold(main());
     hold.Keep();
-    // What is typed from here on belongs to the next update.
-    const auto changed = std::exchange(changed_, {});
-    std::array<std::string, Channels> limits;
-    for (std::size_t i = 0; i < limits.size(); ++i)
-        limits[i] = MemoryLimitText(FromQString(TextHAlarm[i]->text())) +
-                    MemoryLimitText(FromQString(TextLAlarm[i]->text()));
-    for (int i = 0; i < Channels; ++i) {
-        const auto e = static_cast<std::size_t>(i);
-        if (changed[e] && !Store(main(), node, Write(Register::MemoryLimits, node, limits[e], i)))
-            MsgBox("Channel " + std::to_string(i) + " Alarm Limit setting error !", MsgBoxStyle::Critical,
-                   "Alarm Limit setting error");
+    for (const auto &[channel, limits] : updates) {
+        if (!Store(main(), node, Write(Register::MemoryLimits, node, limits, channel)))
+            MsgBox("Channel " + std::to_string(channel) + " Alarm Limit setting error !",
+                   MsgBoxStyle::Critical, "Alarm Limit setting error");
     }
+    NoteChanged();
     ReloadTab(node);
     MsgBox("Alarm Limit setting is complete !", MsgBoxStyle::Information, "Alarm Limit setting is complete");
+    main().NowStatus("");
 }
 
 } // namespace vorn

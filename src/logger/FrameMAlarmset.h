@@ -4,6 +4,8 @@
 
 #include <array>
 #include <functional>
+#include <string>
+#include <vector>
 
 class QLineEdit;
 class QPushButton;
@@ -19,6 +21,7 @@ public:
 
     static constexpr int Channels = 8;
 
+    void Leave() override;
     /// Reads the limits of all channels. What the operator types meanwhile stays, and counts as changed.
     void ReadLimits(const NodeKey &node);
     /// Forgets which channels the operator has changed.
@@ -32,8 +35,15 @@ public:
     QPushButton *CmdMAlarmUpdate;
 
 private:
+    /// Limits of a channel that the operator has changed, as they go over the wire.
+    struct Update {
+        int channel;
+        std::string limits;
+    };
     QLineEdit *MakeLimit(const char *array, int channel, const QString &accessibleName);
-    void CmdMAlarmUpdate_Click(const NodeKey &node);
+    void NoteChanged();
+    std::vector<Update> Updates() const;
+    void CmdMAlarmUpdate_Click(const NodeKey &node, const std::vector<Update> &updates);
 
     std::array<bool, Channels> changed_{}; ///< channels whose limits the operator has changed
 };

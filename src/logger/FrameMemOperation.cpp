@@ -92,18 +92,16 @@ void FrameMemOperation::BuildView()
 void FrameMemOperation::LayOut()
 {
     FrameGrid grid(this);
-    auto *mode = SideBySide({OptionMOmode[1], OptionMOmode[0]});
-    mode->addStretch();
-    mode->addWidget(CmdTransferData);
-    grid.WideRow(mode);
-    auto *records = SideBySide({OptionDataMode[0], OptionDataMode[1]});
-    records->addStretch();
-    records->addWidget(MakeLabel(this, QStringLiteral("LabMemoryData"), "Record :"));
-    records->addWidget(MemoryData);
-    records->addWidget(CmdMemoryDataRead);
-    grid.WideRow(records);
+    grid.Row(MakeLabel(this, QStringLiteral("LabMOmode"), "Recording :"), {OptionMOmode[1], OptionMOmode[0]});
+    grid.Row(MakeLabel(this, QStringLiteral("LabDataMode"), "Records shown :"),
+             {OptionDataMode[0], OptionDataMode[1]});
+    auto *transfer = SideBySide({MakeLabel(this, QStringLiteral("LabMemoryData"), "Record :"), MemoryData});
+    transfer->addStretch();
+    transfer->addWidget(CmdTransferData);
+    transfer->addWidget(CmdMemoryDataRead);
+    grid.WideRow(transfer);
     grid.WideRow(DBGridReadMemory);
-    grid.WideRow(PlotReadMemory);
+    grid.Layout()->setRowStretch(grid.WideRow(PlotReadMemory), 1);
     grid.Buttons({CmdWholePlot, CmdSavePlot, CmdExportSheet});
 }
 
@@ -117,6 +115,8 @@ void FrameMemOperation::Enter()
 void FrameMemOperation::ShowView(bool show)
 {
     ShowAll({DBGridReadMemory, PlotReadMemory, CmdWholePlot, CmdSavePlot, CmdExportSheet}, show);
+    constexpr int All = 1000; // the plot takes what the window has
+    main().PageLayout()->setStretchFactor(this, show ? All : 0);
 }
 
 void FrameMemOperation::AllowReading()
@@ -129,6 +129,14 @@ void FrameMemOperation::ReadState(const NodeKey &node)
     const std::string reply = main().trans(Query(Register::Recording, node), node.checksum());
     if (const auto state = ValueOf(Register::Recording, node, reply); state == "0" || state == "1")
         OptionMOmode[*state == "1" ? 1 : 0]->setChecked(true);
+}
+
+/// Whether one module records tells nothing of another, which may not answer.
+void FrameMemOperation::Leave()
+{
+    PageFrame::Leave();
+    ChooseNone(OptionMOmode);
+    MemoryData->clear();
 }
 
 void FrameMemOperation::OptionMOmode_Click(const NodeKey &node, int element)
@@ -157,12 +165,14 @@ void FrameMemOperation::CmdTransferData_Click(const NodeKey &node)
     }
     CmdTransferData->setFocus();
     main().unsetCursor();
+    main().NowStatus(""); // nothing is being processed any more
 }
 
 void FrameMemOperation::CmdMemoryDataRead_Click()
 {
     const auto kind = OptionDataMode[0]->isChecked() ? RecordKind::Standard : RecordKind::Event;
     try {
+        const Hourglass reading(main());
         records_->Show(ReadSheetBeside(MemoryFilePath(), kind));
         PlotReadMemory->Show(records_->Sheet(), kind);
         DBGridReadMemory->resizeColumnsToContents();

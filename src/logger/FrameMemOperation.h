@@ -22,6 +22,7 @@ class FrameMemOperation final : public PageFrame
 public:
     explicit FrameMemOperation(FormMain &main);
 
+    void Leave() override;
     /// Begins with the frame as its tab is chosen: nothing shown of a workbook.
     void Enter();
     /// Shows whether the module records.

@@ -31,7 +31,11 @@ FrameMemory::FrameMemory(FormMain &main) : PageFrame(main, "FrameMemory", "Memor
     BuildChannels();
     BuildSettings();
     CmdMemConfig = MakeButton(this, QStringLiteral("CmdMemConfig"), "&Update");
-    OnClick(main, CmdMemConfig, this, [this](const NodeKey &node) { CmdMemConfig_Click(node); });
+    Writes(CmdMemConfig, [this] {
+        return [this, configuration = Configuration()](const NodeKey &node) {
+            CmdMemConfig_Click(node, configuration);
+        };
+    });
 
     FrameGrid grid(this);
     auto *channels = new QGridLayout;
@@ -41,9 +45,8 @@ FrameMemory::FrameMemory(FormMain &main) : PageFrame(main, "FrameMemory", "Memor
     grid.Row(MakeLabel(this, QStringLiteral("LabMStand"), "Stand mode :", CheckMStandmode), CheckMStandmode);
     grid.Row(MakeLabel(this, QStringLiteral("LabMStorage"), "Storage &mode :", CmbDataStorage),
              CmbDataStorage);
-    auto *type = SideBySide({OptionStorageType[0], OptionStorageType[1]});
-    type->addStretch();
-    grid.WideRow(type);
+    grid.Row(MakeLabel(this, QStringLiteral("LabMType"), "Storage type :"),
+             {OptionStorageType[0], OptionStorageType[1]});
     grid.Row(MakeLabel(this, QStringLiteral("LabMInterval"), "Sampling &interval :", TextSamplinginterval),
              TextSamplinginterval, MakeLabel(this, QStringLiteral("LabMIntervalUnit"), "s"));
     grid.Buttons({CmdMemConfig});
@@ -90,23 +93,40 @@ void FrameMemory::ShowConfiguration(const std::string &reply)
     ShowText(TextSamplinginterval, reading.interval);
 }
 
-void FrameMemory::CmdMemConfig_Click(const NodeKey &node)
+/// The configuration of one module is none of another, which may not answer.
+void FrameMemory::Leave()
 {
-    main().NowStatus("Now Memory Configuration is processing , Please wait moment....");
-    RefreshHold hold(main());
-    hold.Keep();
+    PageFrame::Leave();
+    for (QCheckBox *channel : CheckCH)
+        channel->setChecked(false);
+    CheckMStandmode->setChecked(false);
+    CmbDataStorage->setCurrentIndex(-1);
+    ChooseNone(OptionStorageType);
+    TextSamplinginterval->clear();
+}
+
+std::string FrameMemory::Configuration() const
+{
     MemoryConfiguration configuration{.standMode = CheckMStandmode->isChecked(),
                                       .storageMode = CmbDataStorage->currentIndex(),
                                       .normal = OptionStorageType[0]->isChecked(),
                                       .interval = FromQString(TextSamplinginterval->text())};
     for (int i = 0; i < Channels; ++i)
         SetBit(configuration.channels, i, CheckCH[static_cast<std::size_t>(i)]->isChecked());
-    if (Store(main(), node,
-              Write(Register::MemoryConfiguration, node, MemoryConfigurationText(configuration))))
+    return MemoryConfigurationText(configuration);
+}
+
+void FrameMemory::CmdMemConfig_Click(const NodeKey &node, const std::string &configuration)
+{
+    main().NowStatus("Now Memory Configuration is processing , Please wait moment....");
+    RefreshHold hold(main());
+    hold.Keep();
+    if (Store(main(), node, Write(Register::MemoryConfiguration, node, configuration)))
         MsgBox("Configuration is successful !", MsgBoxStyle::Information, "Configuration is successful");
     else
         MsgBox("Configuration is invalid !", MsgBoxStyle::Critical, "Configuration is invalid");
     ReloadTab(node);
+    main().NowStatus("");
 }
 
 } // namespace vorn

@@ -21,6 +21,7 @@ class FrameMemory final : public PageFrame
 public:
     explicit FrameMemory(FormMain &main);
 
+    void Leave() override;
     /// Shows what a reply to "@AAD" says: the storage mode, or all but that.
     void ShowStorageMode(const std::string &reply);
     void ShowConfiguration(const std::string &reply);
@@ -38,7 +39,9 @@ public:
 private:
     void BuildChannels();
     void BuildSettings();
-    void CmdMemConfig_Click(const NodeKey &node);
+    /// The configuration on the wire, as the controls tell it.
+    std::string Configuration() const;
+    void CmdMemConfig_Click(const NodeKey &node, const std::string &configuration);
 };
 
 } // namespace vorn

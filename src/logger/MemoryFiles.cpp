@@ -53,6 +53,9 @@ RecordSheet ReadSheetBeside(const QString &path, RecordKind kind)
 {
     constexpr int Look = 20;              // milliseconds between two looks at the process
     constexpr qint64 LongestRead = 60000; // milliseconds
+    const QFileInfo file(path);
+    if (file.exists() && !file.isFile())
+        throw WorkbookError(NoFile().toStdString()); // to open a pipe would wait for good
     QProcess reader;
     reader.start(ReaderProgram(), {path, QString::fromLatin1(SheetNames.at(static_cast<std::size_t>(kind)))});
     QElapsedTimer since;

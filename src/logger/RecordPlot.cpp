@@ -19,6 +19,8 @@ namespace
 constexpr double ZoomStep = 0.8;
 constexpr double MoveStep = 0.1; // of what is in sight
 constexpr int Colours = 8;
+constexpr double Least = 0.001;     // part of the room
+constexpr int TimeStampDigits = 10; // of the longest number along an axis
 
 /// Colours that differ from their neighbours and can be seen on light and dark; channels from 8 on are
 /// dashed.
@@ -42,7 +44,17 @@ RecordPlot::RecordPlot(QWidget *parent) : QWidget(parent), plot_(new QCustomPlot
     plot_->axisRect()->setRangeDrag(Qt::Horizontal | Qt::Vertical);
     plot_->axisRect()->setRangeZoom(Qt::Horizontal | Qt::Vertical);
     plot_->legend->setVisible(true);
-    plot_->axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignRight);
+    // Beside the lines, and over none of them.
+    auto *side = new QCPLayoutGrid;
+    plot_->plotLayout()->addElement(0, 1, side);
+    plot_->plotLayout()->setColumnStretchFactor(1, Least);
+    side->addElement(0, 0, plot_->legend);
+    side->addElement(1, 0, new QCPLayoutElement(plot_));
+    side->setRowStretchFactor(0, Least);
+    plot_->legend->setFillOrder(QCPLegend::foRowsFirst);
+    plot_->legend->setWrap(Colours);
+    for (QCPAxis *axis : {plot_->xAxis, plot_->yAxis})
+        axis->setNumberPrecision(TimeStampDigits);
     plot_->yAxis->setLabel(QStringLiteral("Value"));
     // Tens of thousands of points: thin lines are drawn by far faster.
     plot_->setNoAntialiasingOnDrag(true);
@@ -51,6 +63,9 @@ RecordPlot::RecordPlot(QWidget *parent) : QWidget(parent), plot_(new QCustomPlot
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plot_);
+    for (QCPAxis *axis : {plot_->xAxis, plot_->yAxis})
+        connect(axis, qOverload<const QCPRange &, const QCPRange &>(&QCPAxis::rangeChanged), this,
+                [this, axis](const QCPRange &range, const QCPRange &before) { Bound(axis, range, before); });
     TakePalette();
 }
 
@@ -74,11 +89,13 @@ void RecordPlot::Show(const RecordSheet &sheet, RecordKind kind)
 
 void RecordPlot::ShowWhole()
 {
+    whole_.clear();
+    for (QCPAxis *axis : {plot_->xAxis, plot_->yAxis})
+        axis->setRange(0, 1); // what a single value would keep
     plot_->rescaleAxes();
     for (QCPAxis *axis : {plot_->xAxis, plot_->yAxis}) {
-        if (axis->range().size() <= 0)
-            axis->setRange(axis->range().center(), 1, Qt::AlignCenter);
         axis->scaleRange(1.0 + MoveStep);
+        whole_[axis] = {axis->range().lower, axis->range().upper};
     }
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
@@ -147,13 +164,27 @@ void RecordPlot::TakePalette()
     }
     plot_->legend->setBrush(base);
     plot_->legend->setTextColor(text);
-    plot_->legend->setBorderPen(palette().color(QPalette::Mid));
+    plot_->legend->setBorderPen(Qt::NoPen);
     plot_->legend->setFont(font());
     constexpr int Middle = 128;
     for (int i = 0; i < plot_->graphCount(); ++i)
         plot_->graph(i)->setPen(
             PenOf(plot_->graph(i)->property("Channel").toInt(), base.lightness() < Middle));
     plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+/// Keeps the records findable: nothing is zoomed or moved until only emptiness, or one number, is in sight.
+void RecordPlot::Bound(QCPAxis *axis, const QCPRange &range, const QCPRange &before)
+{
+    constexpr double Closest = 1e-5, Farthest = 10; // of the whole
+    const auto whole = whole_.constFind(axis);
+    if (whole == whole_.constEnd())
+        return;
+    const auto [lower, upper] = *whole;
+    const double size = range.size() / (upper - lower);
+    const bool inSight = range.lower < upper && range.upper > lower;
+    if (size < Closest || size > Farthest || !inSight)
+        axis->setRange(before);
 }
 
 void RecordPlot::Zoom(double factor)

@@ -2,11 +2,15 @@
 
 #include "logger/RecordSheet.h"
 
+#include <QHash>
 #include <QString>
 #include <QWidget>
 
 #include <optional>
+#include <utility>
 
+class QCPAxis;
+class QCPRange;
 class QCustomPlot;
 
 namespace vorn
@@ -36,10 +40,12 @@ protected:
 
 private:
     void TakePalette();
+    void Bound(QCPAxis *axis, const QCPRange &range, const QCPRange &before);
     void Zoom(double factor);
     void Move(double alongX, double alongY);
 
     QCustomPlot *plot_;
+    QHash<const QCPAxis *, std::pair<double, double>> whole_; ///< from and to, with all values in sight
 };
 
 } // namespace vorn

@@ -2,6 +2,7 @@
 
 #include "protocol/Number.h"
 
+#include <cmath>
 #include <map>
 #include <optional>
 #include <utility>
@@ -20,7 +21,7 @@ std::optional<double> NumberIn(const RecordSheet &sheet, std::size_t row, std::s
         return std::nullopt;
     const SheetCell &cell = sheet.Cell(row, column);
     if (const auto *number = std::get_if<double>(&cell))
-        return *number;
+        return std::isfinite(*number) ? std::optional(*number) : std::nullopt;
     const std::string text = TextOfCell(cell);
     const bool begins = text.find_first_of("0123456789") <= 1; // behind a sign at most
     return begins ? std::optional(Val(text)) : std::nullopt;

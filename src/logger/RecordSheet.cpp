@@ -111,7 +111,9 @@ bool IsEmpty(const SheetCell &cell)
 RecordSheet ReadSheet(const Book &book, RecordKind kind)
 {
     constexpr unsigned int MostRows = MostRecords + 1;
-    book.Choose(SheetNames.at(static_cast<std::size_t>(kind)));
+    constexpr std::size_t MostText = 64 << 20; // records need a twentieth of it
+    const std::string_view name = SheetNames.at(static_cast<std::size_t>(kind));
+    book.Choose(name);
     unsigned int rows = 0;
     unsigned short width = 0;
     freexl_worksheet_dimensions(book.Handle(), &rows, &width);
@@ -121,13 +123,18 @@ RecordSheet ReadSheet(const Book &book, RecordKind kind)
         titles.push_back(TextOfCell(CellAt(book, 0, column)));
 
     std::vector<SheetCell> cells;
+    std::size_t texts = 0;
     std::size_t used = 0; // room for rows that never came isn't shown
     for (unsigned int row = 1; row < std::min(rows, MostRows); ++row) {
         for (std::size_t column = 0; column < columns; ++column) {
             cells.push_back(CellAt(book, row, column));
             if (!IsEmpty(cells.back()))
                 used = row;
+            if (const auto *text = std::get_if<std::string>(&cells.back()))
+                texts += text->size();
         }
+        if (texts > MostText) // a foreign sheet may repeat a long text in all of its cells
+            throw WorkbookError("The sheet \"" + std::string(name) + "\" is too large to be shown");
     }
     cells.resize(used * columns);
     return {std::move(titles), std::move(cells)};

@@ -2,15 +2,18 @@
 
 #include "logger/MemoryFiles.h"
 #include "platform/Animation.h"
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Events.h"
 #include "shell/FormMain.h"
 #include "shell/FormScan.h"
+#include "shell/TimeLeft.h"
 
 #include <QLabel>
 #include <QProgressBar>
 #include <QTimer>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <utility>
@@ -58,15 +61,37 @@ void RecordTransfer::Run()
     } catch (const WorkbookError &error) {
         if (Window())
             Window()->close();
-        TellFileFault(MemoryFileName, "can't be written", error.what());
+        const std::string kept = book_ ? "\rIt holds the records that were written before." : "";
+        TellFileFault(MemoryFileName, "can't be written", error.what() + kept);
     }
 }
 
 /// Number of records of a kind; none if the module doesn't tell it.
 int RecordTransfer::Count(Register count)
 {
+    return RecordCount(Ask(Query(count, node_)));
+}
+
+/// A transaction whose reply is that of its own command: neither what an earlier one left in place, nor what
+/// came too late for it.
+std::string RecordTransfer::Ask(std::string command)
+{
     main_.ReplyText.clear();
-    return RecordCount(main_.trans(Query(count, node_), node_.checksum()));
+    std::string reply = main_.trans(command, node_.checksum());
+    if (reply.empty())
+        AwaitQuiet();
+    return reply;
+}
+
+/// Lets a reply come that is late, and go by: nothing in it tells whose it is, so that it would be taken for
+/// the next one.
+void RecordTransfer::AwaitQuiet()
+{
+    constexpr double Quiet = 1; // seconds
+    constexpr int Look = 20;    // milliseconds between two looks at the clock
+    const double begin = main_.Time.Timer();
+    while (!main_.StopScan && !main_.TransBusy && ElapsedSeconds(main_.Time, begin) < Quiet)
+        WaitForEvents(Look);
 }
 
 void RecordTransfer::Transfer(RecordKind kind, int count)
@@ -90,8 +115,10 @@ void RecordTransfer::ReadRecords(RecordKind kind, int count)
     commits.start(BetweenCommits);
     QElapsedTimer sinceYield;
     sinceYield.start();
-    for (int number = 0; number < count; ++number) {
-        ShowRecord(number);
+    int number = 0;
+    begin_ = main_.Time.Timer();
+    for (; number < count; ++number) {
+        ShowRecord(number, count);
         ReadRecord(kind, number);
         // The waits for the replies serve the windows, too; a bus without waits doesn't get to them.
         if (sinceYield.elapsed() >= BetweenYields) {
@@ -102,6 +129,8 @@ void RecordTransfer::ReadRecords(RecordKind kind, int count)
             break;
     }
     commits.stop();
+    shown_.invalidate();
+    ShowRecord(std::min(number, count - 1), count); // the last one, however soon it came
     Commit();
 }
 
@@ -109,8 +138,7 @@ void RecordTransfer::ReadRecords(RecordKind kind, int count)
 void RecordTransfer::ReadRecord(RecordKind kind, int number)
 {
     const std::string address = RecordAddress(FirstRecord(kind, mixed_) + number);
-    main_.ReplyText.clear(); // what a broken reply leaves in place is another record
-    const std::string reply = main_.trans(Write(Register::MemoryRecord, node_, address), node_.checksum());
+    const std::string reply = Ask(Write(Register::MemoryRecord, node_, address));
     if (const auto record = DecodeRecord(kind, number, reply))
         book_->Add(*record);
 }
@@ -130,14 +158,25 @@ void RecordTransfer::ShowWindow(RecordKind kind, int count)
 }
 
 /// However fast the records come, they are shown 25 times a second at most.
-void RecordTransfer::ShowRecord(int number)
+void RecordTransfer::ShowRecord(int number, int count)
 {
     if (shown_.isValid() && shown_.elapsed() < BetweenPictures)
         return;
     shown_.start();
-    if (Window())
+    if (Window()) {
         Window()->ProgressBar1->setValue(number);
+        ShowTimeLeft(number, count);
+    }
     Q_EMIT AtRecord(number);
+}
+
+/// By the time that the records took so far; the first ones tell too little.
+void RecordTransfer::ShowTimeLeft(int done, int count)
+{
+    constexpr double Least = 1; // seconds
+    const double gone = ElapsedSeconds(main_.Time, begin_);
+    if (done > 0 && gone >= Least)
+        Window()->LabTimeLeft->setText(QString::fromStdString(TimeLeftText(gone / done * (count - done))));
 }
 
 void RecordTransfer::Commit()

@@ -35,11 +35,14 @@ Q_SIGNALS:
 
 private:
     int Count(Register count);
+    std::string Ask(std::string command);
+    void AwaitQuiet();
     void Transfer(RecordKind kind, int count);
     void ReadRecords(RecordKind kind, int count);
     void ReadRecord(RecordKind kind, int number);
+    void ShowTimeLeft(int done, int count);
     void ShowWindow(RecordKind kind, int count);
-    void ShowRecord(int number);
+    void ShowRecord(int number, int count);
     void Commit();
     FormScan *Window() const;
 
@@ -48,6 +51,7 @@ private:
     bool mixed_;
     std::unique_ptr<RecordWorkbook> book_;
     QElapsedTimer shown_;
+    double begin_ = 0;  ///< of the part that runs, by the clock
     std::string fault_; ///< why the workbook can't be written any more
 };
 

@@ -95,10 +95,11 @@ void RecordWorkbook::Commit()
     if (pending_.empty())
         return;
     const std::size_t bytes = pending_.size();
-    left_ -= bytes;
-    const std::string rows = pending_ + FillingBegin(left_);
+    const std::size_t left = left_ - bytes;
+    const std::string rows = pending_ + FillingBegin(left);
     Write(at_ + FillingHeader, std::string_view(rows).substr(FillingHeader));
     Write(at_, std::string_view(rows).substr(0, FillingHeader));
+    left_ = left; // not before: a commit that failed may be repeated
     at_ += bytes;
     Growing().roomBytes += bytes;
     Growing().rows += std::exchange(pendingRows_, 0);

@@ -54,11 +54,13 @@ FormScan::FormScan(FormMain &main, ProgressOf work) : QWidget(nullptr, Qt::Windo
     Label1 = Named(new QLabel(this), "Label1");
     Label1->setHidden(scan);
     LabTimeLeft = Named(new QLabel(this), "LabTimeLeft");
-    LabTimeLeft->setVisible(work == ProgressOf::Download);
+    LabTimeLeft->setHidden(scan);
     ProgressBar1 = Named(new QProgressBar(this), "ProgressBar1", QStringLiteral("Progress"));
     ProgressBar1->setRange(0, LastAddress);
     ProgressBar1->setValue(0);
     ProgressBar1->setTextVisible(false);
+    constexpr int TitleLetters = 44; // a title with what the window manager puts beside it
+    ProgressBar1->setMinimumWidth(TitleLetters * fontMetrics().averageCharWidth());
     Command1 =
         Named(new QPushButton(scan ? QStringLiteral("Stop Scan") : QStringLiteral("Stop Transfer"), this),
               "Command1");

@@ -9,6 +9,7 @@
 #include "shell/PageCommand.h"
 
 #include <QAbstractButton>
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -147,6 +148,20 @@ void ShowAll(std::initializer_list<QWidget *> controls, bool show)
 {
     for (QWidget *control : controls)
         control->setVisible(show);
+}
+
+void ChooseNone(std::span<QRadioButton *const> options)
+{
+    for (QRadioButton *option : options) {
+        QButtonGroup *group = option->group();
+        option->setAutoExclusive(false);
+        if (group)
+            group->setExclusive(false);
+        option->setChecked(false);
+        option->setAutoExclusive(true);
+        if (group)
+            group->setExclusive(true);
+    }
 }
 
 void SetLamps(std::span<DIO *const> points, std::string_view bits)

@@ -16,6 +16,7 @@ class QAbstractButton;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QRadioButton;
 
 namespace vorn
 {
@@ -99,6 +100,9 @@ void SetAll(const Labels &labels, const QString &text)
 }
 
 void ShowAll(std::initializer_list<QWidget *> controls, bool show);
+
+/// Leaves none of the options side by side chosen: what the module has isn't known.
+void ChooseNone(std::span<QRadioButton *const> options);
 
 /// Sets the lamps of a group from eight binary characters: element i from bit i.
 void SetLamps(std::span<DIO *const> points, std::string_view bits);

@@ -4,6 +4,8 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
+#include "logger/RecordSheet.h"
+#include "platform/ProgramDirectory.h"
 #include "shell/Module1.h"
 
 #include <gtest/gtest.h>
@@ -12,9 +14,11 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -32,6 +36,10 @@ void CloseWhenHeard(const std::string &line, const char *timeOut,
     peer.Reply("$0A2", "!0A080600\r");
     peer.Reply("@0ADI", "!0A10000\r");
     peer.Reply("%0A0A080600", "!0A\r");
+    peer.Reply("@0AN", "!0A0009\r");
+    peer.Reply("@0AL", "!0A0000\r");
+    for (const char number : {'0', '1', '2'})
+        peer.Reply(std::string("@0AR000") + number, std::string("!0A04000") + number + "\r");
     const vorn::SerialPorts machine;
     const vorn::Clock clock;
     vorn::Program program({.ports = machine, .clock = clock});
@@ -53,6 +61,42 @@ void CloseWhenHeard(const std::string &line, const char *timeOut,
     for (;;)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
+
+/// A folder for files that the process of a case writes and the test looks at. That process begins the test
+/// anew, and so must be told where it is.
+class SharedFolder final
+{
+public:
+    SharedFolder()
+    {
+        if (const char *told = std::getenv(Name)) {
+            path_ = told;
+            return;
+        }
+        std::string pattern = (std::filesystem::temp_directory_path() / "vorn-closing.XXXXXX").string();
+        path_ = ::mkdtemp(pattern.data());
+        ::setenv(Name, path_.c_str(), 1);
+        owned_ = true;
+    }
+    ~SharedFolder()
+    {
+        if (!owned_)
+            return;
+        ::unsetenv(Name);
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    SharedFolder(const SharedFolder &) = delete;
+    SharedFolder &operator=(const SharedFolder &) = delete;
+
+    std::filesystem::path File(const char *name) const { return path_ / name; }
+    std::ptrdiff_t Files() const { return std::distance(std::filesystem::directory_iterator(path_), {}); }
+
+private:
+    static constexpr const char *Name = "VORN_TEST_FILES";
+    std::filesystem::path path_;
+    bool owned_ = false;
+};
 
 /// Shows a module and chooses a file by an entry of the menu.
 void ChooseFile(vorn::FormMain &main, QAction *entry, const std::filesystem::path &path)
@@ -117,9 +161,8 @@ TEST(ClosingDeathTest, DuringTheRefresh)
 /// What the file held before stays, and nothing lies beside it.
 TEST(ClosingDeathTest, DuringTheSavingOfAConfiguration)
 {
-    const PortsFolder folder;
-    const std::filesystem::path path = folder.Root() / "files" / "file.txt";
-    std::filesystem::create_directory(path.parent_path());
+    const SharedFolder folder;
+    const std::filesystem::path path = folder.File("file.txt");
     std::ofstream(path) << "old";
     EXPECT_EXIT(CloseWhenHeard("@0ARH", "30000",
                                [&](vorn::FormMain &main) { ChooseFile(main, main.VORNSaveSet, path); }),
@@ -127,7 +170,27 @@ TEST(ClosingDeathTest, DuringTheSavingOfAConfiguration)
     std::string text;
     std::ifstream(path) >> text;
     EXPECT_EQ(text, "old");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(path.parent_path()), {}), 1);
+    EXPECT_EQ(folder.Files(), 1);
+}
+
+/// The records that came are in the workbook.
+TEST(ClosingDeathTest, DuringTheTransferOfRecordsToASilentModule)
+{
+    const SharedFolder folder;
+    vorn::WriteEmptyWorkbook(folder.File("Mem.ory"), vorn::OwnSheetTitles());
+    EXPECT_EXIT(CloseWhenHeard(
+                    "@0AR0003", "30000",
+                    [&](vorn::FormMain &main) {
+                        vorn::SetProgramDirectory(QString::fromStdString(folder.File("").string()));
+                        main.Nodes.Add("KeyCOM003", "_0003!!0A7224M", "(0A) 7224M", "vorn4ico", "vorn4icoS");
+                        main.Nodes.Select("_0003!!0A7224M");
+                        main.SetPage("_0003!!0A7224M");
+                        main.findChild<QPushButton *>(QStringLiteral("CmdTransferData"))->click();
+                    }),
+                ::testing::ExitedWithCode(0), "");
+    const auto sheet = vorn::ReadRecordSheet(folder.File("Memory.xls"), vorn::RecordKind::Standard);
+    ASSERT_EQ(sheet.Rows(), 3U);
+    EXPECT_EQ(std::get<std::string>(sheet.Cell(2, 2)), "+0.02");
 }
 
 TEST(ClosingDeathTest, DuringTheLoadingOfAConfiguration)

@@ -26,6 +26,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -33,6 +34,8 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using Lines = std::vector<std::string>;
@@ -79,6 +82,19 @@ protected:
 
     std::filesystem::path File(const char *name) const { return files_.path().toStdString() + "/" + name; }
     void MakeTemplate() const { vorn::WriteEmptyWorkbook(File("Mem.ory"), vorn::OwnSheetTitles()); }
+    /// Answers the box about a file, which tells a reason.
+    static void AcceptFault(Operator &op, const std::string &reason)
+    {
+        op.AwaitBox(reason.c_str());
+        op.Gui([&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            ASSERT_TRUE(box);
+            EXPECT_TRUE(box->text().contains(QString::fromStdString(reason))) << box->text().toStdString();
+            EXPECT_EQ(box->windowTitle().toStdString(), FileTitle);
+            EXPECT_EQ(box->icon(), QMessageBox::Critical);
+            box->accept();
+        });
+    }
     static std::string BytesOf(const std::filesystem::path &path)
     {
         std::ifstream file(path, std::ios::binary);
@@ -90,6 +106,7 @@ protected:
         Rack("7224M address=0A restart=0 " + settings);
         Operate([&](Operator &op) {
             Open(op, Logger);
+            op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("5000")); }); // whatever the machine does
             steps(op);
         });
     }
@@ -158,6 +175,7 @@ protected:
         op.Gui([&] {
             EXPECT_TRUE(main().isEnabled());
             EXPECT_EQ(main().cursor().shape(), Qt::ArrowCursor);
+            EXPECT_EQ(Status(), ""); // nothing is being processed
             EXPECT_EQ(Find("CmdMemoryDataRead")->isEnabled(), hasFile);
             EXPECT_EQ(main().focusWidget(), Find("CmdTransferData"));
             EXPECT_TRUE(main().PauseRefresh);
@@ -343,6 +361,7 @@ TEST_F(LoggerTest, AMemoryConfigurationIsWrittenAndReadBack)
             // Written from element 0, it comes back as element 1.
             EXPECT_TRUE(Ticked("OptionStorageType_1"));
             EXPECT_EQ(main().cursor().shape(), Qt::ArrowCursor);
+            EXPECT_EQ(Status(), "");
             EXPECT_TRUE(main().PauseRefresh);
         });
         EXPECT_EQ(FrameOnShow(op), "FrameMemory ");
@@ -482,6 +501,8 @@ TEST_F(LoggerTest, OnlyLimitsOfEditedChannelsAreWritten)
             rack().ClearTrace();
         });
         op.AnswerBox("Alarm Limit setting is complete !", 64, "Alarm Limit setting is complete");
+        AwaitActions(op);
+        op.Gui([&] { EXPECT_EQ(Status(), ""); });
         // Nothing was edited since.
         op.Click(Find("CmdMAlarmUpdate"));
         op.AnswerBox("Alarm Limit setting is complete !", 64, "Alarm Limit setting is complete");
@@ -530,6 +551,7 @@ TEST_F(LoggerTest, StandardRecordsAreTransferred)
         op.Gui([&] {
             EXPECT_EQ(Status(), "Now Read Record Counter is processing , Please wait moment....");
             EXPECT_FALSE(main().isEnabled());
+            EXPECT_EQ(Text("MemoryData"), "299");
         });
         Answer(op, DataDone);
         ExpectAfterwards(op);
@@ -604,7 +626,7 @@ TEST_F(LoggerTest, ARefusedABrokenAndAGarbledRecordGiveNoRow)
     MakeTemplate();
     OnPage("memory=FF000000A records=30", [&](Operator &op) {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("80"));
+            main().TextTimeOut->setText(QStringLiteral("1000"));
             rack().SetFault(2, "0A", {.kind = Fault::Kind::Refuse, .begins = "@0AR0003"});
             rack().SetFault(2, "0A", {.kind = Fault::Kind::Silent, .begins = "@0AR0005"});
             rack().SetFault(2, "0A", {.kind = Fault::Kind::NoReturn, .begins = "@0AR0007"});
@@ -683,13 +705,7 @@ TEST_F(LoggerTest, AForeignFileIsToldInPlaceOfTheGrid)
     OnPage("", [&](Operator &op) {
         Choose(op, Operation);
         op.Click(Find("CmdMemoryDataRead"));
-        op.AwaitBox("the fault");
-        op.Gui([&] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            EXPECT_TRUE(box->text().startsWith(QStringLiteral("Memory.xls can't be read :")));
-            EXPECT_EQ(box->windowTitle().toStdString(), FileTitle);
-            box->accept();
-        });
+        AcceptFault(op, "Memory.xls can't be read :");
         AwaitActions(op);
         op.Gui([&] { EXPECT_FALSE(Shown("DBGridReadMemory")); });
     });
@@ -707,13 +723,7 @@ protected:
     void ExpectRefused(Operator &op, const std::string &reason)
     {
         BeginTransfer(op);
-        op.AwaitBox(reason.c_str());
-        op.Gui([&] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            EXPECT_TRUE(box->text().contains(QString::fromStdString(reason))) << box->text().toStdString();
-            EXPECT_EQ(box->icon(), QMessageBox::Critical);
-            box->accept();
-        });
+        AcceptFault(op, reason);
         ExpectAfterwards(op);
         EXPECT_EQ(BytesOf(File("Memory.xls")), "old");
     }
@@ -744,18 +754,61 @@ TEST_F(LoggerFiles, AFileThatAnotherProgramHasOpenIsKept)
     ::close(other);
 }
 
+TEST_F(LoggerFiles, AFolderInThePlaceOfAFileIsToldAndKept)
+{
+    std::filesystem::create_directory(File("Memory.xls"));
+    OnPage("records=10", [&](Operator &op) {
+        std::filesystem::create_directory(File("Mem.ory"));
+        BeginTransfer(op);
+        AcceptFault(op, "Mem.ory: It is no file.");
+        ExpectAfterwards(op, false);
+        std::filesystem::remove(File("Mem.ory"));
+        MakeTemplate();
+        op.Click(Find("CmdTransferData"));
+        AcceptFault(op, "Memory.xls: ");
+        ExpectAfterwards(op, false);
+    });
+    EXPECT_TRUE(std::filesystem::is_directory(File("Memory.xls")));
+}
+
+TEST_F(LoggerFiles, APipeInThePlaceOfAFileIsNotWaitedFor)
+{
+    MakeTemplate();
+    vorn::WriteEmptyWorkbook(File("Memory.xls"), vorn::OwnSheetTitles());
+    OnPage("records=10", [&](Operator &op) {
+        Choose(op, Operation);
+        for (const char *name : {"Memory.xls", "Mem.ory"}) {
+            std::filesystem::remove(File(name));
+            ASSERT_EQ(::mkfifo(File(name).c_str(), 0600), 0);
+        }
+        op.Click(Find("CmdMemoryDataRead"));
+        AcceptFault(op, "It is no file.");
+        AwaitActions(op);
+        op.Click(Find("CmdTransferData"));
+        AcceptFault(op, "Mem.ory: It is no file.");
+        ExpectAfterwards(op, false);
+    });
+}
+
+TEST_F(LoggerFiles, AFolderThatWentIsTold)
+{
+    MakeTemplate();
+    OnPage("records=10", [&](Operator &op) {
+        Choose(op, Operation);
+        std::filesystem::remove_all(files_.path().toStdString());
+        op.Click(Find("CmdTransferData"));
+        AcceptFault(op, "Mem.ory: The empty workbook is missing");
+        ExpectAfterwards(op, false);
+    });
+}
+
 TEST_F(LoggerFiles, AFullDiskEndsTheTransferWithAWholeFile)
 {
     MakeTemplate();
     std::filesystem::create_symlink("/dev/full", File("Memory.xls.new"));
     OnPage("records=10", [&](Operator &op) {
         BeginTransfer(op);
-        op.AwaitBox("the fault");
-        op.Gui([&] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            EXPECT_TRUE(box->text().contains(QStringLiteral("No space left"))) << box->text().toStdString();
-            box->accept();
-        });
+        AcceptFault(op, "No space left");
         ExpectAfterwards(op);
         ExpectSheet(RecordKind::Standard, 0);
     });
@@ -794,6 +847,22 @@ protected:
     void AwaitHeld(Operator &op, const std::string &line)
     {
         op.WaitFor([&] { return Bus().Held() == line; }, line.c_str());
+    }
+    /// Begins a transfer and waits until its first record has timed out. The clock stands still.
+    void BeginWithALateRecord(Operator &op)
+    {
+        ToTab(op, Operation);
+        Bus().Hold("@0AL");
+        op.Click(Find("CmdTransferData"));
+        AwaitHeld(op, "@0AL");
+        op.Gui([&] {
+            main().TextTimeOut->setText(QStringLiteral("60"));
+            clock.timeOfDay = 1000;
+        });
+        Bus().Hold("@0AR0000");
+        Bus().Release();
+        AwaitHeld(op, "@0AR0000");
+        op.WaitFor([&] { return !main().TransBusy; }, "the end of the time-out");
     }
     const std::string Other = "_0002!!0B7224M";
 
@@ -931,6 +1000,176 @@ TEST_F(HurriedLogger, APulledAdapterEndsTheTransferWithWhatCame)
     });
 }
 
+TEST_F(HurriedLogger, ADiskThatFillsWithinATransferEndsItWithWhatCame)
+{
+    OnBus("memory=FF000000A records=100", [&](Operator &op) {
+        ToTab(op, Operation);
+        Bus().Hold("@0AR0005");
+        op.Click(Find("CmdTransferData"));
+        AwaitHeld(op, "@0AR0005");
+        op.WaitFor(
+            [&] { return vorn::ReadRecordSheet(File("Memory.xls"), RecordKind::Standard).Rows() == 5; },
+            "the records in the file");
+        rlimit before{};
+        ::getrlimit(RLIMIT_FSIZE, &before);
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit full{512, before.rlim_max};
+        op.Gui([&] { ::setrlimit(RLIMIT_FSIZE, &full); });
+        Bus().Release();
+        op.AwaitBox("the fault");
+        op.Gui([&] { ::setrlimit(RLIMIT_FSIZE, &before); });
+        AcceptFault(op, "It holds the records that were written before.");
+        ExpectAfterwards(op);
+        op.Gui([&] { EXPECT_EQ(main().FormScan, nullptr); });
+        ExpectSheet(RecordKind::Standard, 5);
+    });
+}
+
+TEST_F(HurriedLogger, ADiskThatIsFullAtTheEndLosesNothing)
+{
+    OnBus("memory=FF000000A records=9", [&](Operator &op) {
+        ToTab(op, Operation);
+        Bus().Hold("@0AR0008");
+        op.Click(Find("CmdTransferData"));
+        AwaitHeld(op, "@0AR0008");
+        std::filesystem::create_symlink("/dev/full", File("Memory.xls.new"));
+        Bus().Release();
+        AcceptFault(op, "It holds the records that were written before.");
+        ExpectAfterwards(op);
+        ExpectSheet(RecordKind::Standard, 9);
+    });
+}
+
+TEST_F(HurriedLogger, AnAdapterPulledInTheFirstPartIsToldOnce)
+{
+    OnBus("memory=FF020000A records=100 eventrecords=5", [&](Operator &op) {
+        ToTab(op, Operation);
+        Bus().Hold("@0AR0003");
+        op.Click(Find("CmdTransferData"));
+        AwaitHeld(op, "@0AR0003");
+        Bus().Pull();
+        Bus().Release();
+        op.AnswerBox("Invalid Port Number !", 16, "Invalid Port Number");
+        Answer(op, DataDone);
+        Answer(op, EventsDone);
+        ExpectAfterwards(op);
+        ExpectSheet(RecordKind::Standard, 4);
+        ExpectSheet(RecordKind::Event, 0);
+    });
+}
+
+TEST_F(HurriedLogger, AReplyThatComesTooLateIsNoOtherRecord)
+{
+    OnBus("memory=FF000000A records=9", [&](Operator &op) {
+        BeginWithALateRecord(op);
+        Bus().Release();
+        op.Gui([&] {
+            EXPECT_EQ(Bus().Lines().back(), "@0AR0000");
+            main().TextTimeOut->setText(QStringLiteral("2000"));
+            clock.timeOfDay = 1002;
+        });
+        Answer(op, DataDone);
+        ExpectAfterwards(op);
+        ExpectSheet(RecordKind::Standard, 9, {0});
+    });
+}
+
+TEST_F(HurriedLogger, AStopNeedsNotWaitForALateReply)
+{
+    OnBus("memory=FF000000A records=9", [&](Operator &op) {
+        BeginWithALateRecord(op);
+        op.Gui([&] { Window()->Command1->click(); });
+        Answer(op, DataDone);
+        Bus().Release();
+        ExpectAfterwards(op);
+        ExpectSheet(RecordKind::Standard, 0);
+    });
+}
+
+TEST_F(HurriedLogger, TheTimeLeftIsToldByTheRecordsSoFar)
+{
+    OnBus("memory=FF000000A records=100", [&](Operator &op) {
+        ToTab(op, Operation);
+        op.Gui([&] { clock.timeOfDay = 1000; });
+        Bus().Hold("@0AR0005");
+        op.Click(Find("CmdTransferData"));
+        AwaitHeld(op, "@0AR0005");
+        QElapsedTimer since;
+        since.start();
+        op.WaitFor([&] { return since.elapsed() > 50; }, "the time of the next picture");
+        op.Gui([&] {
+            EXPECT_TRUE(Window()->LabTimeLeft->isVisible());
+            EXPECT_EQ(Window()->LabTimeLeft->text(), QString());
+            clock.timeOfDay = 1012;
+        });
+        Bus().Hold("@0AR0006");
+        Bus().Release();
+        AwaitHeld(op, "@0AR0006");
+        op.Gui([&] {
+            EXPECT_EQ(Window()->LabTimeLeft->text(), QStringLiteral("About 3 min 8 s left"));
+            Window()->Command1->click();
+        });
+        Bus().Release();
+        Answer(op, DataDone);
+        ExpectAfterwards(op);
+    });
+}
+
+TEST_F(HurriedLogger, WhatOneModuleSaidIsNotShownForAnotherThatRefuses)
+{
+    OnBus("memory=FF010000A recording=1", [&](Operator &op) {
+        for (const int tab : {Memory, Limits, Operation})
+            ToTab(op, tab);
+        for (const char *begin : {"@0B"})
+            Bus().Refuse(begin);
+        ProgramRun::Choose(op, Other);
+        ToTab(op, Memory);
+        op.Gui([&] {
+            for (const char *name : {"CheckCH_0", "CheckCH_7", "OptionStorageType_0", "OptionStorageType_1"})
+                EXPECT_FALSE(Ticked(name)) << name;
+            EXPECT_EQ(Text("TextSamplinginterval"), "");
+            EXPECT_EQ(Find<QComboBox>("CmbDataStorage")->currentIndex(), -1);
+        });
+        ToTab(op, Limits);
+        op.Gui([&] {
+            EXPECT_EQ(EntryText("TextHAlarm", 0), "");
+            EXPECT_EQ(EntryText("TextLAlarm", 7), "");
+            EXPECT_FALSE(Find("CmdMAlarmUpdate")->isEnabled());
+        });
+        ToTab(op, Operation);
+        op.Gui([&] { EXPECT_FALSE(Ticked("OptionMOmode_0") || Ticked("OptionMOmode_1")); });
+        // The options are options again.
+        ProgramRun::Choose(op, Logger);
+        ToTab(op, Operation);
+        op.Gui([&] { EXPECT_TRUE(Ticked("OptionMOmode_1")); });
+        op.Click(Find("OptionMOmode_0"));
+        AwaitActions(op);
+        op.Gui([&] { EXPECT_TRUE(Ticked("OptionMOmode_0") && !Ticked("OptionMOmode_1")); });
+        ToTab(op, Memory);
+        op.Click(Find("OptionStorageType_1"));
+        op.Gui([&] { EXPECT_TRUE(Ticked("OptionStorageType_1") && !Ticked("OptionStorageType_0")); });
+    });
+}
+
+TEST_F(HurriedLogger, AConfigurationGoesOutAsItStoodAtThePress)
+{
+    OnBus("memory=FF010000A", [&](Operator &op) {
+        ToTab(op, Memory);
+        Bus().Hold("@0AD");
+        op.Gui([&] { ClickTab(Operation); });
+        AwaitHeld(op, "@0AD");
+        op.Gui([&] {
+            Find<QLineEdit>("TextSamplinginterval")->setText(QStringLiteral("11"));
+            Find<QPushButton>("CmdMemConfig")->click();
+            Find<QLineEdit>("TextSamplinginterval")->setText(QStringLiteral("12"));
+        });
+        Bus().Release();
+        op.AnswerBox("Configuration is successful !", 64, "Configuration is successful");
+        AwaitActions(op);
+        EXPECT_EQ(std::ranges::count(Bus().Lines(), "@0ACFF011000B"), 1);
+    });
+}
+
 TEST_F(HurriedLogger, AnUpdateStaysWithTheModuleThatWasOnShow)
 {
     OnBus("memory=FF010000A", [&](Operator &op) {
@@ -1021,6 +1260,85 @@ TEST_F(LoggerTest, TheSheetIsPlottedSavedAndExported)
         op.Gui([&] {
             EXPECT_EQ(plot->xAxis->label(), QStringLiteral("Time stamp"));
             EXPECT_DOUBLE_EQ(plot->graph(0)->data()->at(1)->key, 65536 + 8 * 60);
+        });
+    });
+}
+
+TEST_F(LoggerTest, AFullDiskTakesNeitherPlotNorSheet)
+{
+    MakeTemplate();
+    for (const char *name : {"plot.png", "plot.svg", "sheet.csv"})
+        std::filesystem::create_symlink("/dev/full", File(name));
+    OnPage("memory=FF000000A records=50", [&](Operator &op) {
+        BeginTransfer(op);
+        Answer(op, DataDone);
+        AwaitActions(op);
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        for (const char *name : {"plot.png", "plot.svg"}) {
+            op.Click(Find("CmdSavePlot"));
+            op.AnswerFile("Save plot", "Memory.png", File(name).string());
+            AcceptFault(op, std::string(name) + " can't be written :\nNo space left");
+            AwaitActions(op);
+        }
+        op.Click(Find("CmdExportSheet"));
+        op.AnswerFile("Export records", "Memory.csv", File("sheet.csv").string());
+        AcceptFault(op, "sheet.csv can't be written :\nNo space left");
+    });
+}
+
+TEST_F(LoggerTest, ThePlotKeepsItsRecordsInSight)
+{
+    MakeTemplate();
+    OnPage("memory=FF000000A records=50", [&](Operator &op) {
+        BeginTransfer(op);
+        Answer(op, DataDone);
+        AwaitActions(op);
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        auto *plot = Find<QCustomPlot>("PlotOfRecords");
+        const auto range = [&] { return op.Gui([&] { return plot->xAxis->range(); }); };
+        const QCPRange whole = range();
+        const auto press = [&](Qt::Key key, int times) {
+            op.Gui([&] {
+                for (int i = 0; i < times; ++i)
+                    QTest::keyClick(Find("PlotReadMemory"), key);
+            });
+        };
+        press(Qt::Key_Plus, 80);
+        EXPECT_GT(range().size(), whole.size() * 1e-6);
+        EXPECT_LT(range().size(), whole.size() * 1e-4);
+        press(Qt::Key_Minus, 100);
+        EXPECT_LE(range().size(), whole.size() * 10);
+        EXPECT_GT(range().size(), whole.size() * 5);
+        for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left}) {
+            press(key, 60);
+            EXPECT_LT(range().lower, whole.upper);
+            EXPECT_GT(range().upper, whole.lower);
+        }
+        press(Qt::Key_Home, 1);
+        EXPECT_DOUBLE_EQ(range().size(), whole.size());
+    });
+}
+
+TEST_F(LoggerTest, ASingleRecordIsPlottedByAScaleOfItsOwn)
+{
+    MakeTemplate();
+    OnPage("memory=FF020000A records=50 eventrecords=1", [&](Operator &op) {
+        BeginTransfer(op);
+        Answer(op, DataDone);
+        Answer(op, EventsDone);
+        AwaitActions(op);
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        op.Click(Find("OptionDataMode_1"));
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        op.Gui([&] {
+            const auto *plot = Find<QCustomPlot>("PlotOfRecords");
+            EXPECT_DOUBLE_EQ(plot->xAxis->range().center(), 65536);
+            EXPECT_LT(plot->xAxis->range().size(), 2);
+            EXPECT_LT(plot->yAxis->range().size(), 2);
         });
     });
 }
@@ -1132,6 +1450,7 @@ TEST_F(KilledProgram, DISABLED_Transfers)
     vorn::SetProgramDirectory(QString::fromLocal8Bit(std::getenv(FilesOfKilled)));
     Operate([&](Operator &op) {
         AddNode(op, Logger);
+        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("5000")); });
         ProgramRun::Choose(op, Logger);
         op.Gui([&] { ClickTab(Operation); });
         AwaitActions(op);

@@ -1,4 +1,5 @@
 #include "firmware/DownloadProgress.h"
+#include "shell/TimeLeft.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,12 @@ TEST(DownloadTimeLeft, IsToldInMinutesAndSeconds)
     EXPECT_EQ(minute.Text(), "About 1 min 0 s left");
     minute.Waited(1);
     EXPECT_EQ(minute.Text(), "About 59 s left");
+}
+
+TEST(TimeLeftText, TellsHoursOfAFullMemory)
+{
+    EXPECT_EQ(TimeLeftText(3599.1), "About 1 h 0 min 0 s left");
+    EXPECT_EQ(TimeLeftText(2 * 3600 + 61), "About 2 h 1 min 1 s left");
 }
 
 TEST(StateLeft, IsToldForEveryStage)

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace vorn;
 
 namespace
@@ -35,6 +37,9 @@ TEST(SeriesOf, LeavesOutWhatIsNoRecord)
     EXPECT_EQ(SeriesOf(foreign, RecordKind::Standard), (std::vector<ChannelSeries>{{2, {3}, {7.5}}}));
     EXPECT_TRUE(SeriesOf(foreign, RecordKind::Event).empty());
     EXPECT_TRUE(SeriesOf({}, RecordKind::Standard).empty());
+    constexpr double Endless = std::numeric_limits<double>::infinity();
+    const RecordSheet damaged({"A", "B", "C"}, {1.0, 2.0, Endless, Endless, 2.0, "1", 3.0, -Endless, "1"});
+    EXPECT_TRUE(SeriesOf(damaged, RecordKind::Standard).empty());
 }
 
 TEST(CsvText, HasTitlesAndQuotesWhatNeedsIt)

@@ -2,10 +2,13 @@
 // when the program that wrote them was killed.
 
 #include "logger/RecordWorkbook.h"
+#include "logger/CompoundFile.h"
 #include "logger/RecordSheet.h"
+#include "logger/SheetRecords.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -232,6 +235,62 @@ TEST_F(Workbooks, OnAFullDiskAreNotBegun)
     ExpectRecords(0, 0);
 }
 
+/// A limit of this process on the length of files, while it lives: a write beyond it fails as on a full disk.
+class FullDisk final
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{bytes, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    rlimit before_{};
+};
+
+TEST_F(Workbooks, ThatTookNoMoreTakeTheSameRowsLater)
+{
+    RecordWorkbook book(path_, OwnSheetTitles());
+    book.Begin(RecordKind::Standard, 200);
+    for (int i = 0; i < 10; ++i)
+        book.Add(Record(RecordKind::Standard, i));
+    book.Commit();
+    for (int i = 10; i < 20; ++i)
+        book.Add(Record(RecordKind::Standard, i));
+    {
+        const FullDisk full(CompoundFile::StreamAt);
+        EXPECT_THROW(book.Commit(), WorkbookError);
+        EXPECT_THROW(book.Commit(), WorkbookError);
+        ExpectSheet(RecordKind::Standard, 10);
+    }
+    for (int i = 20; i < 200; ++i)
+        book.Add(Record(RecordKind::Standard, i));
+    book.Finish();
+    ExpectRecords(200, 0);
+}
+
+TEST_F(Workbooks, ThatCannotBeFinishedHoldAllTheirRecords)
+{
+    RecordWorkbook book(path_, OwnSheetTitles());
+    Fill(book, RecordKind::Standard, 100);
+    book.Commit();
+    {
+        const FullDisk full(2 * CompoundFile::StreamAt);
+        EXPECT_THROW(book.Finish(), WorkbookError);
+    }
+    ExpectRecords(100, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "Memory.xls.new"));
+    Fill(book, RecordKind::Event, 3);
+    book.Finish();
+    ExpectRecords(100, 3);
+}
+
 /// The process that writes tells how many rows it has committed; at any moment it is killed.
 TEST_F(Workbooks, OfAKilledProgramHoldAllThatWasCommitted)
 {
@@ -291,6 +350,36 @@ TEST_F(Workbooks, ThatAreNoneAreRefused)
     std::filesystem::remove(path_);
     std::filesystem::create_directory(path_);
     EXPECT_THROW(ReadRecordSheet(path_, RecordKind::Standard), WorkbookError);
+}
+
+TEST_F(Workbooks, ThatRepeatALongTextWithoutEndAreRefused)
+{
+    constexpr std::size_t Length = 8000;
+    constexpr int Rows = 9000;
+    const auto low = [](std::size_t word) { return static_cast<char>(word & 0xFFU); };
+    const auto high = [](std::size_t word) { return static_cast<char>(word >> 8U); };
+    const std::string head = SheetHead({"A", "B", "C"}, Rows + 1);
+    const auto standardAt = static_cast<std::uint32_t>(Globals({0, 0}).size());
+    constexpr std::size_t LabelHeader = 13;
+    const std::size_t length = head.size() + Rows * (LabelHeader + Length) + SheetEnd().size();
+    CompoundFile file(path_);
+    file.Write(Globals({standardAt, standardAt + static_cast<std::uint32_t>(length)}));
+    file.Write(head);
+    for (std::size_t row = 1; row <= Rows; ++row) {
+        const std::size_t body = LabelHeader - 4 + Length;
+        const char label[LabelHeader] = {4, 2,  low(body), high(body),  low(row),     high(row), 0,
+                                         0, 15, 0,         low(Length), high(Length), 0};
+        file.Write({label, sizeof label});
+        file.Write(std::string(Length, 'x'));
+    }
+    file.Write(SheetEnd() + SheetHead({"A"}, 1) + SheetEnd());
+    file.Close();
+    try {
+        ReadRecordSheet(path_, RecordKind::Standard);
+        FAIL() << "72 megabytes of text were taken for records";
+    } catch (const WorkbookError &error) {
+        EXPECT_STREQ(error.what(), "The sheet \"Standard\" is too large to be shown");
+    }
 }
 
 TEST_F(Workbooks, ThatAreCutOffAreRefusedOrRead)
