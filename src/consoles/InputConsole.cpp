@@ -184,10 +184,15 @@ InputConsole::ChannelEntry InputConsole::TakeEntry(bool enabled)
             std::exchange(TypeChanged, false)};
 }
 
+/// A mask that the module didn't take counts for nothing: the next one that is sent doesn't hold it either.
 bool InputConsole::WriteMask(int channel, bool enabled)
 {
-    SetBit(EnableBits, channel, enabled);
-    return Tell(Register::ChannelMask, BinToHex(EnableBits));
+    std::string bits = EnableBits;
+    SetBit(bits, channel, enabled);
+    if (!Tell(Register::ChannelMask, BinToHex(bits)))
+        return false;
+    EnableBits = bits;
+    return true;
 }
 
 bool InputConsole::WriteType(int channel, int position)
