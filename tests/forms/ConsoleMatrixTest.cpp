@@ -1,6 +1,6 @@
 // Each console line by line and box by box: its load, a poll, every button and every update, out of the
 // initial state and in it, with checksum and without, when all goes well, and when any one of the steps is
-// refused or meets silence.
+// refused, meets silence, is hurried by the operator, or is the last one because he closes the window.
 
 #include "support/ConsoleScript.h"
 

@@ -25,6 +25,13 @@ constexpr const char *Stored = "0A"; ///< the module's address at first
 constexpr std::uint32_t PastTimeOut = 101;
 constexpr int Attempts = 4;
 
+std::string NameOf(Trouble trouble)
+{
+    constexpr const char *Names[] = {" refused", " without a reply", " in a hurry",
+                                     " while the window closes"};
+    return Names[static_cast<std::size_t>(trouble)];
+}
+
 std::string SumOf(const std::string &text)
 {
     unsigned sum = 0;
@@ -94,12 +101,7 @@ Steps operator+(Steps front, const Steps &back)
 
 Move Presses(const char *button)
 {
-    return [button](ConsoleScript &run) {
-        auto *part = qobject_cast<QAbstractButton *>(run.Part(button));
-        EXPECT_TRUE(part && part->isEnabled()) << button;
-        if (part)
-            part->click();
-    };
+    return [button](ConsoleScript &run) { run.Press(button); };
 }
 
 Move Switches(const char *point)
@@ -155,6 +157,14 @@ QWidget *ConsoleScript::Part(const char *name)
     return part;
 }
 
+void ConsoleScript::Press(const char *button)
+{
+    pressed_ = qobject_cast<QAbstractButton *>(Part(button));
+    EXPECT_TRUE(pressed_ && pressed_->isEnabled()) << button;
+    if (pressed_)
+        pressed_->click();
+}
+
 void ConsoleScript::TickTimer()
 {
     EXPECT_TRUE(timer_->isActive());
@@ -182,11 +192,39 @@ void ConsoleScript::Hear(const std::string &line, const RawPeer::Writer &write)
         KeepSilent();
         return;
     }
-    const std::string reply = fails ? "?" + moduleAddress_ : ReplyTo(canonical);
-    if (reply.empty())
+    if (fails && fault_->trouble == Trouble::Closed) {
+        QMetaObject::invokeMethod(
+            qApp, [this] { QTest::keyClick(window_, Qt::Key_Escape); }, Qt::QueuedConnection);
+        return;
+    }
+    const bool refuses = fails && fault_->trouble == Trouble::Refused;
+    const std::string reply = refuses ? "?" + moduleAddress_ : ReplyTo(canonical);
+    if (reply.empty()) {
         KeepSilent();
-    else
-        write(reply + (speech_ == Speech::Checksum ? SumOf(reply) : "") + "\r");
+        return;
+    }
+    const std::string bytes = reply + (speech_ == Speech::Checksum ? SumOf(reply) : "") + "\r";
+    if (!fails || refuses) {
+        write(bytes);
+        return;
+    }
+    QMetaObject::invokeMethod(
+        qApp,
+        [this, write, bytes] {
+            Hurry();
+            write(bytes);
+        },
+        Qt::QueuedConnection);
+}
+
+/// On the window's thread.
+void ConsoleScript::Hurry()
+{
+    for (int i = 0; i < 2; ++i) {
+        QMetaObject::invokeMethod(timer_, "timeout");
+        if (pressed_)
+            pressed_->click();
+    }
 }
 
 /// Called with the mutex held. A module tells the watchdog time that it took.
@@ -276,6 +314,7 @@ void ConsoleScript::SeeWindow(QWidget *window)
     timer_ = window->findChild<QTimer *>(trim ? QStringLiteral("Timer1") : QStringLiteral("tmrTimer"));
     interval_ = timer_->interval();
     timer_->setInterval(1h);
+    QObject::connect(window, &QObject::destroyed, this, [this] { ended_ = true; });
     NoteEnd(window);
 }
 
@@ -301,6 +340,7 @@ void ConsoleScript::Do(Operator &op, const Move &move)
 {
     ended_ = false;
     op.Gui([&] {
+        pressed_.clear();
         move(*this);
         NoteEnd(window_);
     });
@@ -405,6 +445,14 @@ ConsoleScript::Outcome ConsoleScript::Expected(const Steps &steps, const std::op
         add(step.text);
         if (step.isBox)
             continue;
+        if (fault && fault->trouble == Trouble::Closed && lines == fault->step) {
+            outcome.closed = true;
+            return outcome;
+        }
+        if (fault && fault->trouble == Trouble::Hurried) {
+            ++lines;
+            continue;
+        }
         const bool again = failed > 0 && fault->times == Times::Always && lines == fault->step;
         const bool first = failed == 0 && fault && lines == fault->step;
         ++lines;
@@ -438,11 +486,15 @@ void ConsoleScript::ForEachFault(const Steps &steps,
     for (const Step &step : steps) {
         if (step.isBox)
             continue;
-        for (const Trouble trouble : {Trouble::Refused, Trouble::Silent}) {
+        for (const Trouble trouble : {Trouble::Refused, Trouble::Silent, Trouble::Hurried, Trouble::Closed}) {
+            const bool byOperator = trouble == Trouble::Hurried || trouble == Trouble::Closed;
+            if (byOperator && speech_ != Speech::Plain)
+                continue; // it is the same to him how the module speaks
+            const bool repeats = step.refused.triesFrom && !byOperator;
             for (const Times times : {Times::Once, Times::Always}) {
-                if (times == Times::Always && !step.refused.triesFrom)
+                if (times == Times::Always && !repeats)
                     continue;
-                SCOPED_TRACE(step.text + (trouble == Trouble::Refused ? " refused" : " without a reply") +
+                SCOPED_TRACE(step.text + NameOf(trouble) +
                              (times == Times::Always ? " each time" : ", line " + std::to_string(number)));
                 run(Fault{number, trouble, times});
             }
@@ -474,7 +526,10 @@ void ConsoleScript::RunLoad(Operator &op)
     SCOPED_TRACE("load");
     ForEachFault(told_.load, [&](const std::optional<Fault> &fault) {
         Open(op, fault);
-        EXPECT_EQ(Joined(Row()), Joined(Expected(told_.load, fault, Stored, Stored).row));
+        const Outcome expected = Expected(told_.load, fault, Stored, Stored);
+        if (expected.closed)
+            Close(op);
+        EXPECT_EQ(Joined(Row()), Joined(expected.row));
         Close(op);
     });
 }
@@ -490,7 +545,15 @@ void ConsoleScript::RunPolls(Operator &op)
     ForEachFault(told_.poll, [&](const std::optional<Fault> &fault) {
         Begin(fault);
         Do(op, TicksTimer());
-        EXPECT_EQ(Joined(Row()), Joined(Expected(told_.poll, fault, Stored, Stored).row));
+        const Outcome expected = Expected(told_.poll, fault, Stored, Stored);
+        if (expected.closed)
+            Close(op);
+        EXPECT_EQ(Joined(Row()), Joined(expected.row));
+        if (expected.closed) {
+            Open(op);
+            Do(op, TicksTimer());
+            return;
+        }
         if (!fault)
             before = ShownTexts(op);
         if (!told_.pollShowsRefusal || !fault || fault->trouble == Trouble::Silent) {
@@ -525,6 +588,11 @@ void ConsoleScript::RunCase(Operator &op, const Procedure &procedure, const std:
     Do(op, procedure.press);
     answer_ = "OK";
     const Outcome expected = Expected(procedure.steps, fault, Stored, newAddress);
+    if (expected.closed) {
+        Close(op);
+        EXPECT_EQ(Joined(Row()), Joined(expected.row));
+        return;
+    }
     EXPECT_EQ(Joined(Row()), Joined(expected.row));
 
     Begin({});

@@ -3,7 +3,7 @@
 #include "support/ProgramRun.h"
 #include "support/RawPeer.h"
 
-#include <QElapsedTimer>
+#include <QAbstractButton>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -24,8 +24,13 @@ class ConsoleScript;
 /// How a module speaks.
 enum class Speech { Plain, Checksum, Init };
 
-/// How a step goes wrong, and how often.
-enum class Trouble { Refused, Silent };
+/// What happens at a step, and how often.
+enum class Trouble {
+    Refused,
+    Silent,
+    Hurried, ///< the operator presses once more, and ticks come, while the line is under way
+    Closed,  ///< the operator closes the window while the line is under way
+};
 enum class Times { Once, Always };
 
 /// What a procedure does when the module doesn't take a step.
@@ -115,6 +120,7 @@ public:
 
     QWidget *Window() { return window_; }
     QWidget *Part(const char *name);
+    void Press(const char *button);
     void TickTimer();
 
 protected:
@@ -129,6 +135,7 @@ private:
     struct Outcome {
         std::vector<std::string> row;
         bool gaveUp = false; ///< before the module had its new address
+        bool closed = false;
     };
 
     void RunLoad(Operator &op);
@@ -155,6 +162,7 @@ private:
     void Hear(const std::string &line, const RawPeer::Writer &write);
     std::string ReplyTo(const std::string &canonical);
     void KeepSilent();
+    void Hurry();
     void TakeBox(QObject *box);
     void SeeWindow(QWidget *window);
     void NoteEnd(QWidget *window);
@@ -164,6 +172,7 @@ private:
     std::string answer_ = "OK";
     QPointer<QWidget> window_; ///< the console, or its trim window
     QPointer<QTimer> timer_;
+    QPointer<QAbstractButton> pressed_; ///< by the last move
     int interval_ = 0;
     bool opensTrim_ = false; ///< the trim window stays open when it comes
     QTimer time_;
