@@ -268,6 +268,9 @@ std::string ConsoleScript::Picked(std::string text) const
 bool ConsoleScript::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Show) {
+        // Thousands of windows that nobody looks at needn't be painted.
+        if (auto *widget = qobject_cast<QWidget *>(watched); widget && widget->isWindow())
+            widget->setUpdatesEnabled(false);
         if (qobject_cast<QMessageBox *>(watched))
             TakeBox(watched);
         else if (auto *dialog = qobject_cast<QDialog *>(watched);
