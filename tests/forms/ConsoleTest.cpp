@@ -81,6 +81,7 @@ TEST_F(ConsoleTest, RepliesThatComeASecondLateCountForNothing)
         OpenConsole(op, "_0002!!0A7254");
         rack().SetDelay(2, std::chrono::seconds(1));
         rack().SetValue(2, "0A", "inputs", "5678");
+        op.Gui([&] { clock.slowness = 4; });
         EXPECT_EQ(Poll(op), (Lines{"$0A6"}));
         EXPECT_EQ(TextOf(op, "LabDHv"), "12");
         EXPECT_EQ(op.Gui([&] { return Console()->Reply; }), "");
@@ -122,6 +123,7 @@ TEST_P(AnyConsoleTest, StaysUsableWhateverTheModuleAnswers)
             EXPECT_FALSE(Poll(op).empty());
         }
         rack().ClearFaults();
+        op.Gui([&] { clock.slowness = 10; });
         EXPECT_FALSE(Poll(op).empty());
         EXPECT_TRUE(op.Gui(
             [&] { return vorn::IsAccepted(Console()->Reply) || vorn::IsAccepted(Console()->Reply, '>'); }));

@@ -22,7 +22,7 @@ const std::string InvalidTitle = "Configuration is invalid";
 class ConsoleTroubleTest : public ::testing::Test, public LateConsoleRun
 {
 protected:
-    ConsoleTroubleTest() { clock.slowness = 4; }
+    ConsoleTroubleTest() { clock.slowness = 10; }
 
     /// Opens the console; its clock goes on.
     void Load(Operator &op, LateBus &bus, const std::string &model)
