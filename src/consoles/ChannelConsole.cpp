@@ -90,9 +90,8 @@ void ChannelConsole::ReadValue(int channel)
 /// The mask is read behind each channel, and says something about one: that of its character.
 void ChannelConsole::ReadEnabled(int character)
 {
-    if (!AskFor(Register::ChannelMask))
+    if (!ReadBits(Register::ChannelMask, EnableBits))
         return;
-    EnableBits = HexToBin(Mid(Reply, 4));
     const int channel = Channels() - 1 - character;
     for (QLabel *field :
          {txtvalue[static_cast<std::size_t>(channel)], txtRange[static_cast<std::size_t>(channel)]})

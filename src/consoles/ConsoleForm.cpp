@@ -45,26 +45,19 @@ std::string DecimalAddress(std::string_view hexAddress)
 
 } // namespace
 
-class ConsoleForm::Frozen final
+ConsoleForm::Frozen::Frozen(ConsoleForm &console, QWidget *part)
+    : console_(console), part_(part), focus_(console.focusWidget())
 {
-public:
-    Frozen(ConsoleForm &console, QWidget *part) : part_(part), focus_(console.focusWidget())
-    {
-        part_->setEnabled(false);
-    }
-    ~Frozen()
-    {
-        part_->setEnabled(true);
-        if (focus_)
-            focus_->setFocus();
-    }
-    Frozen(const Frozen &) = delete;
-    Frozen &operator=(const Frozen &) = delete;
+    part_->setEnabled(false);
+    moved_ = console_.focusWidget();
+}
 
-private:
-    QWidget *part_;
-    QPointer<QWidget> focus_;
-};
+ConsoleForm::Frozen::~Frozen()
+{
+    part_->setEnabled(true);
+    if (focus_ && console_.focusWidget() == moved_)
+        focus_->setFocus();
+}
 
 ConsoleForm::ConsoleForm(FormMain &main, const ConsoleDesign &design)
     : ConsoleWindow(main, design.name, design.caption)
@@ -246,9 +239,13 @@ ConsoleForm::Record ConsoleForm::RecordToWrite() const
 }
 
 /// Writes the record and reads it back, both several times over if need be. True when the page shows what the
-/// module now holds.
+/// module now holds. Nothing is written while the line speed isn't known, which each record holds.
 bool ConsoleForm::UpdateRecord()
 {
+    if (cboBaudRate->currentIndex() < 0) {
+        TellRefused(RecordToWrite());
+        return false;
+    }
     int refused = 0;
     int unread = 0;
     for (;;) {
@@ -293,7 +290,8 @@ void ConsoleForm::ShowCheckRead(const Record &record)
     if (InitState) {
         txtOldAddress->setText(ToQString("*" + record.address));
     } else {
-        source_ = Mid(Reply, 2, 2);
+        // A reply without an address came from where it was asked for.
+        source_ = HexAt(Reply, 2) < 0 ? record.address : Mid(Reply, 2, 2);
         Address = source_; // the steps that follow go to the address that the module now has
         txtOldAddress->setText(ToQString(source_));
     }

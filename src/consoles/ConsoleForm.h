@@ -99,11 +99,24 @@ protected:
 
     static constexpr int Attempts = 4;
 
-private:
     /// Disables a part of the window for as long as it lives, so that nothing is typed that the action which
-    /// runs would overwrite. The focus comes back.
-    class Frozen;
+    /// runs would overwrite. The focus comes back, unless the operator has taken it elsewhere meanwhile.
+    class Frozen final
+    {
+    public:
+        Frozen(ConsoleForm &console, QWidget *part);
+        ~Frozen();
+        Frozen(const Frozen &) = delete;
+        Frozen &operator=(const Frozen &) = delete;
 
+    private:
+        ConsoleForm &console_;
+        QWidget *part_;
+        QPointer<QWidget> focus_;
+        QPointer<QWidget> moved_; ///< where disabling has put the focus
+    };
+
+private:
     struct Record {
         std::string source; ///< address before, two hexadecimal digits
         std::string address;

@@ -138,14 +138,19 @@ int SlewPosition(std::string_view formatByte)
 
 std::string AOString(std::string_view text)
 {
+    constexpr std::size_t Digits = 2;
     constexpr std::size_t Decimals = 3;
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    text = text.substr(0, text.find_last_not_of(' ') + 1);
     const char sign = !text.empty() && IsSign(text.front()) ? text.front() : '+';
     if (!text.empty() && IsSign(text.front()))
+        text.remove_prefix(1);
+    while (text.size() > Digits && text.front() == '0' && IsDigit(text[1]))
         text.remove_prefix(1);
     const std::size_t point = text.find('.');
     const std::string whole(text.substr(0, point));
     const std::string decimals = point == std::string_view::npos ? "" : Mid(text, point + 2, Decimals);
-    return sign + PadLeft(whole, 2, '0') + "." + PadRight(decimals, Decimals, '0');
+    return sign + PadLeft(whole, Digits, '0') + "." + PadRight(decimals, Decimals, '0');
 }
 
 int CoefficientValue(std::string_view hex)

@@ -53,6 +53,7 @@ std::string SlewByte(int position, bool checksum);
 int SlewPosition(std::string_view formatByte);
 
 /// A number as outputs take it: sign, two integer digits, point, three decimals: "+04.000".
+/// Blanks around it and zeros in front don't count.
 std::string AOString(std::string_view text);
 
 /// Value of a coefficient, two hexadecimal digits; above 127 it is negative.

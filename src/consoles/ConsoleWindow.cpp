@@ -22,6 +22,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace vorn
 {
@@ -30,6 +31,21 @@ namespace
 {
 
 constexpr std::int64_t TimeOut = 100; ///< milliseconds, for the beginning of a reply and again for its end
+
+void MsgBoxOfPort(int error)
+{
+    switch (error) {
+    case RuntimeErrorNumber::PortAlreadyOpen:
+        MsgBox("Port already open !", MsgBoxStyle::Critical, "Port already open");
+        break;
+    case RuntimeErrorNumber::InvalidProperty:
+        MsgBox("Invalid baud rate !", MsgBoxStyle::Critical, "Invalid baud rate");
+        break;
+    default:
+        MsgBox("Invalid Port Number !", MsgBoxStyle::Critical, "Invalid Port Number");
+        break;
+    }
+}
 
 /// The window has closed: the running action is left.
 struct ConsoleClosed {
@@ -106,6 +122,7 @@ void ConsoleWindow::OpenPort()
         MSComm.SetCommPort(NodeKey.port());
         MSComm.SetSettings(ConsoleBaud + ",N,8,1");
         MSComm.SetPortOpen(true);
+        PortTold = false;
     } catch (const RuntimeError &error) {
         TellPort(error.number());
     }
@@ -114,17 +131,8 @@ void ConsoleWindow::OpenPort()
 /// A port that can't be used any more is told once, and the window closes.
 void ConsoleWindow::TellPort(int error)
 {
-    switch (error) {
-    case RuntimeErrorNumber::PortAlreadyOpen:
-        MsgBox("Port already open !", MsgBoxStyle::Critical, "Port already open");
-        break;
-    case RuntimeErrorNumber::InvalidProperty:
-        MsgBox("Invalid baud rate !", MsgBoxStyle::Critical, "Invalid baud rate");
-        break;
-    default:
-        MsgBox("Invalid Port Number !", MsgBoxStyle::Critical, "Invalid Port Number");
-        break;
-    }
+    if (!std::exchange(PortTold, true))
+        MsgBoxOfPort(error);
     reject();
     LeaveIfClosed();
 }

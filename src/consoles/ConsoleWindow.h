@@ -49,6 +49,7 @@ public:
     bool InitState = false;     ///< the module sits in its initial state
     std::string Address = "00"; ///< two hexadecimal digits
     bool Alive = false;         ///< from load to unload
+    bool PortTold = false;      ///< the operator knows that the port can't be used
     class MSComm MSComm;
 
 protected:

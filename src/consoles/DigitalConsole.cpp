@@ -56,13 +56,22 @@ void DigitalConsole::OnSwitch(const Points &points, int yields,
     }
 }
 
-/// All outputs go out at once, as the operator sees them.
+void DigitalConsole::ShowOutputs(const Points &points, const std::string &hex)
+{
+    outputs_ = hex;
+    SetLamps(points, HexToBin(hex));
+}
+
+/// All outputs go out at once, as the operator sees them. What the module didn't take is no longer on show
+/// then: the next switch would send it along.
 void DigitalConsole::Switch(const Points &points, int yields,
                             const std::function<void(const std::string &)> &behind)
 {
     tmrTimer.stop();
     for (int attempt = 0;; ++attempt) {
         if (attempt == Attempts) {
+            if (outputs_)
+                SetLamps(points, HexToBin(*outputs_));
             Box(SwitchFailed, MsgBoxStyle::Plain);
             break;
         }
@@ -72,6 +81,7 @@ void DigitalConsole::Switch(const Points &points, int yields,
             SetBit(bits, static_cast<int>(i), points[i]->value());
         const std::string hex = BinToHex(bits);
         if (Tell(Register::PointByte, hex, 0, '>')) {
+            outputs_ = hex;
             behind(hex);
             break;
         }
@@ -101,10 +111,12 @@ void TwoRowConsole::InitialDI()
         return;
     const std::string low = Mid(Reply, 4, 2);
     const std::string high = Mid(Reply, 2, 2);
+    if (!IsHexPair(low) || !IsHexPair(high))
+        return; // the next switch would send what nobody has read
     LabDLv->setText(ToQString(low));
     LabDHv->setText(ToQString(high));
     SetLamps(DIOL, HexToBin(low));
-    SetLamps(DIOH, HexToBin(high));
+    ShowOutputs(DIOH, high);
 }
 
 } // namespace vorn

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <initializer_list>
+#include <optional>
 #include <span>
 
 class QLabel;
@@ -41,6 +42,8 @@ protected:
         QLabel *value;
     };
     Row AddPoints(const PointRowDesign &design);
+    /// Shows outputs as the module holds them.
+    void ShowOutputs(const Points &points, const std::string &hex);
     /// Has the operator switch outputs; `behind` runs when the module took them, with their two hexadecimal
     /// digits.
     void OnSwitch(const Points &points, int yields, const std::function<void(const std::string &)> &behind);
@@ -50,6 +53,8 @@ protected:
     static constexpr const char *SwitchFailed = "Setup is invalid, please try again";
 
 private:
+    std::optional<std::string> outputs_; ///< two hexadecimal digits, as far as the module has told
+
     void Switch(const Points &points, int yields, const std::function<void(const std::string &)> &behind);
 };
 

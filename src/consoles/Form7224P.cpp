@@ -98,7 +98,9 @@ void Form7224P::ShowRecord()
 
 void Form7224P::ShowFormat()
 {
-    formatBits_ = HexToBin(Mid(Reply, 8));
+    if (!IsHexPair(Mid(Reply, 8, 2)))
+        return;
+    formatBits_ = HexToBin(Mid(Reply, 8, 2));
     const std::string format = Mid(formatBits_, 7, 2);
     if (format == "00")
         CmbDataFormat->setCurrentIndex(0);
@@ -117,8 +119,7 @@ void Form7224P::BeforeFirmware()
 
 void Form7224P::ReadMore()
 {
-    if (AskFor(Register::OpenWiring))
-        WireBits = HexToBin(Mid(Reply, 4));
+    ReadBits(Register::OpenWiring, WireBits);
     ShowLamps();
     ReadColdJunctionValue();
     if (AskFor(Register::Watchdog))

@@ -201,6 +201,7 @@ void Form7234::BuildFunctions()
     grid->addLayout(buttons, Channels + 1, 0, 1, 5);
 
     OnPress(Command6, [this] {
+        const Frozen frozen(*this, Body());
         tmrTimer.stop();
         Wait(StoringTime);
         initsetting();
@@ -422,12 +423,11 @@ bool Form7234::SetFunction(int channel, const Function &function)
 {
     const auto place = static_cast<std::size_t>(channel);
     const OutputKind *kind = KindAt(function.type);
-    const std::string_view code = kind ? kind->code : std::string_view{};
-    if (!Tell(Register::OutputType, code, channel)) {
+    if (!kind || !Tell(Register::OutputType, kind->code, channel)) {
         Box("Setup out put type failed on channel " + ChannelNumber(channel), MsgBoxStyle::Critical);
         return false;
     }
-    TypeCode_[place] = code;
+    TypeCode_[place] = kind->code;
     if (!IsWithin(function, channel))
         return false;
     if (!Tell(Register::StartupOfChannel, AOString(function.startup), channel) ||
@@ -490,7 +490,10 @@ void Form7234::Trim(const Point &point, int channel)
 {
     if (!AskFor(point.coefficient, channel))
         return;
-    const int coefficient = CoefficientValue(Cut(Reply, RowOf(point.coefficient).value));
+    const std::string hex = Cut(Reply, RowOf(point.coefficient).value);
+    if (!IsHexPair(hex))
+        return;
+    const int coefficient = CoefficientValue(hex);
     MSComm.SetPortOpen(false);
     {
         const auto calibration =
@@ -501,6 +504,7 @@ void Form7234::Trim(const Point &point, int channel)
         calibration->InitState = InitState;
         calibration->ChecksumOn = ChecksumOn;
         calibration->Run();
+        PortTold = calibration->PortTold;
     }
     if (!MSComm.PortOpen())
         OpenPort();

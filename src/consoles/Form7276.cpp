@@ -39,9 +39,10 @@ void Form7276::AfterFirmware()
 void Form7276::ReadOutputs()
 {
     tmrTimer.stop();
-    if (AskFor(Register::Points)) {
-        const std::string hex = Mid(Reply, 2, 2);
-        SetLamps(DIOL, HexToBin(hex));
+    const bool answers = AskFor(Register::Points);
+    const std::string hex = Mid(Reply, 2, 2);
+    if (answers && IsHexPair(hex)) {
+        ShowOutputs(DIOL, hex);
         LabDLv->setText(ToQString(hex));
     } else {
         Box(SwitchFailed, MsgBoxStyle::Plain);

@@ -155,6 +155,14 @@ void InputConsole::ShowLamps()
     }
 }
 
+bool InputConsole::ReadBits(Register reg, std::string &bits)
+{
+    if (!AskFor(reg) || !IsHexPair(Mid(Reply, 4, 2)))
+        return false;
+    bits = HexToBin(Mid(Reply, 4, 2));
+    return true;
+}
+
 int InputConsole::ReadType(int channel)
 {
     if (!AskFor(Register::ChannelType, channel))
@@ -184,10 +192,17 @@ InputConsole::ChannelEntry InputConsole::TakeEntry(bool enabled)
             std::exchange(TypeChanged, false)};
 }
 
+/// A mask that the module didn't take counts for nothing: the next one that is sent doesn't hold it either.
 bool InputConsole::WriteMask(int channel, bool enabled)
 {
-    SetBit(EnableBits, channel, enabled);
-    return Tell(Register::ChannelMask, BinToHex(EnableBits));
+    std::string bits = EnableBits;
+    if (bits.empty())
+        return false; // it would hold the other channels, which nobody knows
+    SetBit(bits, channel, enabled);
+    if (!Tell(Register::ChannelMask, BinToHex(bits)))
+        return false;
+    EnableBits = bits;
+    return true;
 }
 
 bool InputConsole::WriteType(int channel, int position)
@@ -208,7 +223,9 @@ void InputConsole::OnCalibration(QAbstractButton *button, const Calibration &cal
 {
     OnPressWith(button, [this, calibration] {
         return [this, calibration, channel = cboChannel->currentIndex(), type = cboType->currentIndex()] {
-            CalibrateClick(calibration, channel, type);
+            // The type of a channel that was chosen right before has been read by now.
+            const bool onShow = cboChannel->currentIndex() == channel;
+            CalibrateClick(calibration, channel, onShow ? cboType->currentIndex() : type);
         };
     });
 }

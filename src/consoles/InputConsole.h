@@ -81,6 +81,9 @@ protected:
     /// Shows the one lamp of each channel that says how it is.
     void ShowLamps();
 
+    /// Reads the bits of all channels; false, and `bits` as they were, if the module tells none.
+    bool ReadBits(Register reg, std::string &bits);
+
     /// Reads a channel's type; its list position, -1 if the module doesn't answer or the code isn't known.
     int ReadType(int channel);
     /// Reads a channel's type into its row of the data area; false if the module doesn't answer.

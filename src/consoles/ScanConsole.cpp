@@ -63,12 +63,8 @@ void ScanConsole::UpdateData()
 /// A module that stops answering leaves the last values on the page.
 bool ScanConsole::ReadChannels()
 {
-    if (!AskFor(Register::ChannelMask))
+    if (!ReadBits(Register::ChannelMask, EnableBits) || !ReadBits(Register::OpenWiring, WireBits))
         return false;
-    EnableBits = HexToBin(Mid(Reply, 4));
-    if (!AskFor(Register::OpenWiring))
-        return false;
-    WireBits = HexToBin(Mid(Reply, 4));
     AskFor(Register::AllReadings);
     if (Reply.empty())
         return false;

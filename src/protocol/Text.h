@@ -51,4 +51,11 @@ constexpr bool IsHexDigit(char c)
     return HexDigitValue(c) >= 0;
 }
 
+/// Two digits as modules write a byte: capitals.
+constexpr bool IsHexPair(std::string_view text)
+{
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    return text.size() == 2 && text.find_first_not_of(Digits) == std::string_view::npos;
+}
+
 } // namespace vorn

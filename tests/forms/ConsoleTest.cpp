@@ -1,7 +1,7 @@
 // What all consoles have of their window: port, closing, ticks and clicks that meet.
 
 #include "support/ConsoleRun.h"
-#include "support/LateBus.h"
+#include "support/LateConsoleRun.h"
 
 #include "platform/MSComm.h"
 #include "protocol/CommandFrame.h"
@@ -81,6 +81,7 @@ TEST_F(ConsoleTest, RepliesThatComeASecondLateCountForNothing)
         OpenConsole(op, "_0002!!0A7254");
         rack().SetDelay(2, std::chrono::seconds(1));
         rack().SetValue(2, "0A", "inputs", "5678");
+        op.Gui([&] { clock.slowness = 4; });
         EXPECT_EQ(Poll(op), (Lines{"$0A6"}));
         EXPECT_EQ(TextOf(op, "LabDHv"), "12");
         EXPECT_EQ(op.Gui([&] { return Console()->Reply; }), "");
@@ -122,6 +123,7 @@ TEST_P(AnyConsoleTest, StaysUsableWhateverTheModuleAnswers)
             EXPECT_FALSE(Poll(op).empty());
         }
         rack().ClearFaults();
+        op.Gui([&] { clock.slowness = 10; });
         EXPECT_FALSE(Poll(op).empty());
         EXPECT_TRUE(op.Gui(
             [&] { return vorn::IsAccepted(Console()->Reply) || vorn::IsAccepted(Console()->Reply, '>'); }));
@@ -133,33 +135,8 @@ TEST_P(AnyConsoleTest, StaysUsableWhateverTheModuleAnswers)
 INSTANTIATE_TEST_SUITE_P(Consoles, AnyConsoleTest,
                          ::testing::Values("7216", "7221P", "7224P", "7227", "7234", "7254", "7262"));
 
-class LateConsoleTest : public ::testing::Test, public ProgramRun
+class LateConsoleTest : public ::testing::Test, public LateConsoleRun
 {
-protected:
-    void Open(Operator &op, LateBus &bus, const std::string &key)
-    {
-        op.Gui([&] {
-            main().Nodes.Add("KeyCOM002", key, "(0A)", "vorn4ico", "vorn4icoS");
-            LeftClick(key);
-        });
-        op.WaitFor([&] { return Console() && Console()->tmrTimer.isActive(); }, "the console");
-        op.Gui([&] { Console()->tmrTimer.setInterval(std::chrono::hours(1)); });
-        op.WaitFor([&] { return !main().Gate.IsOnLine(); }, "a free line");
-        op.Settle();
-        bus.Forget();
-        clock.ticks = 1; // a reply that is held back is never late
-    }
-    vorn::ConsoleForm *Console() { return main().findChild<vorn::ConsoleForm *>(); }
-    template <class Control = QWidget>
-    Control *Part(const char *name)
-    {
-        return Console()->findChild<Control *>(QLatin1String(name));
-    }
-    void Tick(Operator &op)
-    {
-        op.Gui([&] { QMetaObject::invokeMethod(&Console()->tmrTimer, "timeout"); });
-        op.Settle();
-    }
 };
 
 TEST_F(LateConsoleTest, ATickThatMeetsATransactionIsDropped)

@@ -22,7 +22,7 @@ class ConsoleRun : public RackOfOne
 {
 public:
     /// A console waits a tenth of a second for a reply: too little for a busy machine.
-    ConsoleRun() { clock.slowness = 4; }
+    ConsoleRun() { clock.slowness = 10; }
 
     /// Clicks the module's node, and waits until its console has loaded. `begin` is what it sent.
     void OpenConsole(Operator &op, const std::string &key)

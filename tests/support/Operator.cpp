@@ -30,6 +30,20 @@ using namespace std::chrono_literals;
 constexpr auto Patience = 20s;
 constexpr auto Look = 2ms;
 
+QPoint RowOf(const QTreeWidget &list, int row)
+{
+    return list.visualItemRect(list.topLevelItem(row)).center();
+}
+
+} // namespace
+
+void PickEntry(QComboBox &box, int entry)
+{
+    box.showPopup();
+    box.view()->setCurrentIndex(box.model()->index(entry, box.modelColumn()));
+    QTest::keyClick(box.view(), Qt::Key_Return);
+}
+
 int StyleOf(const QMessageBox &box)
 {
     switch (box.icon()) {
@@ -44,20 +58,6 @@ int StyleOf(const QMessageBox &box)
     default:
         return box.standardButtons().testFlag(QMessageBox::Cancel) ? 1 : 0;
     }
-}
-
-QPoint RowOf(const QTreeWidget &list, int row)
-{
-    return list.visualItemRect(list.topLevelItem(row)).center();
-}
-
-} // namespace
-
-void PickEntry(QComboBox &box, int entry)
-{
-    box.showPopup();
-    box.view()->setCurrentIndex(box.model()->index(entry, box.modelColumn()));
-    QTest::keyClick(box.view(), Qt::Key_Return);
 }
 
 void Operator::Run(const std::function<void(Operator &)> &steps)

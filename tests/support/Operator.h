@@ -16,10 +16,14 @@ class QAction;
 class QComboBox;
 class QFileDialog;
 class QMenu;
+class QMessageBox;
 class QTreeWidget;
 
 /// Unfolds a list box and takes one of its entries, the selected one, too.
 void PickEntry(QComboBox &box, int entry);
+
+/// The style of a message box, as the number that the program knows it by.
+int StyleOf(const QMessageBox &box);
 
 /// The person before the screen. Its steps run on a thread of their own, since the program's handlers loop
 /// inside the event loop; each look and each move is done on the window's thread, in whatever loop that is in
