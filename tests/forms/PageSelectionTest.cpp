@@ -411,27 +411,25 @@ TEST_F(PageSelectionTest, TheRefreshNeverBeginsInsideATransactionOrUnderABox)
         const std::string key = AddModule(op, "7256");
         Choose(op, key);
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh");
-        op.Gui([&] { main().PauseRefresh = true; });
-        op.WaitFor([&] { return !main().NoYield; }, "the end of the refresh");
-        peer_.Forget();
-        op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("30000")); });
-        QMetaObject::invokeMethod(
-            &main(),
-            [this] {
-                main().trans("$992", false);
-                vorn::MsgBox("one", vorn::MsgBoxStyle::Critical, "one");
-            },
-            Qt::QueuedConnection);
-        op.WaitFor([&] { return !peer_.Lines().empty(); }, "the command");
-        QMetaObject::invokeMethod(&main().Timer1, "timeout", Qt::BlockingQueuedConnection);
-        op.Settle();
-        EXPECT_FALSE(op.Gui([&] { return main().NoYield; }));
+        const auto tick = [&] {
+            QMetaObject::invokeMethod(&main().Timer1, "timeout", Qt::BlockingQueuedConnection);
+            op.Settle();
+            EXPECT_EQ(peer_.Lines(), Lines{"$992"});
+        };
+        op.Gui([&] {
+            main().Gate.Take({.context = &main(), .action = [this] {
+                                  main().TextTimeOut->setText(QStringLiteral("30000"));
+                                  peer_.Forget();
+                                  main().trans("$992", false);
+                                  vorn::MsgBox("one", vorn::MsgBoxStyle::Critical, "one");
+                              }});
+        });
+        op.WaitFor([&] { return peer_.Lines() == Lines{"$992"}; }, "the command");
+        tick();
         op.Gui([&] { main().TextTimeOut->setText(QStringLiteral("1")); });
         peer_.Send("!99\r");
         ASSERT_TRUE(op.AwaitBox("the box"));
-        op.Settle();
-        EXPECT_FALSE(op.Gui([&] { return main().NoYield; }));
-        EXPECT_EQ(peer_.Lines(), Lines{"$992"});
+        tick();
         op.AnswerBox("one", 16, "one");
         op.WaitFor([&] { return peer_.Lines().size() > 3; }, "the refresh again");
     });
