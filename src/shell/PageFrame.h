@@ -95,7 +95,7 @@ private:
 template <class Labels>
 void SetAll(const Labels &labels, const QString &text)
 {
-    for (QLabel *label : labels)
+    for (auto *label : labels)
         label->setText(text);
 }
 
