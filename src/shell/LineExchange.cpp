@@ -24,15 +24,17 @@ LineExchange::Result LineExchange::Run(std::string_view line, std::int64_t timeO
 {
     port_.Output(std::string(line) + CarriageReturn);
     const std::uint32_t start = clock_.GetTickCount();
-    while (port_.InBufferCount() < ShortestReply) {
+    for (;;) {
+        // The time first: what came while the process had no turn isn't late.
         const std::int64_t elapsed = ElapsedTicks(clock_, start);
+        if (port_.InBufferCount() >= ShortestReply)
+            return Collect(timeOut);
         if (elapsed > timeOut)
             return {Outcome::Silence, {}};
         if (goesOn && !goesOn())
             return {};
         Wait(std::max<std::int64_t>(timeOut - elapsed, 1), ShortestReply);
     }
-    return Collect(timeOut);
 }
 
 /// Collects the reply up to its carriage return. Text behind a carriage return inside the last piece doubles

@@ -88,6 +88,27 @@ TEST_F(TransTest, SilenceEmptiesTheReply)
     });
 }
 
+TEST_F(TransTest, AReplyThatCameWhileTheProcessHadNoTurnIsNotLate)
+{
+    Operate([&](Operator &op) {
+        op.Gui([&] {
+            int looks = 0;
+            clock.ticks = 1000;
+            clock.ticked = [&] {
+                if (++looks != 2) // the first one that a reply is waited for
+                    return;
+                peer_.Send("!01\r");
+                while (main().MSComm1.InBufferCount() < 4)
+                    std::this_thread::yield();
+                clock.ticks = 1000000;
+            };
+            EXPECT_EQ(main().trans("$012", false), "!01");
+            clock.ticked = {};
+        });
+        op.WaitFor([&] { return peer_.Lines() == Lines{"$012"}; }, "the command");
+    });
+}
+
 TEST_F(TransTest, OneLoneCharacterCountsAsNothing)
 {
     peer_.Reply("$012", "!01\r");

@@ -30,8 +30,14 @@ public:
     std::function<void()> looked;       ///< called at each look at that time, before it is told
     std::optional<std::uint32_t> ticks; ///< stands still: no time-out ever comes
     std::uint32_t slowness = 1;         ///< milliseconds of a tick: time-outs that nobody can set come later
+    std::function<void()> ticked;       ///< called at each look at the ticks, before they are told
 
-    std::uint32_t GetTickCount() const override { return ticks ? *ticks : Clock::GetTickCount() / slowness; }
+    std::uint32_t GetTickCount() const override
+    {
+        if (ticked)
+            ticked();
+        return ticks ? *ticks : Clock::GetTickCount() / slowness;
+    }
     double Timer() const override
     {
         if (looked)
