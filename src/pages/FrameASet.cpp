@@ -52,7 +52,9 @@ void FrameASet::BuildFields()
     for (std::size_t i = 0; i < LabAunit.size(); ++i)
         LabAunit[i] = MakeLabel(this, ElementName("LabAunit", static_cast<int>(i)), "");
     CmdAlarmUpdata = MakeButton(this, QStringLiteral("CmdAlarmUpdata"), "U&pdate");
-    OnClick(main(), CmdAlarmUpdata, this, [this](const NodeKey &node) { CmdAlarmUpdata_Click(node); });
+    Writes(CmdAlarmUpdata, [this] {
+        return [this, entered = ReadEntered()](const NodeKey &node) { CmdAlarmUpdata_Click(node, entered); };
+    });
 }
 
 void FrameASet::Load(PageReading &reading)
@@ -78,21 +80,28 @@ void FrameASet::CmdAlarmsetting_Click()
     SetCaption(live_.ADIO[1], captions.second);
 }
 
-void FrameASet::CmdAlarmUpdata_Click(const NodeKey &node)
+FrameASet::Entered FrameASet::ReadEntered() const
+{
+    return {.mode = CmdAlarmsetting->currentIndex(),
+            .range = settings_.CmbRange->currentIndex(),
+            .limits = {.low = FromQString(TextLowValue->text()), .high = FromQString(TextHighValue->text())}};
+}
+
+void FrameASet::CmdAlarmUpdata_Click(const NodeKey &node, const Entered &entered)
 {
     main().NowStatus("Now Alarm setting is processing , Please wait moment....");
     const RefreshHold hold(main());
     DoEvents();
-    WriteMode(node);
-    WriteLimits(node);
+    WriteMode(node, entered.mode);
+    WriteLimits(node, entered);
     MsgBox("Alarm setting is complete !", MsgBoxStyle::Information, "Alarm setting is complete !");
     Reload(main());
 }
 
-void FrameASet::WriteMode(const NodeKey &node)
+void FrameASet::WriteMode(const NodeKey &node, int mode)
 {
     // Without a selection nothing is sent, and the reply that stands is judged.
-    if (const auto command = AlarmModeCommand(node, CmdAlarmsetting->currentIndex()))
+    if (const auto command = AlarmModeCommand(node, mode))
         Send(main(), node, *command);
     if (IsAccepted(main().ReplyText))
         WaitStored(main(), node);
@@ -100,16 +109,14 @@ void FrameASet::WriteMode(const NodeKey &node)
         MsgBox("Alarm state setting error !", MsgBoxStyle::Critical, "Alarm state setting error");
 }
 
-void FrameASet::WriteLimits(const NodeKey &node)
+void FrameASet::WriteLimits(const NodeKey &node, const Entered &entered)
 {
-    const LimitPair typed{.low = FromQString(TextLowValue->text()),
-                          .high = FromQString(TextHighValue->text())};
-    if (!AreLimitsInOrder(typed)) {
+    if (!AreLimitsInOrder(entered.limits)) {
         MsgBox("High Alarm Limit Value < Low Alarm Limit value", MsgBoxStyle::Critical,
                "Alarm Limit setting error !");
         return;
     }
-    const LimitPair limits = WireAlarmLimits(node.model(), settings_.CmbRange->currentIndex(), typed);
+    const LimitPair limits = WireAlarmLimits(node.model(), entered.range, entered.limits);
     if (!Store(main(), node, HighLimitCommand(node, limits.high)))
         MsgBox("High Alarm Limit setting error !", MsgBoxStyle::Critical, "High Alarm Limit setting error");
     if (!Store(main(), node, LowLimitCommand(node, limits.low)))

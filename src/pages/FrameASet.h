@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/AlarmLimits.h"
 #include "shell/PageFrame.h"
 
 #include <array>
@@ -30,12 +31,20 @@ public:
     void Load(PageReading &reading) override;
 
 private:
+    /// What an update writes.
+    struct Entered {
+        int mode;  ///< position of `CmdAlarmsetting`; -1 without a selection
+        int range; ///< position of `CmbRange`
+        LimitPair limits;
+    };
+
     void BuildFields();
+    Entered ReadEntered() const;
 
     void CmdAlarmsetting_Click();
-    void CmdAlarmUpdata_Click(const NodeKey &node);
-    void WriteMode(const NodeKey &node);
-    void WriteLimits(const NodeKey &node);
+    void CmdAlarmUpdata_Click(const NodeKey &node, const Entered &entered);
+    void WriteMode(const NodeKey &node, int mode);
+    void WriteLimits(const NodeKey &node, const Entered &entered);
 
     const FrameMSet &settings_;
     const FrameGen &live_;

@@ -21,6 +21,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 
 #include <optional>
 
@@ -31,10 +32,10 @@ namespace
 {
 
 /// Wire form of a counter entry; nothing for a text that is no number.
-std::optional<std::string> WireCount(const QLineEdit &field)
+std::optional<std::string> WireCount(const std::string &text)
 {
     try {
-        return DecToHex8(FromQString(field.text()));
+        return DecToHex8(text);
     } catch (const RuntimeError &) {
         return std::nullopt;
     }
@@ -70,10 +71,16 @@ FrameFC::FrameFC(FormMain &main, const FrameMSet &settings, FrameFCdata &live)
         const auto e = static_cast<std::size_t>(i);
         OnClick(main, live.CmdCounterSet[e], this,
                 [this, i](const NodeKey &node) { CmdCounterSet_Click(node, i); });
-        OnClick(main, OptionCch0S[e], this,
-                [this, i](const NodeKey &node) { OptionCch0S_Click(node, i == 1); });
+        Writes(OptionCch0S[e], [this, start = i == 1] {
+            return [this, start, counter = CounterOfCaption(CaptionOf(this))](const NodeKey &node) {
+                if (counter)
+                    OptionCch0S_Click(node, *counter, start);
+            };
+        });
     }
-    OnClick(main, ComCUpdata, this, [this](const NodeKey &node) { ComCUpdata_Click(node); });
+    Writes(ComCUpdata, [this] {
+        return [this, entered = ReadEntered()](const NodeKey &node) { ComCUpdata_Click(node, entered); };
+    });
     connect(&live, &FrameFCdata::AlarmModeRead, this,
             [this](char alarm) { Select(CmbFC0Amode, alarm - '0'); });
     connect(&settings, &FrameMSet::InputModeChanged, this, [this, &settings] {
@@ -124,6 +131,8 @@ void FrameFC::SetCount(CounterField field, const std::string &payload)
 
 void FrameFC::CmdCounterSet_Click(const NodeKey &node, int counter)
 {
+    SetLoading(true);
+    const auto loaded = qScopeGuard([this] { SetLoading(false); });
     SetCaption(this, "Counter " + std::to_string(counter));
     for (const CounterRead &read : CounterReads(node, counter)) {
         if (Send(main(), node, read.command))
@@ -176,20 +185,30 @@ void FrameFC::ShowFields(const NodeKey &node, int counter)
     Labmode->setBuddy(display ? static_cast<QWidget *>(CmbFC0Amode) : CheckPresetMode);
 }
 
-void FrameFC::ComCUpdata_Click(const NodeKey &node)
+FrameFC::Entered FrameFC::ReadEntered() const
+{
+    Entered entered{.counter = CounterOfCaption(CaptionOf(this)),
+                    .counts = {},
+                    .preset = CheckPresetMode->isChecked(),
+                    .alarmMode = CmbFC0Amode->currentIndex()};
+    for (const CounterField field : {CounterField::Maximum, CounterField::Preset, CounterField::Initial})
+        entered.counts.emplace(field, FromQString(Field(field)->text()));
+    return entered;
+}
+
+void FrameFC::ComCUpdata_Click(const NodeKey &node, const Entered &entered)
 {
     main().NowStatus("Now Counter setting is processing , Please wait moment....");
-    if (const auto counter = CounterOfCaption(CaptionOf(this))) {
+    if (const auto counter = entered.counter) {
         const Hourglass hourglass(main());
         for (const CounterWrite &write : CounterWrites(node, *counter)) {
-            const auto value = WireCount(*Field(write.field));
+            const auto value = WireCount(entered.counts.at(write.field));
             if (value && Send(main(), node, write.command + *value))
                 WaitModuleReady(main(), node.busAddress(), node.checksum());
             else
                 MsgBox(write.failureText, MsgBoxStyle::Critical, write.failureTitle);
         }
-        const auto mode =
-            CounterModeCommand(node, *counter, CheckPresetMode->isChecked(), CmbFC0Amode->currentIndex());
+        const auto mode = CounterModeCommand(node, *counter, entered.preset, entered.alarmMode);
         if (mode)
             Send(main(), node, *mode);
         CmdCounterSet_Click(node, *counter);
@@ -197,15 +216,12 @@ void FrameFC::ComCUpdata_Click(const NodeKey &node)
     MsgBox("Counter setting is complete !", MsgBoxStyle::Information, "Counter setting is complete !");
 }
 
-void FrameFC::OptionCch0S_Click(const NodeKey &node, bool start)
+void FrameFC::OptionCch0S_Click(const NodeKey &node, int counter, bool start)
 {
-    const auto counter = CounterOfCaption(CaptionOf(this));
-    if (!counter)
-        return;
-    Send(main(), node, CounterRunCommand(node, *counter, start));
+    Send(main(), node, CounterRunCommand(node, counter, start));
     WaitModuleReady(main(), node.busAddress(), node.checksum());
-    if (Send(main(), node, CounterStateCommand(node, *counter)))
-        live_.ShowState(*counter, Payload(main().ReplyText, node.checksum()));
+    if (Send(main(), node, CounterStateCommand(node, counter)))
+        live_.ShowState(counter, Payload(main().ReplyText, node.checksum()));
 }
 
 } // namespace vorn

@@ -3,6 +3,9 @@
 #include "shell/PageFrame.h"
 
 #include <array>
+#include <map>
+#include <optional>
+#include <string>
 
 class QCheckBox;
 class QComboBox;
@@ -35,11 +38,20 @@ public:
     QPushButton *ComCUpdata;
 
 private:
+    /// What an update writes.
+    struct Entered {
+        std::optional<int> counter; ///< of the caption
+        std::map<CounterField, std::string> counts;
+        bool preset;   ///< `CheckPresetMode`
+        int alarmMode; ///< position of `CmbFC0Amode`
+    };
+
     void BuildFields();
+    Entered ReadEntered() const;
 
     void CmdCounterSet_Click(const NodeKey &node, int counter);
-    void OptionCch0S_Click(const NodeKey &node, bool start);
-    void ComCUpdata_Click(const NodeKey &node);
+    void OptionCch0S_Click(const NodeKey &node, int counter, bool start);
+    void ComCUpdata_Click(const NodeKey &node, const Entered &entered);
 
     void Show(const NodeKey &node, int counter, const CounterRead &read);
     void ShowFields(const NodeKey &node, int counter);

@@ -47,7 +47,9 @@ FrameFCf::FrameFCf(FormMain &main, const FrameMSet &settings)
                 [this, i](const NodeKey &node) { OptionFSel_Click(node, i); });
     OnTick(main, CheckFilter, this,
            [this](const NodeKey &node, bool enabled) { CheckFilter_Click(node, enabled); });
-    OnClick(main, ComFUpdata, this, [this](const NodeKey &node) { ComFUpdata_Click(node); });
+    Writes(ComFUpdata, [this] {
+        return [this, entered = ReadEntered()](const NodeKey &node) { ComFUpdata_Click(node, entered); };
+    });
     connect(&settings, &FrameMSet::InputModeChanged, this, &FrameFCf::InputModeChanged);
 }
 
@@ -154,15 +156,23 @@ void FrameFCf::CheckFilter_Click(const NodeKey &node, bool enabled)
     Store(main(), node, FilterCommand(node, enabled));
 }
 
-void FrameFCf::ComFUpdata_Click(const NodeKey &node)
+FrameFCf::Entered FrameFCf::ReadEntered() const
+{
+    Entered entered;
+    for (const FilterRegister &filter : FilterWrites())
+        entered.emplace(filter.field, FromQString(Field(filter.field)->text()));
+    return entered;
+}
+
+/// Which fields are written goes by the input stage as it is then.
+void FrameFCf::ComFUpdata_Click(const NodeKey &node, const Entered &entered)
 {
     main().NowStatus("Now Configuration is processing , Please wait moment....");
     for (const FilterRegister &filter : FilterWrites()) {
-        const QLineEdit *field = Field(filter.field);
         const bool level = filter.field == FilterField::HighLevel || filter.field == FilterField::LowLevel;
-        if (level && !IsShown(field))
+        if (level && !IsShown(Field(filter.field)))
             continue;
-        const std::string value = FilterWireText(filter.field, FromQString(field->text()));
+        const std::string value = FilterWireText(filter.field, entered.at(filter.field));
         if (!Store(main(), node, FilterCommandOf(node, filter) + value))
             MsgBox(filter.failureText, MsgBoxStyle::Critical, FilterError);
     }

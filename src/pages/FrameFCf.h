@@ -3,7 +3,9 @@
 #include "shell/PageFrame.h"
 
 #include <array>
+#include <map>
 #include <optional>
+#include <string>
 
 class QCheckBox;
 class QLabel;
@@ -35,12 +37,16 @@ public:
     void Load(PageReading &reading) override;
 
 private:
+    /// The texts that an update writes.
+    using Entered = std::map<FilterField, std::string>;
+
     void BuildFields();
+    Entered ReadEntered() const;
 
     void InputModeChanged();
     void OptionFSel_Click(const NodeKey &node, int element);
     void CheckFilter_Click(const NodeKey &node, bool enabled);
-    void ComFUpdata_Click(const NodeKey &node);
+    void ComFUpdata_Click(const NodeKey &node, const Entered &entered);
 
     std::optional<bool> ReadStage(PageReading &reading);
     void ShowInputStage(bool photo);

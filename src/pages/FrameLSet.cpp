@@ -51,7 +51,9 @@ void FrameLSet::BuildFields()
     for (std::size_t i = 0; i < LabLunit.size(); ++i)
         LabLunit[i] = MakeLabel(this, ElementName("LabLunit", static_cast<int>(i)), "");
     CmdLinearUpdata = MakeButton(this, QStringLiteral("CmdLinearUpdata"), "Updat&e Mapping");
-    OnClick(main(), CmdLinearUpdata, this, [this](const NodeKey &node) { CmdLinearUpdata_Click(node); });
+    Writes(CmdLinearUpdata, [this] {
+        return [this, entered = ReadEntered()](const NodeKey &node) { CmdLinearUpdata_Click(node, entered); };
+    });
 }
 
 void FrameLSet::Load(PageReading &reading)
@@ -73,34 +75,40 @@ void FrameLSet::ShowLimits(const std::string &reply, QLineEdit *low, QLineEdit *
     ShowText(high, Cut(reply, ReplyPlace::HighLimit));
 }
 
-void FrameLSet::CmdLinearUpdata_Click(const NodeKey &node)
+FrameLSet::Entered FrameLSet::ReadEntered() const
+{
+    const auto limits = [](const QLineEdit *low, const QLineEdit *high) {
+        return LimitPair{.low = FromQString(low->text()), .high = FromQString(high->text())};
+    };
+    return {.mapping = CaptionOf(CheckLinearScaling) != "Disable",
+            .range = settings_.CmbRange->currentIndex(),
+            .input = limits(TextMLowLimit, TextMHighLimit),
+            .output = limits(TextSLowLimit, TextSHighLimit)};
+}
+
+void FrameLSet::CmdLinearUpdata_Click(const NodeKey &node, const Entered &entered)
 {
     main().NowStatus("Now Linear Mapping Configuration is processing , Please wait moment....");
     const RefreshHold hold(main());
     DoEvents();
-    const Outcome outcome = Write(node);
+    const Outcome outcome = Write(node, entered);
     MsgBox(outcome.text, outcome.success ? MsgBoxStyle::Information : MsgBoxStyle::Critical, outcome.title);
     Reload(main());
 }
 
 /// The first failure ends the sequence; what was written before stays in the module.
-FrameLSet::Outcome FrameLSet::Write(const NodeKey &node)
+FrameLSet::Outcome FrameLSet::Write(const NodeKey &node, const Entered &entered)
 {
-    const auto limits = [](const QLineEdit *low, const QLineEdit *high) {
-        return LimitPair{.low = FromQString(low->text()), .high = FromQString(high->text())};
-    };
-    if (!Store(main(), node, MappingSwitchCommand(node, CaptionOf(CheckLinearScaling) != "Disable")))
+    if (!Store(main(), node, MappingSwitchCommand(node, entered.mapping)))
         return {"Configuration is invalid !", "Configuration is invalid"};
 
-    const LimitPair input = limits(TextMLowLimit, TextMHighLimit);
-    if (!AreLimitsInOrder(input))
+    if (!AreLimitsInOrder(entered.input))
         return {"Low limit input value must be lower then high limit input value !", "Input Setting failure"};
-    const int range = settings_.CmbRange->currentIndex();
-    if (!Store(main(), node, MappingInputCommand(node, WireInputLimits(node.model(), range, input))))
+    const LimitPair input = WireInputLimits(node.model(), entered.range, entered.input);
+    if (!Store(main(), node, MappingInputCommand(node, input)))
         return {"Input Setting failure !", "Input Setting failure"};
 
-    const LimitPair output = limits(TextSLowLimit, TextSHighLimit);
-    if (!Store(main(), node, MappingOutputCommand(node, WireOutputLimits(output))))
+    if (!Store(main(), node, MappingOutputCommand(node, WireOutputLimits(entered.output))))
         return {"Output Setting failure !", "Output Setting failure"};
     return {"Configuration is successful !", "Configuration is successful", true};
 }

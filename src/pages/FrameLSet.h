@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/AlarmLimits.h"
 #include "shell/PageFrame.h"
 
 #include <array>
@@ -29,6 +30,12 @@ public:
     void Load(PageReading &reading) override;
 
 private:
+    /// What an update writes.
+    struct Entered {
+        bool mapping;
+        int range; ///< position of `CmbRange`
+        LimitPair input, output;
+    };
     /// What the closing box says.
     struct Outcome {
         std::string_view text;
@@ -39,8 +46,9 @@ private:
     void BuildFields();
     void ShowLimits(const std::string &reply, QLineEdit *low, QLineEdit *high);
 
-    void CmdLinearUpdata_Click(const NodeKey &node);
-    Outcome Write(const NodeKey &node);
+    Entered ReadEntered() const;
+    void CmdLinearUpdata_Click(const NodeKey &node, const Entered &entered);
+    Outcome Write(const NodeKey &node, const Entered &entered);
 
     const FrameMSet &settings_;
 };

@@ -92,10 +92,15 @@ void FrameMSet::BuildFields()
     CmbBaudrate->setCurrentIndex(-1);
     CheckChecksum = MakeStateBox(this, QStringLiteral("CheckChecksum"), QStringLiteral("Checksum"));
     connect(CmbRange, &QComboBox::activated, this, [this] {
-        this->main().TakeForPage(this, CmbRange, [this](const NodeKey &node) {
+        const auto use = [this](const NodeKey &node) {
             if (IsCounterModel(node.model()))
                 CmbRange_Click();
-        });
+        };
+        // At once, since a press of Update takes what the lists show; a load has to end first.
+        if (IsLoading())
+            this->main().TakeForPage(this, CmbRange, use);
+        else
+            use(NodeKey(this->main().PageOnShow()));
     });
 
     LabRange = MakeLabel(this, QStringLiteral("LabRange"), "&Input range :", CmbRange);
@@ -117,7 +122,9 @@ void FrameMSet::BuildButtons()
     CmdMUpdate = MakeButton(this, QStringLiteral("CmdMUpdate"), "&Update");
     OnClick(main(), CmdLED, this, [this](const NodeKey &node) { Q_EMIT DisplayAsked(node); });
     OnClick(main(), CmdDownLoadF, this, [this](const NodeKey &node) { Q_EMIT DownloadAsked(node); });
-    OnClick(main(), CmdMUpdate, this, [this](const NodeKey &node) { CmdMUpdate_Click(node); });
+    Writes(CmdMUpdate, [this] {
+        return [this, settings = ReadSettings()](const NodeKey &node) { CmdMUpdate_Click(node, settings); };
+    });
 }
 
 bool FrameMSet::IsCounting() const
@@ -236,8 +243,9 @@ void FrameMSet::OptionLED_Click(const NodeKey &node, int element)
         Q_EMIT DisplayAsked(node);
 }
 
-ModuleSettings FrameMSet::Settings(const NodeKey &node) const
+ModuleSettings FrameMSet::ReadSettings() const
 {
+    const NodeKey node(main().PageOnShow());
     return {.node = node,
             .newAddress = NewAddress(node, CaptionOf(LabAddr)),
             .range = CmbRange->currentIndex(),
@@ -247,12 +255,12 @@ ModuleSettings FrameMSet::Settings(const NodeKey &node) const
             .checksum = CaptionOf(CheckChecksum) != "Disable"};
 }
 
-void FrameMSet::CmdMUpdate_Click(const NodeKey &node)
+void FrameMSet::CmdMUpdate_Click(const NodeKey &node, ModuleSettings settings)
 {
     main().NowStatus("Now Configuration is processing , Please wait moment....");
     const RefreshHold hold(main());
     DoEvents();
-    const ModuleSettings settings = Settings(node);
+    settings.node = node;
     const auto siblings = main().Nodes.Children(main().Nodes.ParentKey(node.text()));
     if (IsDuplicateAddress(settings, siblings))
         MsgBox("The new address ID is duplicated !", MsgBoxStyle::Critical, Invalid);

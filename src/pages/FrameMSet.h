@@ -66,8 +66,8 @@ private:
     void TextAddress_Change();
     void CmbRange_Click();
     void OptionLED_Click(const NodeKey &node, int element);
-    void CmdMUpdate_Click(const NodeKey &node);
-    ModuleSettings Settings(const NodeKey &node) const;
+    void CmdMUpdate_Click(const NodeKey &node, ModuleSettings settings);
+    ModuleSettings ReadSettings() const;
     bool Update(const ModuleSettings &settings);
     void MoveNode(const ModuleSettings &settings);
 };

@@ -61,6 +61,7 @@ public:
 
 protected:
     FormMain &main() const { return main_; }
+    bool IsLoading() const { return loading_; }
 
     // Loaded values. What the operator has changed behind the press that the present action runs for isn't
     // overwritten: neither by the load of a page nor by the reload at the end of an update.

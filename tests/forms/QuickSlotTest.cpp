@@ -1,18 +1,10 @@
 // Slots and channels on a bus whose replies come later than the operator acts.
 
-#include "support/LateBus.h"
-#include "support/ProgramRun.h"
+#include "support/QuickHands.h"
 
 #include "platform/WidgetText.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
-#include <QComboBox>
-#include <QPushButton>
-#include <QTest>
-
-#include <algorithm>
 
 using Lines = std::vector<std::string>;
 
@@ -30,7 +22,7 @@ const std::string OtherOutputChannel = "_0002220A3931";
 
 constexpr const char *AlarmDone = "Alarm setting is complete !";
 
-class QuickSlotTest : public ::testing::Test, public ProgramRun
+class QuickSlotTest : public ::testing::Test, public QuickHands
 {
 protected:
     LateBus bus_{ports.Link(2), "module 3900E address=0A restart=0\n"
@@ -53,36 +45,8 @@ protected:
         Choose(op, key);
         bus_.Forget();
     }
-    void Hold(Operator &op, const std::string &line)
-    {
-        bus_.Hold(line);
-        op.WaitFor([&] { return !bus_.Held().empty(); }, ("the line " + line).c_str());
-    }
-
-    /// Types into an entry in place of what it holds.
-    void Enter(const char *name, const char *text)
-    {
-        auto *entry = Find<QLineEdit>(name);
-        QTest::keyClick(entry, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(entry, QString::fromLatin1(text));
-    }
-    /// Chooses an entry of a list as the operator does.
-    void Pick(const char *name, int position)
-    {
-        auto *list = Find<QComboBox>(name);
-        QTest::keyClick(list, Qt::Key_Home);
-        for (int i = 0; i < position; ++i)
-            QTest::keyClick(list, Qt::Key_Down);
-        ASSERT_EQ(list->currentIndex(), position);
-    }
-    void Press(const char *button) { Find<QPushButton>(button)->click(); }
-
-    Lines LinesThatBegin(const std::string &head)
-    {
-        Lines lines = bus_.Lines();
-        std::erase_if(lines, [&](const std::string &line) { return !line.starts_with(head); });
-        return lines;
-    }
+    void Hold(Operator &op, const std::string &line) { QuickHands::Hold(op, bus_, line); }
+    Lines LinesThatBegin(const std::string &head) { return QuickHands::LinesThatBegin(bus_, head); }
 };
 
 } // namespace
@@ -198,7 +162,7 @@ TEST_F(QuickSlotTest, TheValueOfOneOutputIsNotSentToTheNextWhileThatIsLoading)
         bus_.Hold("$0AS2B");
         op.Gui([&] { LeftClick(OtherOutputChannel); });
         op.WaitFor([&] { return !bus_.Held().empty(); }, "the load of the other channel");
-        op.Gui([&] { Press("CmdSendAO"); });
+        op.Gui([&] { Find<QPushButton>("CmdSendAO")->click(); }); // went down before the load hid it
         bus_.Release();
         AwaitActions(op);
         EXPECT_EQ(LinesThatBegin("#0AS2C"), Lines{});
