@@ -248,12 +248,14 @@ bool DownloadRun::PermissionComes()
 {
     std::string received;
     const double start = main_.Time.Timer();
+    double elapsed = 0;
     do {
+        elapsed = ElapsedSeconds(main_.Time, start);
         if (main_.MSComm1.InBufferCount() >= (received.empty() ? ShortestReply : 1))
             received += main_.MSComm1.Input();
         if (PermissionIn(received) == Permission::Whole)
             return true;
-    } while (AwaitInput(start));
+    } while (AwaitInput(elapsed));
     return PermissionIn(received) == Permission::Given;
 }
 
@@ -279,7 +281,9 @@ DownloadRun::Sent DownloadRun::SendFrame(const std::string &frame)
     port.Output(frame);
     std::string reply;
     const double start = main_.Time.Timer();
+    double elapsed = 0;
     do {
+        elapsed = ElapsedSeconds(main_.Time, start);
         if (port.InBufferCount() < (reply.empty() ? ShortestReply : 1))
             continue;
         port.SetInputLen(static_cast<int>(BlockReplySize - reply.size()));
@@ -288,7 +292,7 @@ DownloadRun::Sent DownloadRun::SendFrame(const std::string &frame)
             return Sent::Accepted;
         if (reply.size() >= BlockReplySize || reply.back() == CarriageReturn)
             return Sent::Again;
-    } while (AwaitInput(start));
+    } while (AwaitInput(elapsed));
     return reply.empty() ? Sent::Silence : Sent::Again;
 }
 
@@ -308,10 +312,12 @@ bool DownloadRun::AwaitLoader(std::size_t &position)
 }
 
 /// Serves the windows until something comes. False when nothing more is to be waited for.
-bool DownloadRun::AwaitInput(double start)
+/// @param elapsed  seconds waited so far, read before the last look at the line: what came while the process
+///                 had no turn isn't late
+bool DownloadRun::AwaitInput(double elapsed)
 {
     constexpr double Slice = 50; // milliseconds between two looks at the line, whatever failed to wake it
-    const double left = 1000 * (BlockWait - ElapsedSeconds(main_.Time, start));
+    const double left = 1000 * (BlockWait - elapsed);
     if (left <= 0 || broken_)
         return false;
     main_.MSComm1.WaitForInputOrEvents(

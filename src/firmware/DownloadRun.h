@@ -58,7 +58,7 @@ private:
     bool SendBlock(const std::string &frame, std::size_t &position);
     Sent SendFrame(const std::string &frame);
     bool AwaitLoader(std::size_t &position);
-    bool AwaitInput(double start);
+    bool AwaitInput(double elapsed);
 
     bool MayBreakOff(std::string_view question);
     FormScan *Window() const;
