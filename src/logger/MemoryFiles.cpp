@@ -24,9 +24,17 @@ namespace vorn
 namespace
 {
 
-/// The process that reads workbooks: beside the program, or where it is installed.
+SheetReader &Reader()
+{
+    static SheetReader reader;
+    return reader;
+}
+
+/// The reader lies beside the program, or where it is installed.
 QString ReaderProgram()
 {
+    if (!Reader().program.isEmpty())
+        return Reader().program;
     const QDir folder(QCoreApplication::applicationDirPath());
     const QString beside = folder.filePath(QStringLiteral("vornsheet"));
     return QFile::exists(beside) ? beside : folder.filePath(QStringLiteral("../libexec/vorn/vornsheet"));
@@ -49,10 +57,14 @@ bool HasMemoryFile()
     return QFileInfo(MemoryFilePath()).isFile();
 }
 
+void SetSheetReader(const SheetReader &reader)
+{
+    Reader() = reader;
+}
+
 RecordSheet ReadSheetBeside(const QString &path, RecordKind kind)
 {
-    constexpr int Look = 20;              // milliseconds between two looks at the process
-    constexpr qint64 LongestRead = 60000; // milliseconds
+    constexpr int Look = 20; // milliseconds between two looks at the process
     const QFileInfo file(path);
     if (file.exists() && !file.isFile())
         throw WorkbookError(NoFile().toStdString()); // to open a pipe would wait for good
@@ -60,7 +72,8 @@ RecordSheet ReadSheetBeside(const QString &path, RecordKind kind)
     reader.start(ReaderProgram(), {path, QString::fromLatin1(SheetNames.at(static_cast<std::size_t>(kind)))});
     QElapsedTimer since;
     since.start();
-    while (reader.state() != QProcess::NotRunning && since.elapsed() < LongestRead)
+    while (reader.state() != QProcess::NotRunning &&
+           std::chrono::milliseconds(since.elapsed()) < Reader().patience)
         WaitForEvents(Look);
     if (reader.error() == QProcess::FailedToStart)
         throw WorkbookError("The program's reader is missing");

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <string_view>
 
@@ -18,6 +19,14 @@ inline constexpr std::string_view TemplateFileName = "Mem.ory";  ///< the empty 
 /// Full name of the workbook, whether it exists or not.
 QString MemoryFilePath();
 bool HasMemoryFile();
+/// The process that reads workbooks.
+struct SheetReader {
+    QString program = {}; ///< empty: the one that the program comes with
+    std::chrono::milliseconds patience = std::chrono::minutes(1); ///< one that takes longer is ended
+};
+/// Has another process read the workbooks from now on; `{}` is the program's own.
+void SetSheetReader(const SheetReader &reader);
+
 /// A sheet of a workbook, read by a process of its own, which a damaged file may bring down. The windows are
 /// served meanwhile. Throws `WorkbookError`.
 RecordSheet ReadSheetBeside(const QString &path, RecordKind kind);

@@ -19,6 +19,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QTabBar>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -60,7 +61,7 @@ std::string HexOf(unsigned number, int digits)
     return text;
 }
 
-/// What a simulated logger holds at a place, told anew.
+/// What a simulated logger holds at a place, worked out apart from it.
 std::string ValueOfRecord(int number)
 {
     const int magnitude = number * 37 % 10000;
@@ -181,6 +182,14 @@ protected:
             EXPECT_TRUE(main().PauseRefresh);
         });
     }
+    /// A whole transfer with the boxes that it ends with.
+    void Transfer(Operator &op, const std::vector<std::string> &boxes)
+    {
+        BeginTransfer(op);
+        for (const std::string &text : boxes)
+            Answer(op, text);
+        ExpectAfterwards(op);
+    }
     /// A sheet of the workbook holds the records from 0 to so many, without those left out.
     void ExpectSheet(RecordKind kind, int count, const std::vector<int> &without = {}) const
     {
@@ -200,11 +209,19 @@ protected:
         }
         EXPECT_EQ(sheet.Rows(), row);
     }
-    /// The lines of a transfer of a kind.
     static void AddReads(Lines &lines, unsigned first, int count)
     {
         for (int i = 0; i < count; ++i)
             lines.push_back("@0AR" + HexOf(first + static_cast<unsigned>(i), 4));
+    }
+    /// A transfer sends the queries of both counts, and then those of the records: so many standard ones, and
+    /// events from an address on.
+    void ExpectLines(int standard, unsigned firstEvent = 0, int events = 0)
+    {
+        Lines wanted{"@0AN", "@0AL"};
+        AddReads(wanted, 0, standard);
+        AddReads(wanted, firstEvent, events);
+        EXPECT_EQ(rack().Commands(2), wanted);
     }
 };
 
@@ -555,9 +572,7 @@ TEST_F(LoggerTest, StandardRecordsAreTransferred)
         });
         Answer(op, DataDone);
         ExpectAfterwards(op);
-        Lines wanted{"@0AN", "@0AL"};
-        AddReads(wanted, 0, 300);
-        EXPECT_EQ(rack().Commands(2), wanted);
+        ExpectLines(300);
         ExpectSheet(RecordKind::Standard, 300);
         ExpectSheet(RecordKind::Event, 0);
     });
@@ -567,12 +582,8 @@ TEST_F(LoggerTest, EventRecordsBeginAtZeroInEventMode)
 {
     MakeTemplate();
     OnPage("memory=FF010000A records=9 eventrecords=20", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, EventsDone);
-        ExpectAfterwards(op);
-        Lines wanted{"@0AN", "@0AL"};
-        AddReads(wanted, 0, 20);
-        EXPECT_EQ(rack().Commands(2), wanted);
+        Transfer(op, {EventsDone});
+        ExpectLines(0, 0, 20);
         ExpectSheet(RecordKind::Standard, 0);
         ExpectSheet(RecordKind::Event, 20);
     });
@@ -582,14 +593,8 @@ TEST_F(LoggerTest, MixedModeHasItsEventsBehindTheStandardRecords)
 {
     MakeTemplate();
     OnPage("memory=FF020000A records=10 eventrecords=3", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        Answer(op, EventsDone);
-        ExpectAfterwards(op);
-        Lines wanted{"@0AN", "@0AL"};
-        AddReads(wanted, 0, 10);
-        AddReads(wanted, 0x3FFC, 3);
-        EXPECT_EQ(rack().Commands(2), wanted);
+        Transfer(op, {DataDone, EventsDone});
+        ExpectLines(10, 0x3FFC, 3);
         ExpectSheet(RecordKind::Standard, 10);
         ExpectSheet(RecordKind::Event, 3);
     });
@@ -600,8 +605,7 @@ TEST_F(LoggerTest, WithoutRecordsTheFileIsTheTemplateAnewAndNothingIsTold)
     MakeTemplate();
     std::ofstream(File("Memory.xls")) << "old";
     OnPage("memory=FF020000A records=0 eventrecords=0", [&](Operator &op) {
-        BeginTransfer(op);
-        ExpectAfterwards(op);
+        Transfer(op, {});
         EXPECT_EQ(rack().Commands(2), (Lines{"@0AN", "@0AL"}));
         EXPECT_EQ(BytesOf(File("Memory.xls")), BytesOf(File("Mem.ory")));
         op.Gui([&] { EXPECT_EQ(main().FormScan, nullptr); });
@@ -613,9 +617,7 @@ TEST_F(LoggerTest, ARefusedCountLeavesItsPartOut)
     MakeTemplate();
     OnPage("memory=FF020000A records=10 eventrecords=3", [&](Operator &op) {
         op.Gui([&] { rack().SetFault(2, "0A", {.kind = Fault::Kind::Refuse, .begins = "@0AN"}); });
-        BeginTransfer(op);
-        Answer(op, EventsDone);
-        ExpectAfterwards(op);
+        Transfer(op, {EventsDone});
         ExpectSheet(RecordKind::Standard, 0);
         ExpectSheet(RecordKind::Event, 3);
     });
@@ -632,9 +634,7 @@ TEST_F(LoggerTest, ARefusedABrokenAndAGarbledRecordGiveNoRow)
             rack().SetFault(2, "0A", {.kind = Fault::Kind::NoReturn, .begins = "@0AR0007"});
             rack().SetFault(2, "0A", {.kind = Fault::Kind::Garbage, .begins = "@0AR0009"});
         });
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        ExpectAfterwards(op);
+        Transfer(op, {DataDone});
         ExpectSheet(RecordKind::Standard, 30, {3, 5, 7, 9});
     });
 }
@@ -643,9 +643,7 @@ TEST_F(LoggerTest, ASecondTransferReplacesTheFirst)
 {
     MakeTemplate();
     OnPage("memory=FF000000A records=30", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        AwaitActions(op);
+        Transfer(op, {DataDone});
         rack().SetValue(2, "0A", "records", "4");
         op.Click(Find("CmdTransferData"));
         Answer(op, DataDone);
@@ -658,10 +656,7 @@ TEST_F(LoggerTest, TheRecordsAreShownInTheGrid)
 {
     MakeTemplate();
     OnPage("memory=FF020000A records=10 eventrecords=3", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        Answer(op, EventsDone);
-        AwaitActions(op);
+        Transfer(op, {DataDone, EventsDone});
         const auto cells = [&] {
             std::string text;
             const auto *model = Find<QTableView>("DBGridReadMemory")->model();
@@ -787,6 +782,29 @@ TEST_F(LoggerFiles, APipeInThePlaceOfAFileIsNotWaitedFor)
         op.Click(Find("CmdTransferData"));
         AcceptFault(op, "Mem.ory: It is no file.");
         ExpectAfterwards(op, false);
+    });
+}
+
+TEST_F(LoggerFiles, AReaderThatIsMissingOrNeverEndsKeepsTheOldFile)
+{
+    MakeTemplate();
+    std::ofstream(File("Memory.xls")) << "old";
+    std::ofstream(File("endless")) << "#!/bin/sh\nexec sleep 1000\n";
+    std::filesystem::permissions(File("endless"), std::filesystem::perms::owner_all);
+    const auto own = qScopeGuard([] { vorn::SetSheetReader({}); });
+    OnPage("records=10", [&](Operator &op) {
+        const auto readBy = [&](const char *program) {
+            op.Gui([&] {
+                vorn::SetSheetReader({.program = QString::fromStdString(File(program)),
+                                      .patience = std::chrono::milliseconds(100)});
+            });
+        };
+        readBy("nothing");
+        ExpectRefused(op, "Mem.ory: The program's reader is missing");
+        readBy("endless");
+        ExpectRefused(op, "Mem.ory: The file is damaged");
+        op.Click(Find("CmdMemoryDataRead"));
+        AcceptFault(op, "Memory.xls can't be read :\nThe file is damaged");
     });
 }
 
@@ -1213,10 +1231,7 @@ TEST_F(LoggerTest, TheSheetIsPlottedSavedAndExported)
 {
     MakeTemplate();
     OnPage("memory=FF020000A records=50 eventrecords=9", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        Answer(op, EventsDone);
-        AwaitActions(op);
+        Transfer(op, {DataDone, EventsDone});
         op.Click(Find("CmdMemoryDataRead"));
         AwaitActions(op);
         auto *plot = Find<QCustomPlot>("PlotOfRecords");
@@ -1270,9 +1285,7 @@ TEST_F(LoggerTest, AFullDiskTakesNeitherPlotNorSheet)
     for (const char *name : {"plot.png", "plot.svg", "sheet.csv"})
         std::filesystem::create_symlink("/dev/full", File(name));
     OnPage("memory=FF000000A records=50", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        AwaitActions(op);
+        Transfer(op, {DataDone});
         op.Click(Find("CmdMemoryDataRead"));
         AwaitActions(op);
         for (const char *name : {"plot.png", "plot.svg"}) {
@@ -1287,13 +1300,28 @@ TEST_F(LoggerTest, AFullDiskTakesNeitherPlotNorSheet)
     });
 }
 
+TEST_F(LoggerTest, NeitherPlotNorSheetGoesWhereNobodyMayWrite)
+{
+    MakeTemplate();
+    OnPage("memory=FF000000A records=50", [&](Operator &op) {
+        Transfer(op, {DataDone});
+        op.Click(Find("CmdMemoryDataRead"));
+        AwaitActions(op);
+        op.Click(Find("CmdSavePlot"));
+        op.AnswerFile("Save plot", "Memory.png", "/proc/plot.png");
+        AcceptFault(op, "plot.png can't be written :");
+        AwaitActions(op);
+        op.Click(Find("CmdExportSheet"));
+        op.AnswerFile("Export records", "Memory.csv", "/proc/sheet.csv");
+        AcceptFault(op, "sheet.csv can't be written :");
+    });
+}
+
 TEST_F(LoggerTest, ThePlotKeepsItsRecordsInSight)
 {
     MakeTemplate();
     OnPage("memory=FF000000A records=50", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        AwaitActions(op);
+        Transfer(op, {DataDone});
         op.Click(Find("CmdMemoryDataRead"));
         AwaitActions(op);
         auto *plot = Find<QCustomPlot>("PlotOfRecords");
@@ -1325,10 +1353,7 @@ TEST_F(LoggerTest, ASingleRecordIsPlottedByAScaleOfItsOwn)
 {
     MakeTemplate();
     OnPage("memory=FF020000A records=50 eventrecords=1", [&](Operator &op) {
-        BeginTransfer(op);
-        Answer(op, DataDone);
-        Answer(op, EventsDone);
-        AwaitActions(op);
+        Transfer(op, {DataDone, EventsDone});
         op.Click(Find("CmdMemoryDataRead"));
         AwaitActions(op);
         op.Click(Find("OptionDataMode_1"));
