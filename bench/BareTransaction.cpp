@@ -6,14 +6,14 @@
 #include <poll.h>
 #include <unistd.h>
 
-BareExchange::BareExchange(const std::string &path, speed_t speed)
+BareExchange::BareExchange(const std::string &path, const LineSpeed &speed)
     : fd_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC))
 {
     termios line{};
     ::tcgetattr(fd_, &line);
-    if (::cfgetospeed(&line) != speed) {
+    if (::cfgetospeed(&line) != speed.symbol) {
         ::cfmakeraw(&line);
-        ::cfsetspeed(&line, speed);
+        ::cfsetspeed(&line, speed.symbol);
         ::tcsetattr(fd_, TCSANOW, &line);
     }
 }
@@ -38,7 +38,7 @@ void BareExchange::Run(const std::string &line) const
     }
 }
 
-void BareTransaction(const std::string &path, speed_t speed, const std::string &line)
+void BareTransaction(const std::string &path, const LineSpeed &speed, const std::string &line)
 {
     BareExchange(path, speed).Run(line);
 }

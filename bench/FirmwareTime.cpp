@@ -35,9 +35,8 @@ double SecondsOfCommands(int bitsPerSecond)
 
 void Download(Stand &stand, const Speed &speed, Figures &figures)
 {
-    constexpr int BaudIndex9600 = 3;
     constexpr int TimeOut = 200;
-    stand.ChoosePort(Stand::FirmwarePort, BaudIndex9600, TimeOut);
+    stand.ChoosePort(Stand::FirmwarePort, Baud9600, TimeOut);
     const auto file = std::filesystem::temp_directory_path() / "vorn-bench.img";
     std::ofstream(file, std::ios::binary) << std::string(vorn::MainImageBlocks * vorn::BlockSize, 'v');
     vorn::FirmwareImage loader, image;

@@ -18,9 +18,6 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr int BaudIndex9600 = 3;
-constexpr int BaudIndex115200 = 7;
-
 /// Share of a core from now until `Percent`.
 class Share final
 {
@@ -38,15 +35,15 @@ private:
 
 double WhileWaiting(Stand &stand)
 {
-    stand.ChoosePort(Stand::SilentPort, BaudIndex9600, 3000);
+    stand.ChoosePort(Stand::SilentPort, Baud9600, 3000);
     const Share share;
     stand.Main().trans("$01M", false);
     return share.Percent();
 }
 
-double WhilePolling(Stand &stand, int port, int baudIndex)
+double WhilePolling(Stand &stand, int port, const LineSpeed &speed)
 {
-    stand.ChoosePort(port, baudIndex, 80);
+    stand.ChoosePort(port, speed, 80);
     vorn::FormMain &main = stand.Main();
     const std::string portKey = vorn::PortKey(port);
     if (!main.Nodes.HasChildren(portKey)) {
@@ -68,7 +65,7 @@ double WhilePolling(Stand &stand, int port, int baudIndex)
 /// Of a console that asks for eight channels and their mask, ten times a second if the line allows it.
 double WhileAConsolePolls(Stand &stand)
 {
-    stand.ChoosePort(Stand::QuickPort, BaudIndex115200, 80);
+    stand.ChoosePort(Stand::QuickPort, Baud115200, 80);
     const std::string portKey = vorn::PortKey(Stand::QuickPort);
     const std::string key = vorn::ModuleKey(false, '0', portKey.substr(portKey.size() - 3), "!027221P");
     stand.Main().Nodes.Add(portKey, key, "(02) 7221+", "vorn4ico", "vorn4icoS");
@@ -93,7 +90,7 @@ double WhileAConsolePolls(Stand &stand)
 
 double WhileIdle(Stand &stand)
 {
-    stand.ChoosePort(Stand::FastPort, BaudIndex9600, 80);
+    stand.ChoosePort(Stand::FastPort, Baud9600, 80);
     const Share share;
     Stand::Rest(5s);
     return share.Percent();
@@ -105,12 +102,11 @@ void MeasureProcessorTime(Stand &stand, Figures &figures)
 {
     const std::string ofCore = "of one core";
     figures.Add("waiting for a silent module", WhileWaiting(stand), 5, "%", ofCore);
-    figures.Add("polling a page, endlessly fast line", WhilePolling(stand, Stand::FastPort, BaudIndex9600), 5,
-                "%", ofCore + ", windows drawn without a screen");
-    figures.Add("polling a page, 115200 bit/s", WhilePolling(stand, Stand::QuickPort, BaudIndex115200), 5,
-                "%", ofCore);
-    figures.Add("polling a page, 9600 bit/s", WhilePolling(stand, Stand::SlowPort, BaudIndex9600), 5, "%",
+    figures.Add("polling a page, endlessly fast line", WhilePolling(stand, Stand::FastPort, Baud9600), 5, "%",
+                ofCore + ", windows drawn without a screen");
+    figures.Add("polling a page, 115200 bit/s", WhilePolling(stand, Stand::QuickPort, Baud115200), 5, "%",
                 ofCore);
+    figures.Add("polling a page, 9600 bit/s", WhilePolling(stand, Stand::SlowPort, Baud9600), 5, "%", ofCore);
     figures.Add("a console that polls, 115200 bit/s", WhileAConsolePolls(stand), 5, "%", ofCore);
     figures.Add("no bus work", WhileIdle(stand), 1, "%", ofCore);
 }

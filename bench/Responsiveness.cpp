@@ -20,7 +20,6 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr int BaudIndex9600 = 3;
 constexpr double MostTime = 50;  // milliseconds, whatever the time-out
 constexpr double Allowance = 20; // milliseconds on top of the time-out, for a click
 
@@ -34,7 +33,7 @@ void Report(const Probe &probe, const std::string &what, int timeOut, Figures &f
 void InASearch(Stand &stand, Figures &figures)
 {
     constexpr int TimeOut = 20;
-    stand.ChoosePort(Stand::FaultyPort, BaudIndex9600, TimeOut);
+    stand.ChoosePort(Stand::FaultyPort, Baud9600, TimeOut);
     Probe probe;
     stand.Search(0);
     probe.End();
@@ -65,7 +64,7 @@ void ClickNode(vorn::TreeView &tree, const std::string &text)
 void InARefresh(Stand &stand, Figures &figures)
 {
     constexpr int TimeOut = 500;
-    stand.ChoosePort(Stand::FastPort, BaudIndex9600, TimeOut);
+    stand.ChoosePort(Stand::FastPort, Baud9600, TimeOut);
     vorn::FormMain &main = stand.Main();
     const std::string portKey = vorn::PortKey(Stand::FastPort);
     const std::string healthy = vorn::ModuleKey(false, '0', "002", "!017203");
@@ -112,7 +111,7 @@ void InARefresh(Stand &stand, Figures &figures)
 void InAnUpdate(Stand &stand, Figures &figures)
 {
     constexpr int TimeOut = 500;
-    stand.ChoosePort(Stand::FastPort, BaudIndex9600, TimeOut);
+    stand.ChoosePort(Stand::FastPort, Baud9600, TimeOut);
     vorn::FormMain &main = stand.Main();
     const std::string portKey = vorn::PortKey(Stand::FastPort);
     const std::string key = vorn::ModuleKey(false, '0', "002", "!047206");

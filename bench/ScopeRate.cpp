@@ -57,7 +57,7 @@ public:
         if (!main_.Nodes.Contains(vorn::PortKey(Stand::BarePort)))
             main_.Nodes.Add(std::string(vorn::KeyPC), vorn::PortKey(Stand::BarePort),
                             vorn::PortText(Stand::BarePort), "close", "Terminal");
-        stand.ChoosePort(Stand::BarePort, 3, 80);
+        stand.ChoosePort(Stand::BarePort, Baud9600, 80);
         main_.Data_Scope->trigger();
         Stand::Rest(std::chrono::milliseconds(200));
         scope_ = qobject_cast<vorn::FormScope *>(main_.ScopeForm[Stand::BarePort].data());

@@ -6,10 +6,9 @@
 
 void MeasureSearch(Stand &stand, Figures &figures)
 {
-    constexpr int BaudIndex9600 = 3;
     constexpr int TimeOut = 80;
     constexpr double Waits = 512; // each address is asked with and without a checksum
-    stand.ChoosePort(Stand::SilentPort, BaudIndex9600, TimeOut);
+    stand.ChoosePort(Stand::SilentPort, Baud9600, TimeOut);
     const double bare = Waits * TimeOut;
     const double whole = stand.Search(0).count();
     figures.Add("search of 256 silent addresses", whole / bare, 1.02, "x",

@@ -116,12 +116,12 @@ Stand::Stand() : rack_(Description), program_({.ports = ports_, .clock = clock_}
     Rest(100ms);
 }
 
-void Stand::ChoosePort(int port, int baudIndex, int timeOut)
+void Stand::ChoosePort(int port, const LineSpeed &speed, int timeOut)
 {
     const std::string key = vorn::PortKey(port);
     Main().Nodes.SetExpanded(key, false);
     Choose(key);
-    Main().CmbPBaudrate->setCurrentIndex(baudIndex);
+    Main().CmbPBaudrate->setCurrentIndex(speed.index);
     Main().TextTimeOut->setText(QString::number(timeOut));
     Rest(200ms); // the timer that a click arms
 }

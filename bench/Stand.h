@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BareTransaction.h"
+
 #include "screen/Child.h"
 
 #include "Program.h"
@@ -17,6 +19,16 @@
 using Steady = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 using Microseconds = std::chrono::duration<double, std::micro>;
+
+/// Microseconds that each of so many steps takes. A step gets its number, from 0.
+template <class Step>
+double MicrosecondsEach(int count, Step step)
+{
+    const auto start = Steady::now();
+    for (int i = 0; i < count; ++i)
+        step(i);
+    return Microseconds(Steady::now() - start).count() / count;
+}
 
 /// A rack in a process of its own, whose ports are the ones that programs started from here find.
 class RackProcess final
@@ -70,7 +82,7 @@ public:
     BoxAnswers &Answers() { return answers_; }
 
     /// Puts up the page of a port, with nothing left that runs by itself.
-    void ChoosePort(int port, int baudIndex, int timeOut);
+    void ChoosePort(int port, const LineSpeed &speed, int timeOut);
     /// Loads the page of a node and begins its refresh.
     void Choose(const std::string &key);
     /// Searches the port that was chosen. Returns the time from the start address to the closing message, or

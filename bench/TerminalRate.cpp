@@ -31,21 +31,20 @@ constexpr int TimeOut = 500;
 struct Line {
     const char *what;
     int port;
-    int baudIndex;
-    speed_t speed;
+    LineSpeed speed;
     int lines;
     int rounds;
     bool limited = true; ///< no bus is as fast as a rack that isn't paced
 };
 
 constexpr Line Lines[] = {
-    {"command file of 100,000 lines, rack that isn't paced", Stand::FastPort, 3, B9600, 100'000, 5, false},
-    {"command file of 2,000 lines, rack at 115200 bit/s", Stand::QuickPort, 7, B115200, 2'000, 3},
-    {"command file of 300 lines, rack at 9600 bit/s", Stand::SlowPort, 3, B9600, 300, 3},
+    {"command file of 100,000 lines, rack that isn't paced", Stand::FastPort, Baud9600, 100'000, 5, false},
+    {"command file of 2,000 lines, rack at 115200 bit/s", Stand::QuickPort, Baud115200, 2'000, 3},
+    {"command file of 300 lines, rack at 9600 bit/s", Stand::SlowPort, Baud9600, 300, 3},
 };
 
 constexpr Line LongLine[] = {
-    {"command file of 100,000 lines, rack at 115200 bit/s", Stand::QuickPort, 7, B115200, 100'000, 1},
+    {"command file of 100,000 lines, rack at 115200 bit/s", Stand::QuickPort, Baud115200, 100'000, 1},
 };
 
 /// Number of the round that was logged last; 0 if there is none.
@@ -57,10 +56,10 @@ int LastRound(const vorn::LogView &log)
     return end == std::string::npos ? 0 : std::atoi(text.substr(text.rfind('\n', end) + 1, end).c_str());
 }
 
-/// Time of one pass through the file: from the click to the last look at the log before the next pass, for
-/// the lines that were sent until then, put up to all of them. The looks are rare, so as not to be measured
-/// themselves.
-double TerminalPass(Stand &stand, const std::filesystem::path &file, int lines)
+/// Microseconds that a line takes in one pass through the file: from the click to the last look at the log
+/// before the next pass, over the lines that were sent until then. The looks are rare, so as not to be
+/// measured themselves.
+double TerminalPass(Stand &stand, const std::filesystem::path &file)
 {
     vorn::FormMain &main = stand.Main();
     main.Terminal->trigger();
@@ -90,16 +89,7 @@ double TerminalPass(Stand &stand, const std::filesystem::path &file, int lines)
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     terminal->cmdExit->click();
     Stand::Rest(std::chrono::milliseconds(200));
-    return time.count() * lines / last;
-}
-
-template <class Step>
-double LoopTime(int count, Step step)
-{
-    const auto start = Steady::now();
-    for (int i = 0; i < count; ++i)
-        step();
-    return Milliseconds(Steady::now() - start).count();
+    return Microseconds(time).count() / last;
 }
 
 void MeasureLines(Stand &stand, Figures &figures, std::span<const Line> lines)
@@ -111,18 +101,19 @@ void MeasureLines(Stand &stand, Figures &figures, std::span<const Line> lines)
             for (int i = 0; i < line.lines; ++i)
                 commands << BareCommand << "\r\n";
         }
-        stand.ChoosePort(line.port, line.baudIndex, TimeOut);
+        stand.ChoosePort(line.port, line.speed, TimeOut);
         const std::string path = stand.Link(line.port);
         // In turns, and the shortest of each: what else the machine does only ever lengthens a time.
         std::vector<double> terminal, trans, bare;
         for (int round = 0; round < line.rounds; ++round) {
-            bare.push_back(LoopTime(line.lines, [&] { BareTransaction(path, line.speed); }));
-            trans.push_back(LoopTime(line.lines, [&] { stand.Main().trans(BareCommand, false); }));
-            terminal.push_back(TerminalPass(stand, file, line.lines));
+            bare.push_back(MicrosecondsEach(line.lines, [&](int) { BareTransaction(path, line.speed); }));
+            trans.push_back(
+                MicrosecondsEach(line.lines, [&](int) { stand.Main().trans(BareCommand, false); }));
+            terminal.push_back(TerminalPass(stand, file));
         }
         const double time = *std::ranges::min_element(terminal);
         const std::string detail =
-            "shortest of " + std::to_string(line.rounds) + ", " + Decimal(time / 1000, 2) + " s";
+            "shortest of " + std::to_string(line.rounds) + ", " + Decimal(time * line.lines / 1e6, 2) + " s";
         const std::string againstLoop = std::string(line.what) + ", against a loop of transactions";
         const double ratio = time / *std::ranges::min_element(trans);
         if (line.limited)

@@ -15,8 +15,6 @@
 namespace
 {
 
-constexpr int BaudIndex9600 = 3;
-constexpr int BaudIndex115200 = 7;
 constexpr int TimeOut = 500; // a busy machine is no reason to miss an answer
 
 void Transaction(vorn::FormMain &main)
@@ -26,20 +24,10 @@ void Transaction(vorn::FormMain &main)
         throw std::runtime_error("the program gets no answer");
 }
 
-template <class Step>
-double MicrosecondsEach(int count, Step step)
-{
-    const auto start = Steady::now();
-    for (int i = 0; i < count; ++i)
-        step();
-    return Microseconds(Steady::now() - start).count() / count;
-}
-
 struct Line {
     const char *what;
     int port;
-    int baudIndex;
-    speed_t speed;
+    LineSpeed speed;
     double limit;
     int rounds;
     int count;
@@ -48,23 +36,22 @@ struct Line {
 constexpr double NoLimit = 0;
 
 constexpr Line Lines[] = {
-    {"one transaction with a rack that isn't paced", Stand::FastPort, BaudIndex9600, B9600, 1.25, 41, 100},
-    {"one transaction with a peer in the same process", Stand::BarePort, BaudIndex9600, B9600, NoLimit, 41,
-     100},
-    {"one transaction with a rack at 115200 bit/s", Stand::QuickPort, BaudIndex115200, B115200, 1.05, 21, 20},
-    {"one transaction with a rack at 9600 bit/s", Stand::SlowPort, BaudIndex9600, B9600, 1.01, 21, 5},
+    {"one transaction with a rack that isn't paced", Stand::FastPort, Baud9600, 1.25, 41, 100},
+    {"one transaction with a peer in the same process", Stand::BarePort, Baud9600, NoLimit, 41, 100},
+    {"one transaction with a rack at 115200 bit/s", Stand::QuickPort, Baud115200, 1.05, 21, 20},
+    {"one transaction with a rack at 9600 bit/s", Stand::SlowPort, Baud9600, 1.01, 21, 5},
 };
 
 /// Bare and whole transactions take turns, so that what else the machine does touches both alike.
 void Compare(Stand &stand, const Line &line, Figures &figures)
 {
-    stand.ChoosePort(line.port, line.baudIndex, TimeOut);
+    stand.ChoosePort(line.port, line.speed, TimeOut);
     vorn::FormMain &main = stand.Main();
     const std::string path = stand.Link(line.port);
     std::vector<double> bare, whole, ratios;
     for (int round = 0; round < line.rounds; ++round) {
-        bare.push_back(MicrosecondsEach(line.count, [&] { BareTransaction(path, line.speed); }));
-        whole.push_back(MicrosecondsEach(line.count, [&] { Transaction(main); }));
+        bare.push_back(MicrosecondsEach(line.count, [&](int) { BareTransaction(path, line.speed); }));
+        whole.push_back(MicrosecondsEach(line.count, [&](int) { Transaction(main); }));
         ratios.push_back(whole.back() / bare.back());
     }
     const std::string what(line.what);
@@ -118,11 +105,11 @@ void CompareConsole(Stand &stand, Figures &figures)
     std::vector<double> bare, whole, ratios;
     for (int round = 0; round < Rounds; ++round) {
         {
-            const BareExchange exchange(path, B115200);
-            bare.push_back(MicrosecondsEach(Count, [&] { exchange.Run("$036"); }));
+            const BareExchange exchange(path, Baud115200);
+            bare.push_back(MicrosecondsEach(Count, [&](int) { exchange.Run("$036"); }));
         }
         console.Open("_0003!!037254", "115200");
-        whole.push_back(MicrosecondsEach(Count, [&] { console.PollOnce(); }));
+        whole.push_back(MicrosecondsEach(Count, [&](int) { console.PollOnce(); }));
         console.Close();
         ratios.push_back(whole.back() / bare.back());
     }

@@ -14,7 +14,6 @@
 namespace
 {
 
-constexpr int BaudIndex9600 = 3;
 constexpr int TimeOut = 80;
 constexpr int Addresses = 256;
 constexpr int NodesOfUnit = 1 + 8 + 8 * 8;
@@ -38,7 +37,7 @@ void UnfoldAll(vorn::FormMain &main, const std::string &key)
 /// The units stand at the last addresses, so that a search from the first of them on asks nobody else.
 Times BuildAndUnfold(Stand &stand, int units)
 {
-    stand.ChoosePort(Stand::TreePort, BaudIndex9600, TimeOut);
+    stand.ChoosePort(Stand::TreePort, Baud9600, TimeOut);
     vorn::FormMain &main = stand.Main();
     const std::string key = vorn::PortKey(Stand::TreePort);
     main.Nodes.RemoveChildren(key);

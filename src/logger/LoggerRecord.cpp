@@ -4,7 +4,7 @@
 #include "protocol/Text.h"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
 
 namespace vorn
 {
@@ -39,7 +39,8 @@ std::optional<LoggerRecord> DecodeRecord(RecordKind kind, int number, std::strin
     if (!reply.starts_with('!') || !channel || !flags || !magnitude || !timeStamp)
         return std::nullopt;
     const char sign = (*flags & 1U) != 0 ? '-' : '+';
-    const double value = *magnitude / std::pow(10.0, *flags >> 1U);
+    constexpr std::array<double, 8> PowersOfTen{1, 10, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
+    const double value = *magnitude / PowersOfTen.at(*flags >> 1U);
     return LoggerRecord{number, static_cast<int>(*channel), sign + TextOf(value), *timeStamp};
 }
 

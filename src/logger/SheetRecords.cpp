@@ -38,10 +38,17 @@ constexpr int StyleFormats = 15; // that a workbook has before those of its cell
 constexpr unsigned PlainCell = StyleFormats;
 constexpr unsigned TitleCell = StyleFormats + 1;
 
-/// Numbers of a record's body, low byte first.
+/// A record: its kind, the length of its body, and the body's numbers, low byte first.
 class Body final
 {
 public:
+    Body()
+    {
+        constexpr std::size_t LongestCell = 40;
+        bytes_.reserve(LongestCell);
+        bytes_.append(FillingHeader, '\0');
+    }
+
     Body &Words(std::initializer_list<unsigned> words)
     {
         for (const unsigned word : words)
@@ -70,11 +77,13 @@ public:
         return *this;
     }
 
-    std::string Record(unsigned id) const
+    /// Ends it.
+    std::string Record(unsigned id)
     {
-        Body whole;
-        whole.Words({id, static_cast<unsigned>(bytes_.size())});
-        return whole.bytes_ + bytes_;
+        const std::size_t length = bytes_.size() - FillingHeader;
+        Put(0, id);
+        Put(2, length);
+        return std::move(bytes_);
     }
 
 private:
@@ -83,6 +92,11 @@ private:
         for (int i = 0; i < bytes; ++i)
             bytes_ += static_cast<char>(number >> (8 * i) & 0xFF);
         return *this;
+    }
+    void Put(std::size_t at, std::size_t word)
+    {
+        bytes_[at] = static_cast<char>(word & 0xFF);
+        bytes_[at + 1] = static_cast<char>(word >> 8 & 0xFF);
     }
 
     std::string bytes_;
