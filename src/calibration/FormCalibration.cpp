@@ -113,17 +113,22 @@ void FormCalibration::BuildReadings()
 
 QLayout *FormCalibration::BuildTrims()
 {
-    const char *const names[] = {"Trim up", "Trim down"};
-    const char *const arrows[] = {":/trim-up.svg", ":/trim-down.svg"};
-    const Qt::Key keys[] = {Qt::Key_Up, Qt::Key_Down};
+    struct Look {
+        const char *name;
+        const char *arrow;
+        Qt::Key key;
+    };
+    static constexpr std::array<Look, 2> Looks{
+        {{"Trim up", ":/trim-up.svg", Qt::Key_Up}, {"Trim down", ":/trim-down.svg", Qt::Key_Down}}};
     for (std::size_t i = 0; i < ComCTrim.size(); ++i) {
+        const auto &[name, arrow, key] = Looks.at(i);
         ComCTrim[i] = MakeButton(this, ElementName("ComCTrim", static_cast<int>(i)), "");
-        ComCTrim[i]->setAccessibleName(QString::fromLatin1(names[i]));
-        ComCTrim[i]->setToolTip(QString::fromLatin1(names[i]));
-        ComCTrim[i]->setIcon(QIcon(QString::fromLatin1(arrows[i])));
+        ComCTrim[i]->setAccessibleName(QString::fromLatin1(name));
+        ComCTrim[i]->setToolTip(QString::fromLatin1(name));
+        ComCTrim[i]->setIcon(QIcon(QString::fromLatin1(arrow)));
         ComCTrim[i]->setMinimumWidth(TrimWidth);
         if (TrimsOutput(mode_))
-            ComCTrim[i]->setShortcut(keys[i]);
+            ComCTrim[i]->setShortcut(key);
     }
     auto *trims = SideBySide({ComCTrim[0], ComCTrim[1]});
     trims->addStretch();

@@ -156,6 +156,7 @@ void Configuration::Save_Click()
         return;
     const Hourglass hourglass(main_);
     std::vector<std::string> bauds;
+    bauds.reserve(static_cast<std::size_t>(main_.CmbPBaudrate->count()));
     for (int i = 0; i < main_.CmbPBaudrate->count(); ++i)
         bauds.push_back(FromQString(main_.CmbPBaudrate->itemText(i)));
     if (const auto reason = WriteWholeFile(*path, ModuleListText(main_.Nodes, main_.PortBaudList, bauds)))

@@ -42,6 +42,7 @@ bool ConfigurationWalk::Save()
     text_ = RecordLine(ModuleNameLabel, node_.model());
     if (node_.kind() == NodeKind::Module)
         AddEntries(node_);
+    // Those of the cards come meanwhile. NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         if (!SaveEntry(entries_[i]))
             return false;
@@ -70,6 +71,7 @@ bool ConfigurationWalk::Load(ConfigurationLines &lines)
         return false;
     if (node_.kind() == NodeKind::Module)
         AddEntries(node_);
+    // Those of the cards come meanwhile. NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         const Entry entry = entries_[i];
         Step(entry);

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vorn
@@ -19,7 +20,7 @@ class FormMain;
 class ConfigurationWalk final
 {
 public:
-    ConfigurationWalk(FormMain &main, const NodeKey &node) : main_(main), node_(node), progress_(main) {}
+    ConfigurationWalk(FormMain &main, NodeKey node) : main_(main), node_(std::move(node)), progress_(main) {}
 
     /// Asks the module for all records; false behind a refusal. `Text` holds the records up to there.
     bool Save();

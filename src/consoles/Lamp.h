@@ -41,7 +41,7 @@ template <class Lamps>
 void ShowOnly(const Lamps &lamps, const Lamp *shown)
 {
     for (Lamp *lamp : lamps)
-        lamp->setVisible(lamp == shown);
+        lamp->setVisible(shown && lamp == shown);
 }
 
 } // namespace vorn

@@ -97,7 +97,7 @@ void LoggerTabs::ShowAlone(const QWidget *frame) const
     for (QWidget *ofModule : parts_.module)
         ofModule->setVisible(!frame);
     for (QWidget *one : std::initializer_list<QWidget *>{parts_.memory, parts_.limits, parts_.operation})
-        one->setVisible(one == frame);
+        one->setVisible(frame && one == frame);
 }
 
 } // namespace vorn

@@ -16,7 +16,6 @@
 #include "shell/PageCommand.h"
 
 #include <QComboBox>
-#include <QEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>

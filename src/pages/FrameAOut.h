@@ -2,6 +2,8 @@
 
 #include "shell/PageFrame.h"
 
+#include <QEvent>
+
 #include <array>
 #include <optional>
 

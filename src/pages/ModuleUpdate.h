@@ -47,7 +47,7 @@ std::optional<std::string> AddressLabel(std::string_view decimal);
 /// Whether one of the sibling keys other than the page's own has the new address. Never on a base unit.
 bool IsDuplicateAddress(const ModuleSettings &settings, std::span<const std::string> siblingKeys);
 
-/// Whether the write changes the address that the module is reached at now, so that its node is made anew.
+/// Whether the write changes the address that the module is reached at now, so that its node is made again.
 bool ChangesAddress(const ModuleSettings &settings);
 
 /// Key of the node behind the write: state and port stay, checksum digit and address are the written ones.

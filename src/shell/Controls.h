@@ -8,6 +8,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
