@@ -1,3 +1,4 @@
+#include "support/BeepCount.h"
 #include "support/LateBus.h"
 #include "support/RackOfOne.h"
 #include "support/RawPeer.h"
@@ -453,6 +454,7 @@ TEST_F(CalibrationTest, TheStartupValueIsReadTrimmedAndStored)
 
 TEST_F(CalibrationTest, AnUnknownStartupValueIsNotTrimmed)
 {
+    BeepCount beeps;
     Peer();
     peer_->Reply("$0A2", "!0A310600\r");
     Operate([&](Operator &op) {
@@ -460,8 +462,11 @@ TEST_F(CalibrationTest, AnUnknownStartupValueIsNotTrimmed)
         OpenBy(op, "CmdAOStartup");
         AwaitSent(op, "$0A6");
         op.WaitFor([&] { return Label(Form()->LabStartup).empty(); }, "the silence");
-        op.Gui([&] { Form()->ComCTrim[0]->click(); });
-        op.Settle();
+        op.Gui([&] {
+            EXPECT_EQ(beeps.Take(), 0);
+            Form()->ComCTrim[0]->click();
+        });
+        op.WaitFor([&] { return beeps.Take() == 1; }, "the beep");
         const Lines sent = Sent();
         EXPECT_TRUE(
             std::ranges::none_of(sent, [](const std::string &line) { return line.starts_with("#0A"); }));

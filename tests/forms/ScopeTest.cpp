@@ -381,14 +381,8 @@ TEST_F(ScopeTest, ClosedOverAModulesPageItLeavesTheBusToolsOff)
         op.Gui([&] { scope()->close(); });
         EXPECT_FALSE(op.Gui([&] { return main().ToolButton(vorn::FormMain::SearchButton)->isEnabled(); }));
         EXPECT_FALSE(op.Gui([&] { return main().ToolButton(vorn::FormMain::TerminalButton)->isEnabled(); }));
-        op.Gui([&] {
-            main().Timer1.stop();
-            main().PauseRefresh = true;
-            main().Search->setEnabled(true);
-        });
-        op.WaitFor([&] { return !main().NoYield && !main().Gate.IsOnLine(); }, "the end of the refresh");
         op.Trigger(main().Search);
-        op.Settle();
+        AwaitActions(op);
         EXPECT_FALSE(op.Gui([] { return QApplication::activeModalWidget() != nullptr; }))
             << "a module can't be searched";
         EXPECT_TRUE(op.Gui([&] { return main().Nodes.Contains("_0003!!0A7252"); }));

@@ -578,7 +578,8 @@ TEST_F(SettingsTest, KeysThatOnlyMoveLeaveAnOutputEntryToTheRefresh)
         EXPECT_FALSE(editing()) << "copying changes nothing";
         op.Press(entry, Qt::Key_Backspace);
         EXPECT_TRUE(editing());
-        op.Gui([&] { main().OutputEditing = false; });
+        op.Press(entry, Qt::Key_Return);
+        op.WaitFor([&] { return !main().OutputEditing; }, "the value on its way");
         op.Press(entry, Qt::Key_X);
         EXPECT_TRUE(editing()) << "a refused character takes the entry into the operator's hands, too";
     });

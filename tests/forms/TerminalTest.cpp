@@ -690,7 +690,10 @@ TEST_F(TerminalTest, BrowseTakesTheChosenName)
         op.AnswerFile("Open", "*.txt", path.string());
         EXPECT_TRUE(op.Gui([&] { return vorn::SomeWindowIsTopmost(); }));
         EXPECT_EQ(op.Gui([&] { return terminal()->TextFileName->text().toStdString(); }), path.string());
-        op.Gui([&] { main().TerminalStop = true; });
+        op.Click(terminal()->CmdContinueSend);
+        op.WaitFor([&] { return peer_.Lines().size() > 1; }, "the loop");
+        Stop(op);
+        EXPECT_TRUE(op.Gui([&] { return main().TerminalStop; }));
         op.Click(terminal()->Comincludtxt);
         op.AnswerFile("Open", "*.txt", "");
         EXPECT_FALSE(op.Gui([&] { return main().TerminalStop; }));
@@ -857,7 +860,7 @@ TEST_F(TerminalTest, AFileGoesOnInARingBuffer)
         FillLog(op);
         op.Click(terminal()->CmdSend);
         const std::string first = ExchangeOf("$012", "!01400600", "   1> ", "   1< ");
-        op.WaitFor([&] { return terminal()->Text1->Length() == first.size(); }, "a log begun anew");
+        op.WaitFor([&] { return terminal()->Text1->Length() == first.size(); }, "a log begun again");
         EXPECT_EQ(Log(op), first);
         op.Click(terminal()->CmdSend);
         AwaitLog(op, first + ExchangeOf("$022", "!02400600", "   1> ", "   1< "));
@@ -879,7 +882,7 @@ TEST_F(TerminalTest, ARingBufferBeginsAnewAndGoesOn)
             LogView &log = *terminal()->Text1;
             log.Append(std::string(LogView::Capacity - log.Length() - 500, 'x'));
         });
-        op.WaitFor([&] { return terminal()->Text1->Length() < LogView::Capacity / 2; }, "a log begun anew");
+        op.WaitFor([&] { return terminal()->Text1->Length() < LogView::Capacity / 2; }, "a log begun again");
         const std::size_t sent = peer_.Lines().size();
         op.WaitFor([&] { return peer_.Lines().size() > sent + 3; }, "more rounds");
     });
