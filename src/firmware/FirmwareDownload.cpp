@@ -193,7 +193,7 @@ void FirmwareDownload::RemoveUnit(const NodeKey &node)
     main_.ChooseNode(main_.Nodes.Selected());
 }
 
-/// Reads the slots of the unit anew.
+/// Reads the slots of the unit again.
 void FirmwareDownload::Rebuild(const NodeKey &node)
 {
     main_.Nodes.SetExpanded(node.text(), false);

@@ -26,7 +26,7 @@ public:
     void CmdDownLoadF_Click(const NodeKey &node);
 
 Q_SIGNALS:
-    /// The slots of a base unit have been read anew.
+    /// The slots of a base unit have been read again.
     void UnitRebuilt(const std::string &key);
 
 private:

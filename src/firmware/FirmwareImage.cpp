@@ -20,7 +20,7 @@ constexpr LoaderImage LoaderOfEarlier{"Download.img", 166};
 /// The last version, as its reply, of the earlier kind of plain unit.
 constexpr std::string_view LastEarlierVersion = "!00A2.00";
 
-/// Blocks are taken from further behind when the loader had to be asked anew; of a longer file so much more
+/// Blocks are taken from further behind when the loader had to be asked again; of a longer file so much more
 /// is read as no download lives to need.
 constexpr std::size_t ReadBehind = 0x10000;
 

@@ -28,7 +28,7 @@ public:
     void ClearChanged() { changed_.fill(false); }
     /// Leaves to the operator the limits that a storage mode, a list position, uses.
     void AllowLimits(int storageMode);
-    /// Reads the present tab of the logger's page anew; set from outside.
+    /// Reads the present tab of the logger's page again; set from outside.
     std::function<void(const NodeKey &node)> ReloadTab;
 
     std::array<QLineEdit *, Channels> TextHAlarm, TextLAlarm;

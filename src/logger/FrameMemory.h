@@ -25,7 +25,7 @@ public:
     /// Shows what a reply to "@AAD" says: the storage mode, or all but that.
     void ShowStorageMode(const std::string &reply);
     void ShowConfiguration(const std::string &reply);
-    /// Reads the present tab of the logger's page anew; set from outside.
+    /// Reads the present tab of the logger's page again; set from outside.
     std::function<void(const NodeKey &node)> ReloadTab;
 
     static constexpr int Channels = 8;

@@ -19,7 +19,7 @@ class FrameMAlarmset;
 class FrameMemOperation;
 class FrameMemory;
 
-/// The tabs of the logging model's page: each reads anew what it shows.
+/// The tabs of the logging model's page: each reads again what it shows.
 class LoggerTabs final : public QObject
 {
 public:

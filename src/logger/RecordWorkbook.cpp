@@ -112,7 +112,7 @@ void RecordWorkbook::Finish()
     Rebuild(RecordKind::Event, 0);
 }
 
-/// Writes the file anew: the rows as they stand, and room for so many in the sheet that comes last.
+/// Writes the file again: the rows as they stand, and room for so many in the sheet that comes last.
 void RecordWorkbook::Rebuild(RecordKind last, int room)
 {
     std::array<RecordKind, Kinds> order{RecordKind::Standard, RecordKind::Event};

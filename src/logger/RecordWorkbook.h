@@ -39,7 +39,7 @@ void WriteEmptyWorkbook(const std::filesystem::path &path, const SheetTitles &ti
 /// The workbook that receives records: Excel 97 format (BIFF8 in a compound file).
 ///
 /// The file is a valid workbook at any moment, whatever becomes of the program. Only what makes room in it
-/// (`Begin`, `Finish`) writes a file anew, beside the old one, whose place it then takes. The room of the
+/// (`Begin`, `Finish`) writes a file again, beside the old one, whose place it then takes. The room of the
 /// sheet that grows is a row of filling records, one a page of the file, which readers pass over. Rows are
 /// written into such a record behind its header, with a shorter filling record behind them, and then its
 /// header is overwritten with that of the first row's first cell: four bytes of one page, which are there or

@@ -17,7 +17,7 @@ void SetTopmost(QWidget &window, bool topmost)
         window.setWindowFlag(Qt::WindowStaysOnTopHint, topmost);
         return;
     }
-    // Told to the window system directly: by way of the widget the window would be hidden and made anew.
+    // Told to the window system directly: by way of the widget the window would be hidden and made again.
     window.overrideWindowFlags(window.windowFlags().setFlag(Qt::WindowStaysOnTopHint, topmost));
     window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
 }

@@ -25,7 +25,7 @@ void WaitStored(FormMain &main, const NodeKey &node);
 /// refused.
 bool Store(FormMain &main, const NodeKey &node, std::string command);
 
-/// Loads the page of the selected node anew, from what its module now holds.
+/// Loads the page of the selected node again, from what its module now holds.
 void Reload(FormMain &main);
 
 /// Holds the live refresh for as long as it lives: for a handler that uses the bus for its own ends. Behind

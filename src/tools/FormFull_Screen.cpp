@@ -136,7 +136,7 @@ QLayout *FormFull_Screen::BuildButtons()
     CmdSend = button("CmdSend", "&Send");
     CmdContinueSend = button("CmdContinueSend", "&Continue Send");
     CmdStop = button("CmdStop", "S&top");
-    OptRingBuffer = MakeToggle(this, "OptRingBuffer", "Ring Buffer", "A full log begins anew");
+    OptRingBuffer = MakeToggle(this, "OptRingBuffer", "Ring Buffer", "A full log starts over");
     CmdSave = button("CmdSave", "Save to &File");
     cmdExit = button("cmdExit", "E&xit");
     auto *row = SideBySide({CmdSend, CmdContinueSend, CmdStop, OptRingBuffer});
@@ -377,7 +377,7 @@ void FormFull_Screen::Exchange(const std::function<void()> &exchange)
     }
 }
 
-/// Puts a line at the end of the log. A ring buffer that is full begins anew with it.
+/// Puts a line at the end of the log. A ring buffer that is full starts over with it.
 void FormFull_Screen::AddToLog(std::string line)
 {
     line += LineEnd;

@@ -42,7 +42,7 @@ public:
     QPushButton *CmdSend;
     QPushButton *CmdContinueSend;
     QPushButton *CmdStop;
-    QRadioButton *OptRingBuffer; ///< toggle: a full log begins anew instead of ending the sending
+    QRadioButton *OptRingBuffer; ///< toggle: a full log starts over instead of ending the sending
     QPushButton *CmdSave;
     QPushButton *cmdExit;
     LogView *Text1;

@@ -63,7 +63,7 @@ void CloseWhenHeard(const std::string &line, const char *timeOut,
 }
 
 /// A folder for files that the process of a case writes and the test looks at. That process begins the test
-/// anew, and so must be told where it is.
+/// again, and so must be told where it is.
 class SharedFolder final
 {
 public:

@@ -289,7 +289,7 @@ TEST_F(ConfigurationTest, AModelWithAConsoleGivesItsNameAlone)
         op.CloseForm("Form7254");
         AwaitActions(op);
         Save(op, "7254", Path("file.txt"));
-        op.AnswerBox(SaveDone, 64, SaveDoneTitle); // behind it the console opens anew
+        op.AnswerBox(SaveDone, 64, SaveDoneTitle); // behind it the console opens again
         EXPECT_EQ(Read(Path("file.txt")), FileOf({{"Module Name", "7254"}}));
         op.CloseForm("Form7254");
         AwaitActions(op);

@@ -955,7 +955,7 @@ TEST_F(FirmwareTest, AnEndlessWaitForASilentUnitCanBeBrokenOff)
         Faulty({.kind = Fault::Kind::Silent, .begins = "&00D"});
         const auto asked = CountSent("&00D");
         op.Gui([&] { *clock.timeOfDay += 0.6; });
-        op.WaitFor([&] { return CountSent("&00D") > asked + 1; }, "the second round of asking anew");
+        op.WaitFor([&] { return CountSent("&00D") > asked + 1; }, "the second round of asking again");
         op.Gui([&] {
             EXPECT_EQ(Window()->Label1->text(), QStringLiteral("The unit gives no answer. Waiting for it"));
             vorn::Queue(Window(), [this] { CloseByFrame(Window()); });

@@ -601,7 +601,7 @@ TEST_F(SlotTest, AnUnknownMaskEndsAnAlarmUpdateWithoutAWord)
             EXPECT_EQ(std::ranges::count_if(
                           peer_->Lines(), [](const std::string &line) { return line.starts_with("$0AS25"); }),
                       0);
-            EXPECT_EQ(std::ranges::count(peer_->Lines(), "$0AS2C5AH"), 0) << "the page isn't loaded anew";
+            EXPECT_EQ(std::ranges::count(peer_->Lines(), "$0AS2C5AH"), 0) << "the page isn't loaded again";
         });
     }
 }

@@ -177,7 +177,7 @@ TEST_F(LoaderRun, TheLoaderImageStartsAt9600AndTakesTheMainImage)
     EXPECT_EQ(Say("&00D"), "!00");
     EXPECT_EQ(Give(Frame(1, Block('n')))[0], '!');
     EXPECT_EQ(Say("&00E"), "!00");
-    EXPECT_EQ(Say("$00M"), "!00VORN3900") << "the unit has started anew";
+    EXPECT_EQ(Say("$00M"), "!00VORN3900") << "the unit has started again";
     EXPECT_EQ(rack_.Value("00", "download"), "no");
     EXPECT_EQ(rack_.Rack().Image(1, "00", ImageKind::Loader), Block('l'));
     EXPECT_EQ(rack_.Rack().Image(1, "00", ImageKind::Main), Block('m') + Block('n'));
