@@ -6,6 +6,7 @@
 #include "simulator/Simulator.h"
 
 #include "firmware/DownloadF.h"
+#include "firmware/FirmwareFrame.h"
 #include "platform/Animation.h"
 #include "platform/Events.h"
 #include "platform/ProgramDirectory.h"
@@ -988,6 +989,32 @@ TEST_F(FirmwareTest, AReplyThatComesTooLateIsOvercome)
         const std::size_t behind = 21 * BlockSize;
         EXPECT_TRUE(Received(ImageKind::Main) ==
                     main_.substr(0, behind) + main_.substr(behind + rounds) + std::string(rounds, '\0'));
+    });
+}
+
+TEST_F(FirmwareTest, AReplyThatCameWhileTheProcessHadNoTurnIsNotLate)
+{
+    Rack();
+    Faulty({.kind = Fault::Kind::Late,
+            .begins = "main0005",
+            .times = 1,
+            .delay = std::chrono::milliseconds(20)});
+    Operate([&](Operator &op) {
+        int looks = 0; // since the block is on the line; the first one is that of the begin
+        op.Gui([&] {
+            clock.looked = [&] {
+                if (looks == 2 || CountSent("main0005") == 0 || ++looks != 2)
+                    return;
+                while (main().MSComm1.InBufferCount() < static_cast<int>(vorn::BlockReplySize))
+                    std::this_thread::yield();
+                *clock.timeOfDay += 0.6;
+            };
+        });
+        BeginTransfer(op);
+        PassToBox(op, Completed, 64);
+        op.Gui([&] { clock.looked = {}; });
+        EXPECT_EQ(looks, 2);
+        EXPECT_EQ(Sent(), WholeDownload("&00S4", 32)) << "no block is sent again";
     });
 }
 
