@@ -349,9 +349,7 @@ TEST_F(QuickCalibrationTest, AnotherSizeOfTheWindowRepeatsTheOpeningStep)
     Operate([&](Operator &op) {
         Open(op, key);
         OpenBy(op, "CmdGZero");
-        AwaitSent(op, "$0A2");
-        op.Settle();
-        EXPECT_EQ(CountOf("$0A2"), 1);
+        op.WaitFor([&] { return CountOf("$0A2") == 1 && !main().Gate.IsOnLine(); }, "the end of the step");
         op.Gui([&] {
             Form()->resize(Form()->width() + 40, Form()->height());
             Form()->resize(Form()->width() + 40, Form()->height() + 8);
