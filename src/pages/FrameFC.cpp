@@ -216,12 +216,16 @@ void FrameFC::ComCUpdata_Click(const NodeKey &node, const Entered &entered)
     MsgBox("Counter setting is complete !", MsgBoxStyle::Information, "Counter setting is complete !");
 }
 
+/// The buttons show the counter that was switched; where another one has come on show meanwhile, they are
+/// read.
 void FrameFC::OptionCch0S_Click(const NodeKey &node, int counter, bool start)
 {
     Send(main(), node, CounterRunCommand(node, counter, start));
     WaitModuleReady(main(), node.busAddress(), node.checksum());
     if (Send(main(), node, CounterStateCommand(node, counter)))
         live_.ShowState(counter, Payload(main().ReplyText, node.checksum()));
+    if (const auto shown = CounterOfCaption(CaptionOf(this)); shown && *shown != counter)
+        CmdCounterSet_Click(node, *shown);
 }
 
 } // namespace vorn

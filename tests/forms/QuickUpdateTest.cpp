@@ -152,6 +152,29 @@ TEST_F(QuickUpdateTest, TheCounterThatIsOnShow)
     });
 }
 
+TEST_F(QuickUpdateTest, AStopOfTheCounterOnShowTellsNothingOfTheNextOne)
+{
+    On("7282", "range=50", [&](Operator &op) {
+        Open(op, "#0A0");
+        op.Gui([&] { Press("CmdCounterSet_0"); });
+        bus_->Release();
+        AwaitActions(op);
+        EXPECT_TRUE(op.Gui([&] { return Find<QAbstractButton>("OptionCch0S_1")->isChecked(); }));
+        HoldPoll(op, "#0A0");
+        op.Gui([&] {
+            Press("CmdCounterSet_1"); // waits for its turn
+            Press("OptionCch0S_0");
+        });
+        bus_->Release();
+        AwaitActions(op);
+        EXPECT_EQ(Sent("$0A5"), (Lines{"$0A51", "$0A500", "$0A50", "$0A51"}));
+        op.Gui([&] {
+            EXPECT_EQ(Text("FrameFC"), "Counter 1");
+            EXPECT_TRUE(Find<QAbstractButton>("OptionCch0S_1")->isChecked()) << "counter 1 goes on";
+        });
+    });
+}
+
 TEST_F(QuickUpdateTest, WhatACounterHoldsThatIsStillBeingRead)
 {
     On("7282", "range=50", [&](Operator &op) {
