@@ -218,3 +218,20 @@ TEST_F(QuickUpdateTest, TheFilter)
         EXPECT_EQ(Sent("$0A0"), (Lines{"$0A0H00020", "$0A0L00030", "$0A0H", "$0A0L"}));
     });
 }
+
+TEST_F(QuickUpdateTest, TheFilterOfTheInputStageChosenBeforeIt)
+{
+    On("7282", "range=50 stage=0", [&](Operator &op) {
+        Open(op, "#0A0");
+        op.Gui([&] {
+            Enter("TextHV", "3.5");
+            Enter("TextHW", "20");
+            Enter("TextLW", "30");
+            Press("OptionFSel_1");
+            Press("ComFUpdata");
+        });
+        Release(op, "Filter setting is complete !", "Filter setting is complete !");
+        EXPECT_EQ(Sent("$0A1"), (Lines{"$0A1H", "$0A1L", "$0A1H", "$0A1L"})) << "no trigger level is written";
+        EXPECT_EQ(Sent("$0A0"), (Lines{"$0A0H", "$0A0L", "$0A0H00020", "$0A0L00030", "$0A0H", "$0A0L"}));
+    });
+}
