@@ -16,6 +16,10 @@ namespace vorn
 namespace
 {
 
+/// Longer than any entry of sense: a paste of a whole page isn't judged, which would take the square of its
+/// length.
+constexpr qsizetype LongestEntry = 255;
+
 /// Whether a change takes characters out and puts none in, which is always allowed.
 bool OnlyDeletes(const QString &before, const QString &after)
 {
@@ -40,9 +44,7 @@ public:
 
     State validate(QString &text, int &) const override
     {
-        const std::string judged = judged_ ? judged_() : std::string{};
-        return OnlyDeletes(before_, text) || AcceptText(rule_(), FromQString(text), judged) ? Acceptable
-                                                                                            : Invalid;
+        return OnlyDeletes(before_, text) || CouldBeTyped(text) ? Acceptable : Invalid;
     }
 
     bool eventFilter(QObject *, QEvent *event) override
@@ -51,6 +53,12 @@ public:
     }
 
 private:
+    bool CouldBeTyped(const QString &text) const
+    {
+        return text.size() <= LongestEntry &&
+               AcceptText(rule_(), FromQString(text), judged_ ? judged_() : std::string{});
+    }
+
     /// What the rule knows a key by; nothing for keys that move, delete, copy or paste, which are none of its
     /// business.
     static std::optional<char> KeyOf(const QKeyEvent &key)

@@ -352,6 +352,21 @@ TEST_F(SettingsTest, TheAddressFieldTakesDecimalsUpTo255)
     });
 }
 
+TEST_F(SettingsTest, APageOfDigitsIsNoEntry)
+{
+    OnPage("7206 address=0A", [&](Operator &op) {
+        auto *limit = Find<QLineEdit>("TextHighValue");
+        const QString held = op.Gui([&] { return limit->text(); });
+        EXPECT_FALSE(held.isEmpty());
+        op.Gui([&] {
+            limit->selectAll();
+            QApplication::clipboard()->setText(QString(30'000, u'1'));
+            limit->paste();
+        });
+        EXPECT_EQ(op.Gui([&] { return limit->text(); }), held);
+    });
+}
+
 TEST_F(SettingsTest, ATickOfAChannelWritesTheMask)
 {
     OnPage("7221 address=0A mask=03 restart=20", [&](Operator &op) {
