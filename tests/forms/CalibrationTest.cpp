@@ -51,7 +51,7 @@ protected:
     }
     void OpenOnPeer(Operator &op, const std::string &key)
     {
-        AddKey(op, key, "10");
+        AddKey(op, key, "100");
         peer_->Forget();
     }
     void OpenOnRack(Operator &op, const std::string &key)

@@ -612,7 +612,7 @@ TEST_F(ConfigurationTroubleTest, TheWindowIsServedInEachTransaction)
                     changed.notify_all();
                 },
                 Qt::QueuedConnection);
-            changed.wait_for(lock, std::chrono::seconds(20), [&] { return bars.size() > before; });
+            changed.wait_for(lock, Operator::Patience, [&] { return bars.size() > before; });
         }
         if (line == "@0ADI")
             write("!0A2000100\r");

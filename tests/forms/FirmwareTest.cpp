@@ -201,7 +201,7 @@ protected:
     /// Waits for something while a box may be up, which may be what comes.
     static void Await(Operator &op, const std::function<bool()> &come, const char *what)
     {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        const auto deadline = std::chrono::steady_clock::now() + Operator::Patience;
         while (!op.Gui(come)) {
             if (std::chrono::steady_clock::now() > deadline)
                 FAIL() << "This never came: " << what;

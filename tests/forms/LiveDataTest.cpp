@@ -26,7 +26,7 @@ protected:
     {
         const std::string key = std::string(state) + "003!!0A" + model;
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("30"));
+            main().TextTimeOut->setText(QStringLiteral("100"));
             main().Nodes.Add("KeyCOM003", key, "(0A) " + model, "vorn4ico", "vorn4icoS");
         });
         Choose(op, key);
@@ -35,7 +35,7 @@ protected:
     void OpenSlot(Operator &op, const std::string &model, const char *channel = nullptr)
     {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("30"));
+            main().TextTimeOut->setText(QStringLiteral("100"));
             auto &nodes = main().Nodes;
             nodes.Add("KeyCOM003", "_0003!!0A3900", "(0A) 3900", "vorn5ico", "vorn5icoS");
             nodes.Add("_0003!!0A3900", "_00032!0A" + model, "(S2) " + model, "vorn5cico", "vorn5cicoS");

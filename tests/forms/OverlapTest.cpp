@@ -328,7 +328,7 @@ Lines AnswerAll(Operator &op, Bench &bench)
 {
     using namespace std::chrono_literals;
     Lines shown;
-    const auto deadline = std::chrono::steady_clock::now() + 20s;
+    const auto deadline = std::chrono::steady_clock::now() + Operator::Patience;
     const auto step = [&] {
         if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())) {
             shown.push_back("menu " + menu->objectName().toStdString());
@@ -375,7 +375,7 @@ void ExpectServed(Operator &op, Bench &bench)
         bench.main().TreeView1->viewport()->update();
         QTimer::singleShot(0, &bench.main(), [&] { ticked = true; });
     });
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    const auto deadline = std::chrono::steady_clock::now() + Operator::Patience;
     while (!op.Gui([&] { return painted->seen && ticked; })) {
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
         if (std::chrono::steady_clock::now() > deadline) {

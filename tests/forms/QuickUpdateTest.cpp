@@ -45,6 +45,7 @@ protected:
         op.AnswerBox(text, 64, title);
         AwaitActions(op);
     }
+    /// The lines of an update. The refresh goes on behind it: a head is one that no poll begins with.
     Lines Sent(const std::string &head) { return LinesThatBegin(*bus_, head); }
 };
 
@@ -214,8 +215,10 @@ TEST_F(QuickUpdateTest, TheFilter)
                 Enter(entry, "99");
         });
         Release(op, "Filter setting is complete !", "Filter setting is complete !");
-        EXPECT_EQ(Sent("$0A1"), (Lines{"$0A1H35", "$0A1L15", "$0A1H", "$0A1L"}));
-        EXPECT_EQ(Sent("$0A0"), (Lines{"$0A0H00020", "$0A0L00030", "$0A0H", "$0A0L"}));
+        EXPECT_EQ(Sent("$0A1H"), (Lines{"$0A1H35", "$0A1H"}));
+        EXPECT_EQ(Sent("$0A1L"), (Lines{"$0A1L15", "$0A1L"}));
+        EXPECT_EQ(Sent("$0A0H"), (Lines{"$0A0H00020", "$0A0H"}));
+        EXPECT_EQ(Sent("$0A0L"), (Lines{"$0A0L00030", "$0A0L"}));
     });
 }
 
@@ -231,7 +234,9 @@ TEST_F(QuickUpdateTest, TheFilterOfTheInputStageChosenBeforeIt)
             Press("ComFUpdata");
         });
         Release(op, "Filter setting is complete !", "Filter setting is complete !");
-        EXPECT_EQ(Sent("$0A1"), (Lines{"$0A1H", "$0A1L", "$0A1H", "$0A1L"})) << "no trigger level is written";
-        EXPECT_EQ(Sent("$0A0"), (Lines{"$0A0H", "$0A0L", "$0A0H00020", "$0A0L00030", "$0A0H", "$0A0L"}));
+        EXPECT_EQ(Sent("$0A1H"), (Lines{"$0A1H", "$0A1H"})) << "no trigger level is written";
+        EXPECT_EQ(Sent("$0A1L"), (Lines{"$0A1L", "$0A1L"}));
+        EXPECT_EQ(Sent("$0A0H"), (Lines{"$0A0H", "$0A0H00020", "$0A0H"}));
+        EXPECT_EQ(Sent("$0A0L"), (Lines{"$0A0L", "$0A0L00030", "$0A0L"}));
     });
 }

@@ -232,7 +232,7 @@ TEST_F(SettingsTest, AnUpdateThatTheModuleRefusesShowsWhatItHolds)
     peer.Reply("$0A2", "!0A080600\r");
     Operate([&](Operator &op) {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().TextTimeOut->setText(QStringLiteral("250"));
             main().Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
         });
         Choose(op, "_0003!!0A7206");
@@ -249,7 +249,7 @@ TEST_F(SettingsTest, AModuleThatNeverComesBackIsReportedAsWritten)
     peer.Reply("$0A2", "!0A080600\r");
     Operate([&](Operator &op) {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().TextTimeOut->setText(QStringLiteral("250"));
             main().Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
         });
         Choose(op, "_0003!!0A7206");
@@ -272,7 +272,7 @@ TEST_F(SettingsTest, ABaseUnitsRecordIsWrittenWithoutAType)
     peer.Reply("%00000740", "!00\r");
     Operate([&](Operator &op) {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().TextTimeOut->setText(QStringLiteral("250"));
             main().Nodes.Add("KeyCOM003", "_0003!!003900", "(00) 3900", "vorn4ico", "vorn4icoS");
         });
         Choose(op, "_0003!!003900");
@@ -305,7 +305,7 @@ TEST_F(SettingsTest, WhatIsChangedWhileAnUpdateRunsStays)
     });
     Operate([&](Operator &op) {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("10"));
+            main().TextTimeOut->setText(QStringLiteral("250"));
             main().Nodes.Add("KeyCOM003", "_0003!!0A7206", "(0A) 7206", "vorn4ico", "vorn4icoS");
         });
         Choose(op, "_0003!!0A7206");
@@ -671,7 +671,7 @@ TEST_F(SettingsTest, WithoutAKnownRangeAnOutputHasNoSlider)
     peer.Reply("$0A6", "!0A01.000\r");
     Operate([&](Operator &op) {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("50"));
+            main().TextTimeOut->setText(QStringLiteral("250"));
             main().Nodes.Add("KeyCOM003", "_0003!!0A7231", "(0A) 7231", "vorn4ico", "vorn4icoS");
         });
         Choose(op, "_0003!!0A7231");
@@ -744,7 +744,7 @@ TEST_F(SettingsTest, ADisplaySourceThatIsNoDigitLeavesTheOptionAndThePageAlive)
     peer.ReplyInTurn("$FA8", {"!FA1\r", "!FA\r", "!FAZ\r"});
     Operate([&](Operator &op) {
         op.Gui([&] {
-            main().TextTimeOut->setText(QStringLiteral("50"));
+            main().TextTimeOut->setText(QStringLiteral("250"));
             main().Nodes.Add("KeyCOM003", "_0003!!FA7282D", "(FA) 7282D", "vorn4ico", "vorn4icoS");
         });
         for (int load = 0; load < 3; ++load) {

@@ -814,7 +814,7 @@ TEST_F(TerminalTest, AFileThatFillsTheLogIsClosed)
     Operate([&](Operator &op) {
         PlayFile(op, "$012\n$022\n$012\n$022\n");
         op.Click(terminal()->CmdSend);
-        op.WaitFor([&] { return peer_.Lines().size() == 1; }, "the first line");
+        AwaitLog(op, ExchangeOf("$012", "!01400600", "   1> ", "   1< "));
         FillLog(op);
         op.Click(terminal()->CmdSend);
         op.AnswerFile("Save As ---", "Terminal.txt", "");

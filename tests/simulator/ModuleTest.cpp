@@ -48,7 +48,7 @@ TEST(Module, NoLineDoesHarm)
         if (model.IsCard())
             continue;
         Module module(Describe(model), 0);
-        for (int i = 0; i < 20000; ++i) {
+        for (int i = 0; i < 5000; ++i) {
             std::string line = RandomLine(random);
             if (model.slots > 0)
                 line = SlotPrefixed(line, random);

@@ -40,11 +40,18 @@ public:
 
     void AwaitLoaded(Operator &op)
     {
-        op.WaitFor([&] { return Console() && Timer()->isActive(); }, "the console");
-        op.Gui([&] {
-            loaded_ = rack().Commands(2);
-            Timer()->setInterval(std::chrono::hours(1));
-        });
+        bool halted = false;
+        op.WaitFor(
+            [&] {
+                if (!Console())
+                    return false;
+                if (!halted) // before the load starts it, if the machine lets us
+                    Timer()->setInterval(std::chrono::hours(1));
+                halted = true;
+                loaded_ = rack().Commands(2);
+                return Timer()->isActive();
+            },
+            "the console");
         op.Settle();
         op.WaitFor([&] { return !main().Gate.IsOnLine(); }, "the end of the first tick");
     }

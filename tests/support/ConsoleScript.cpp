@@ -329,7 +329,7 @@ void ConsoleScript::NoteEnd(QWidget *window)
 
 void ConsoleScript::AwaitEnd()
 {
-    const auto deadline = std::chrono::steady_clock::now() + 20s;
+    const auto deadline = std::chrono::steady_clock::now() + Operator::Patience;
     while (!ended_) {
         if (std::chrono::steady_clock::now() > deadline) {
             ADD_FAILURE() << "The end never came; so far:\n" << Joined(Row());

@@ -23,12 +23,7 @@
 namespace
 {
 
-using namespace std::chrono_literals;
-
-/// A condition that hasn't come by then never will. Far above anything that the program waits for in the
-/// tests.
-constexpr auto Patience = 20s;
-constexpr auto Look = 2ms;
+constexpr std::chrono::milliseconds Look{2};
 
 QPoint RowOf(const QTreeWidget &list, int row)
 {

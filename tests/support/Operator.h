@@ -34,6 +34,10 @@ int StyleOf(const QMessageBox &box);
 class Operator final
 {
 public:
+    /// A condition that hasn't come by then never will. Far above anything that the program waits for in the
+    /// tests, on a machine that is busy with ten more of them.
+    static constexpr std::chrono::seconds Patience{60};
+
     /// Runs the steps while this thread serves the windows; returns when they have ended.
     static void Run(const std::function<void(Operator &)> &steps);
 
