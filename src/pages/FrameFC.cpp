@@ -49,7 +49,7 @@ bool HasDisplay(const NodeKey &node)
 } // namespace
 
 FrameFC::FrameFC(FormMain &main, const FrameMSet &settings, FrameFCdata &live)
-    : PageFrame(main, "FrameFC", "Counter 0"), live_(live)
+    : PageFrame(main, "FrameFC", "Counter 0"), settings_(settings), live_(live)
 {
     BuildFields();
     FrameGrid grid(this);
@@ -69,9 +69,9 @@ FrameFC::FrameFC(FormMain &main, const FrameMSet &settings, FrameFCdata &live)
 
     for (int i = 0; i < FrameFCdata::Counters; ++i) {
         const auto e = static_cast<std::size_t>(i);
-        OnClick(main, live.CmdCounterSet[e], this,
-                [this, i](const NodeKey &node) { CmdCounterSet_Click(node, i); });
-        Writes(OptionCch0S[e], [this, start = i == 1] {
+        Chooses(live.CmdCounterSet[0], live.CmdCounterSet[e],
+                [this, i] { return [this, i](const NodeKey &node) { CmdCounterSet_Click(node, i); }; });
+        Chooses(OptionCch0S[0], OptionCch0S[e], [this, start = i == 1] {
             return [this, start, counter = CounterOfCaption(CaptionOf(this))](const NodeKey &node) {
                 if (counter)
                     OptionCch0S_Click(node, *counter, start);
@@ -129,8 +129,15 @@ void FrameFC::SetCount(CounterField field, const std::string &payload)
     }
 }
 
+std::string FrameFC::Matter() const
+{
+    return CaptionOf(this);
+}
+
 void FrameFC::CmdCounterSet_Click(const NodeKey &node, int counter)
 {
+    if (CounterOfCaption(CaptionOf(this)) != counter)
+        Leave();
     SetLoading(true);
     const auto loaded = qScopeGuard([this] { SetLoading(false); });
     SetCaption(this, "Counter " + std::to_string(counter));
@@ -139,7 +146,13 @@ void FrameFC::CmdCounterSet_Click(const NodeKey &node, int counter)
             Show(node, counter, read);
     }
     ShowFields(node, counter);
-    show();
+    if (settings_.IsCounting())
+        show();
+}
+
+void FrameFC::ShowState(const std::string &payload)
+{
+    SetTick(OptionCch0S[Val(payload) != 0 ? 1 : 0], true);
 }
 
 void FrameFC::Show(const NodeKey &node, int counter, const CounterRead &read)
@@ -147,7 +160,7 @@ void FrameFC::Show(const NodeKey &node, int counter, const CounterRead &read)
     const std::string payload = Payload(main().ReplyText, node.checksum());
     switch (read.use) {
     case CounterReadUse::State:
-        SetTick(OptionCch0S[Val(payload) != 0 ? 1 : 0], true);
+        ShowState(payload);
         break;
     case CounterReadUse::Maximum:
         SetCount(CounterField::Maximum, payload);
@@ -211,20 +224,24 @@ void FrameFC::ComCUpdata_Click(const NodeKey &node, const Entered &entered)
         const auto mode = CounterModeCommand(node, *counter, entered.preset, entered.alarmMode);
         if (mode)
             Send(main(), node, *mode);
-        CmdCounterSet_Click(node, *counter);
+        CmdCounterSet_Click(node, CounterOfCaption(CaptionOf(this)).value_or(*counter));
     }
     MsgBox("Counter setting is complete !", MsgBoxStyle::Information, "Counter setting is complete !");
 }
 
-/// The buttons show the counter that was switched; where another one has come on show meanwhile, they are
-/// read.
+/// What the counter does then is read. Where another one has come on show meanwhile, that one is read, too.
 void FrameFC::OptionCch0S_Click(const NodeKey &node, int counter, bool start)
 {
     Send(main(), node, CounterRunCommand(node, counter, start));
     WaitModuleReady(main(), node.busAddress(), node.checksum());
-    if (Send(main(), node, CounterStateCommand(node, counter)))
-        live_.ShowState(counter, Payload(main().ReplyText, node.checksum()));
-    if (const auto shown = CounterOfCaption(CaptionOf(this)); shown && *shown != counter)
+    const auto shown = CounterOfCaption(CaptionOf(this));
+    if (Send(main(), node, CounterStateCommand(node, counter))) {
+        const std::string state = Payload(main().ReplyText, node.checksum());
+        live_.ShowState(counter, state);
+        if (shown == counter)
+            ShowState(state);
+    }
+    if (shown && *shown != counter)
         CmdCounterSet_Click(node, *shown);
 }
 

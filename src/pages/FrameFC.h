@@ -46,6 +46,8 @@ private:
         int alarmMode; ///< position of `CmbFC0Amode`
     };
 
+    std::string Matter() const override;
+
     void BuildFields();
     Entered ReadEntered() const;
 
@@ -54,10 +56,12 @@ private:
     void ComCUpdata_Click(const NodeKey &node, const Entered &entered);
 
     void Show(const NodeKey &node, int counter, const CounterRead &read);
+    void ShowState(const std::string &payload);
     void ShowFields(const NodeKey &node, int counter);
     void SetCount(CounterField field, const std::string &payload);
     QLineEdit *Field(CounterField field) const;
 
+    const FrameMSet &settings_;
     FrameFCdata &live_;
 };
 

@@ -43,8 +43,8 @@ FrameFCf::FrameFCf(FormMain &main, const FrameMSet &settings)
     grid.Buttons({ComFUpdata});
 
     for (int i = 0; i < 2; ++i)
-        OnClick(main, OptionFSel[static_cast<std::size_t>(i)], this,
-                [this, i](const NodeKey &node) { OptionFSel_Click(node, i); });
+        Chooses(OptionFSel[0], OptionFSel[static_cast<std::size_t>(i)],
+                [this, i] { return [this, i](const NodeKey &node) { OptionFSel_Click(node, i); }; });
     OnTick(main, CheckFilter, this,
            [this](const NodeKey &node, bool enabled) { CheckFilter_Click(node, enabled); });
     Writes(ComFUpdata, [this] {

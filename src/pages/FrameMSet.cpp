@@ -93,8 +93,10 @@ void FrameMSet::BuildFields()
     CheckChecksum = MakeStateBox(this, QStringLiteral("CheckChecksum"), QStringLiteral("Checksum"));
     connect(CmbRange, &QComboBox::activated, this, [this] {
         const auto use = [this](const NodeKey &node) {
-            if (IsCounterModel(node.model()))
-                CmbRange_Click();
+            if (!IsCounterModel(node.model()))
+                return;
+            Forget(CmbDataFormat); // a gate of the other mode is none of this one
+            CmbRange_Click();
         };
         // At once, since a press of Update takes what the lists show; a load has to end first.
         if (IsLoading())
@@ -109,8 +111,9 @@ void FrameMSet::BuildFields()
     for (std::size_t i = 0; i < OptionLED.size(); ++i) {
         OptionLED[i] = Named(new QRadioButton(QString::fromLatin1(LedCaptions[i]), this),
                              ElementName("OptionLED", static_cast<int>(i)));
-        OnClick(main(), OptionLED[i], this,
-                [this, i](const NodeKey &node) { OptionLED_Click(node, static_cast<int>(i)); });
+        Chooses(OptionLED[0], OptionLED[i], [this, i] {
+            return [this, i](const NodeKey &node) { OptionLED_Click(node, static_cast<int>(i)); };
+        });
     }
     LabLED = MakeLabel(this, QStringLiteral("LabLED"), "LED display :");
 }

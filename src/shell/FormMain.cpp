@@ -250,7 +250,7 @@ void FormMain::RunAction(QAction *entry)
         handler();
 }
 
-void FormMain::TakeForPage(QObject *context, const QObject *source,
+void FormMain::TakeForPage(QObject *context, const Gate::Source &source,
                            const std::function<void(const NodeKey &)> &handler,
                            const std::function<void()> &dropped)
 {

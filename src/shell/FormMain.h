@@ -81,10 +81,9 @@ public:
 
     /// Everything that the operator does goes through here.
     class Gate Gate;
-    /// Takes an action about the page on show, for which `handler` gets the key of its node. Of an action
-    /// with a `source` only one waits or runs at a time. `dropped` runs in its place when another page has
-    /// come on show.
-    void TakeForPage(QObject *context, const QObject *source,
+    /// Takes an action about the page on show, for which `handler` gets the key of its node; see `Gate` for
+    /// its `source`. `dropped` runs in its place when another page has come on show.
+    void TakeForPage(QObject *context, const Gate::Source &source,
                      const std::function<void(const NodeKey &)> &handler,
                      const std::function<void()> &dropped = {});
 

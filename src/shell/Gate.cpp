@@ -37,18 +37,28 @@ Gate::OnLine::~OnLine()
 
 void Gate::Take(Taken taken)
 {
-    const auto same = [&taken](const auto &other) {
-        return other.context && other.source == taken.source && other.page == taken.page;
+    const auto alike = [&taken](const auto &other) {
+        return other.context && other.source.object == taken.source.object &&
+               other.source.matter == taken.source.matter && other.page == taken.page;
     };
-    if (taken.source && (std::ranges::any_of(waiting_, same) || std::ranges::any_of(running_, same)))
-        return;
+    const auto same = [&](const auto &other) {
+        return alike(other) && other.source.values == taken.source.values;
+    };
+    if (taken.source.object) {
+        const auto before = std::ranges::find_if(waiting_, alike); // there is one at most
+        const bool waits = before != waiting_.end();
+        if (waits ? same(*before) : std::ranges::any_of(running_, same))
+            return;
+        if (waits)
+            waiting_.erase(before);
+    }
     waiting_.push_back({std::move(taken), ++taken_});
     Ask();
 }
 
 void Gate::TakeInPlace(Taken taken)
 {
-    if (!waiting_.empty() && waiting_.back().source && waiting_.back().source == taken.source)
+    if (!waiting_.empty() && taken.source.object && waiting_.back().source.object == taken.source.object)
         waiting_.pop_back();
     waiting_.push_back({std::move(taken), ++taken_});
     Ask();

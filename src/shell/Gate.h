@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 class QWidget;
@@ -33,13 +34,26 @@ class Gate final : public QObject
 public:
     using Action = std::function<void()>;
 
+    /// What tells whether two acts are the same one.
+    struct Source {
+        Source(const QObject *who = nullptr, std::string about = {}, std::string by = {})
+            : object(who), matter(std::move(about)), values(std::move(by))
+        {
+        }
+        const QObject *object; ///< the control; none for an act of which each counts
+        std::string matter;    ///< which of several things that the page shows by turns
+        std::string values;    ///< what it goes by: what stood in the fields, or which of several choices
+    };
+
     struct Taken {
         /// The window, control or subsystem that acts; what has gone, or was retired, acts no more. An object
         /// that is no widget belongs to the main window.
         QPointer<QObject> context;
         Action action;
-        /// Acts once: dropped when an action of the same source, about the same page, waits or runs already.
-        const QObject *source = nullptr;
+        /// Acts once: while an action of the same object, about the same page and matter, waits or runs, one
+        /// by the same values is dropped. One by other values takes the place of the one that waits: it is
+        /// what the operator wants now.
+        Source source = {};
         /// Key of the page that the action is meant for; none for one that is about no page.
         std::optional<std::string> page = std::nullopt;
         /// Runs in place of the action when that is dropped with its page.
@@ -94,7 +108,7 @@ private:
     };
     struct Running {
         QPointer<QObject> context;
-        const QObject *source;
+        Source source;
         std::optional<std::string> page;
         const QWidget *modal; ///< modal window that was open when it began
         std::uint64_t number;

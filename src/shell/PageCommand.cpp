@@ -63,14 +63,8 @@ NoYieldHold::~NoYieldHold()
 void OnClick(FormMain &main, QAbstractButton *button, QObject *context,
              const std::function<void(const NodeKey &)> &handler)
 {
-    OnClickWith(main, button, context, [handler] { return handler; });
-}
-
-void OnClickWith(FormMain &main, QAbstractButton *button, QObject *context,
-                 const std::function<std::function<void(const NodeKey &)>()> &taken)
-{
     QObject::connect(button, &QAbstractButton::clicked, context,
-                     [&main, button, context, taken] { main.TakeForPage(context, button, taken()); });
+                     [&main, button, context, handler] { main.TakeForPage(context, button, handler); });
 }
 
 void OnTick(FormMain &main, QAbstractButton *box, QObject *context,

@@ -64,10 +64,6 @@ private:
 void OnClick(FormMain &main, QAbstractButton *button, QObject *context,
              const std::function<void(const NodeKey &node)> &handler);
 
-/// The same for a handler that goes by what the page holds: `taken` reads that at the press, and gives it.
-void OnClickWith(FormMain &main, QAbstractButton *button, QObject *context,
-                 const std::function<std::function<void(const NodeKey &node)>()> &taken);
-
 /// The same as `OnClick` for a check box: each press counts, with the state that it came to.
 void OnTick(FormMain &main, QAbstractButton *box, QObject *context,
             const std::function<void(const NodeKey &node, bool ticked)> &handler);

@@ -28,6 +28,30 @@ namespace
 /// How many actions were taken when the operator last changed a control of the page on show.
 const char *const TouchedBehind = "TouchedBehind";
 
+/// What stands in a control; nothing for one in which nothing can be changed.
+QVariant ValueOf(const QWidget *control)
+{
+    if (const auto *entry = qobject_cast<const QLineEdit *>(control))
+        return entry->text();
+    if (const auto *list = qobject_cast<const QComboBox *>(control))
+        return list->currentIndex();
+    const auto *button = qobject_cast<const QAbstractButton *>(control);
+    return button && button->isCheckable() ? QVariant(button->isChecked()) : QVariant();
+}
+
+void SetValue(QWidget *control, const QVariant &value)
+{
+    if (auto *entry = qobject_cast<QLineEdit *>(control)) {
+        const int cursor = entry->cursorPosition();
+        entry->setText(value.toString());
+        entry->setCursorPosition(cursor);
+    } else if (auto *list = qobject_cast<QComboBox *>(control)) {
+        list->setCurrentIndex(value.toInt());
+    } else if (auto *button = qobject_cast<QAbstractButton *>(control)) {
+        button->setChecked(value.toBool());
+    }
+}
+
 } // namespace
 
 PageFrame::PageFrame(FormMain &main, const char *name, const char *title)
@@ -66,8 +90,12 @@ void PageFrame::WatchControls()
 
 void PageFrame::Leave()
 {
-    for (QWidget *control : findChildren<QWidget *>())
-        control->setProperty(TouchedBehind, QVariant());
+    std::ranges::for_each(findChildren<QWidget *>(), Forget);
+}
+
+void PageFrame::Forget(QWidget *control)
+{
+    control->setProperty(TouchedBehind, QVariant());
 }
 
 /// Of option buttons side by side the operator has touched all when he has pressed one.
@@ -119,14 +147,59 @@ void PageFrame::SetTick(QAbstractButton *button, bool ticked)
         button->setChecked(ticked);
 }
 
-void PageFrame::Writes(QAbstractButton *button,
-                       const std::function<std::function<void(const NodeKey &)>()> &taken)
+void PageFrame::Writes(QAbstractButton *button, const std::function<Handler()> &taken)
 {
-    OnClickWith(main_, button, this, [this, taken]() -> std::function<void(const NodeKey &)> {
-        if (loading_)
-            return [taken](const NodeKey &node) { taken()(node); };
-        return taken();
+    connect(button, &QAbstractButton::clicked, this, [this, button, taken] {
+        main_.TakeForPage(this, {button, Matter(), Fingerprint()}, loading_ ? BehindLoad(taken) : taken());
     });
+}
+
+void PageFrame::Chooses(QAbstractButton *among, QAbstractButton *button,
+                        const std::function<Handler()> &taken)
+{
+    connect(button, &QAbstractButton::clicked, this, [this, among, button, taken] {
+        main_.TakeForPage(this, {among, Matter(), FromQString(button->objectName())}, taken());
+    });
+}
+
+PageFrame::Content PageFrame::ContentOf(bool touchedOnly) const
+{
+    Content content;
+    for (QWidget *control : findChildren<QWidget *>()) {
+        const QVariant value = ValueOf(control);
+        if (value.isValid() && (!touchedOnly || IsTouched(control)))
+            content.emplace_back(control, value);
+    }
+    return content;
+}
+
+std::string PageFrame::Fingerprint() const
+{
+    std::string values;
+    for (const auto &[control, value] : ContentOf(false))
+        values += FromQString(value.toString()) + '\n';
+    return values;
+}
+
+/// Puts back for the reading what stood in the touched controls at the press. Where something else has come
+/// on show meanwhile, nobody knows what was to be written.
+PageFrame::Handler PageFrame::BehindLoad(const std::function<Handler()> &taken) const
+{
+    return [this, taken, matter = Matter(), touched = ContentOf(true)](const NodeKey &node) {
+        if (Matter() != matter)
+            return;
+        Content now;
+        for (const auto &[control, value] : touched) {
+            if (!control || ValueOf(control) == value)
+                continue;
+            now.emplace_back(control, ValueOf(control));
+            SetValue(control, value);
+        }
+        const Handler handler = taken();
+        for (const auto &[control, value] : now)
+            SetValue(control, value);
+        handler(node);
+    };
 }
 
 void PageFrame::OpensCalibration(QAbstractButton *button, CalibrationMode mode)

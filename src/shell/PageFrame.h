@@ -5,12 +5,16 @@
 #include "shell/PageReading.h"
 
 #include <QGroupBox>
+#include <QPointer>
+#include <QVariant>
 
 #include <functional>
 #include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 class QAbstractButton;
 class QComboBox;
@@ -54,7 +58,8 @@ public:
 
     /// Has the frame note what the operator changes; once, when all controls are there.
     void WatchControls();
-    /// Another page comes on show: what was changed on the one before, and not sent, goes with it.
+    /// Another page, or another matter, comes on show: what was changed on the one before, and not sent, goes
+    /// with it.
     virtual void Leave();
     /// A load of the page has begun, or ended.
     void SetLoading(bool loading) { loading_ = loading; }
@@ -73,21 +78,37 @@ protected:
     void Select(QComboBox *list, int position);
     void SetTick(QAbstractButton *button, bool ticked);
 
+    using Handler = std::function<void(const NodeKey &node)>;
+
     /// Has a button run a handler that goes by what the frame holds at the press; `taken` reads that, and
-    /// gives it. While the page is loading the frame holds what nobody has seen: then `taken` reads behind
-    /// the load.
-    void Writes(QAbstractButton *button,
-                const std::function<std::function<void(const NodeKey &node)>()> &taken);
+    /// gives it. While the frame is loading, it goes by what the operator had changed by the press, and for
+    /// the rest by what is loaded.
+    void Writes(QAbstractButton *button, const std::function<Handler()> &taken);
+    /// The same for one of several buttons of which the last that is pressed counts; `among` stands for them
+    /// all.
+    void Chooses(QAbstractButton *among, QAbstractButton *button, const std::function<Handler()> &taken);
     /// Has a button open the calibration of the node that is on show when it is pressed.
     void OpensCalibration(QAbstractButton *button, CalibrationMode mode);
     /// Has a point act through the gate, for the page that is on show when it is switched.
     void Wire(DIO *point, const std::function<void(const NodeKey &node)> &click);
+
+    /// Which of several things that the frame shows by turns is on show.
+    virtual std::string Matter() const { return {}; }
+    /// Forgets that the operator has changed a control.
+    static void Forget(QWidget *control);
 
     /// Whether the operator has changed a control of this page behind the press that the present action runs
     /// for, while it waited or since it runs.
     bool IsTouched(const QWidget *control) const;
 
 private:
+    /// A control and what stands in it.
+    using Content = std::vector<std::pair<QPointer<QWidget>, QVariant>>;
+
+    Content ContentOf(bool touchedOnly) const;
+    std::string Fingerprint() const;
+    Handler BehindLoad(const std::function<Handler()> &taken) const;
+
     FormMain &main_;
     bool loading_ = false;
 };

@@ -34,6 +34,9 @@ constexpr std::chrono::milliseconds SoonestShow(20), LatestShow(250);
 /// Rows that are put on the screen in one go: a few milliseconds of work.
 constexpr int RowsAtOnce = 1000;
 
+/// Characters of a typed line, which is laid out as one row at each change.
+constexpr std::size_t LongestTyped = 1000;
+
 /// Part of the log that goes at once when the oldest lines make room, so that a full log isn't moved for
 /// every line.
 constexpr std::size_t DroppedAtOnce = LogView::Capacity / 256;
@@ -267,7 +270,7 @@ void LogView::keyPressEvent(QKeyEvent *event)
     MoveToTheTyping();
     const QTextCursor caret = textCursor();
     const bool atStart = !caret.hasSelection() && caret.position() == typingStart_;
-    if ((backwards && atStart) || (character && IsFull())) {
+    if ((backwards && atStart) || (character && (IsFull() || Typed().size() >= LongestTyped))) {
         Beep();
         return;
     }
@@ -298,7 +301,7 @@ void LogView::insertFromMimeData(const QMimeData *source)
     const std::string line = pasted.substr(0, pasted.find_first_of("\r\n"));
     if (line.size() < pasted.size())
         Beep();
-    if (Length() + line.size() > Capacity) {
+    if (Length() + line.size() > Capacity || Typed().size() + line.size() > LongestTyped) {
         Beep();
         return;
     }

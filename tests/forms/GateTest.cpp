@@ -161,6 +161,42 @@ TEST_F(GateTest, ASourceThatRunsIsNotTakenAgain)
     EXPECT_EQ(ran_, Names{"runs"});
 }
 
+TEST_F(GateTest, ByOtherValuesItTakesThePlaceOfTheOneThatWaits)
+{
+    const auto take = [this](const std::string &matter, const std::string &values) {
+        gate_.Take({.context = &window_,
+                    .action = Note(matter + " by " + values),
+                    .source = {&one_, matter, values}});
+    };
+    take("A", "1");
+    take("B", "1");
+    Take("between");
+    take("A", "2");
+    take("A", "2");
+    Serve();
+    EXPECT_EQ(ran_, (Names{"B by 1", "between", "A by 2"}));
+}
+
+TEST_F(GateTest, ByOtherValuesItWaitsBehindTheOneThatRuns)
+{
+    const auto take = [this](const std::string &values) {
+        gate_.Take({.context = &window_, .action = Note(values), .source = {&one_, {}, values}});
+    };
+    gate_.Take({.context = &window_,
+                .action =
+                    [&] {
+                        ran_.push_back("runs by 1");
+                        take("1");
+                        take("2");
+                        take("1");
+                        Serve();
+                        ran_.push_back("ends");
+                    },
+                .source = {&one_, {}, "1"}});
+    Serve();
+    EXPECT_EQ(ran_, (Names{"runs by 1", "ends", "1"})) << "the last one is what the operator wants";
+}
+
 TEST_F(GateTest, ASourceOfAWindowThatHasGoneStandsInNobodysWay)
 {
     auto window = std::make_unique<QWidget>();

@@ -284,6 +284,18 @@ TEST_F(LogViewTest, APasteIsOneLineAtTheEnd)
     EXPECT_EQ(beeps_.Take(), 1) << "for the line that was left out";
 }
 
+TEST_F(LogViewTest, APageOfTextIsNoCommand)
+{
+    PasteInto(terminal_, QString(100'000, u'x'));
+    EXPECT_EQ(terminal_.Text(), "");
+    EXPECT_EQ(beeps_.Take(), 1);
+    const std::string longest(1000, 'x');
+    PasteInto(terminal_, QString::fromStdString(longest));
+    QTest::keyClicks(&terminal_, QStringLiteral("x"));
+    EXPECT_EQ(terminal_.Text(), longest);
+    EXPECT_EQ(beeps_.Take(), 1);
+}
+
 TEST_F(LogViewTest, AFullLogRaisesAnErrorAndStaysAsItIs)
 {
     const std::string full(LogView::Capacity, 'x');
