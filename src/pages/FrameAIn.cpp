@@ -104,9 +104,11 @@ void FrameAIn::CheckAI_Click(const NodeKey &node, int channel, bool enabled)
     main().NowStatus("Enable/Diaable channels is processing , Please wait moment....");
     if (!Send(main(), node, Query(Register::ChannelMask, node)))
         return;
-    if (!Send(main(), node,
-              Write(Register::ChannelMask, node, ChangedMask(Mid(main().ReplyText, 4, 2), channel, enabled))))
+    const std::string mask = Mid(main().ReplyText, 4, 2);
+    if (!Send(main(), node, Write(Register::ChannelMask, node, ChangedMask(mask, channel, enabled)))) {
+        SetTick(CheckAI[static_cast<std::size_t>(channel)], Bit(HexToBin(mask), channel));
         return;
+    }
     const DisabledWindow disabled(main());
     WaitStored(main(), node);
 }

@@ -105,7 +105,8 @@ void FrameFCf::Load(PageReading &reading)
         ShowInputStage(*photo);
     ReadFilter(reading);
     if (const auto enabled = reading.Read(Register::InputFilter)) {
-        SetTick(CheckFilter, Val(*enabled) != 0);
+        filters_ = Val(*enabled) != 0;
+        SetTick(CheckFilter, filters_);
         show();
     }
 }
@@ -153,7 +154,10 @@ void FrameFCf::OptionFSel_Click(const NodeKey &node, int element)
 
 void FrameFCf::CheckFilter_Click(const NodeKey &node, bool enabled)
 {
-    Store(main(), node, FilterCommand(node, enabled));
+    if (Store(main(), node, FilterCommand(node, enabled)))
+        filters_ = enabled;
+    else
+        SetTick(CheckFilter, filters_);
 }
 
 FrameFCf::Entered FrameFCf::ReadEntered() const

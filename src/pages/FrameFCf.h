@@ -54,6 +54,7 @@ private:
     QLineEdit *Field(FilterField field) const;
 
     const FrameMSet &settings_;
+    bool filters_ = false; ///< as the module last told, or took
 };
 
 } // namespace vorn

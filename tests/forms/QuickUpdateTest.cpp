@@ -358,6 +358,45 @@ TEST_F(QuickUpdateTest, TheOptionOfACounterThatRefusesShowsWhatItDoes)
     });
 }
 
+// A tick that the module refuses goes back to what it holds.
+
+TEST_F(QuickUpdateTest, ATickOfAChannelThatIsRefused)
+{
+    On("7221", "range=08 mask=03", [&](Operator &op) {
+        Open(op, "#0A");
+        bus_->Refuse("$0A5");
+        op.Gui([&] {
+            Press("CheckAI_0");
+            Press("CheckAI_7");
+            Press("CheckAI_7");
+            Press("CheckAI_7");
+        });
+        bus_->Release();
+        AwaitActions(op);
+        EXPECT_EQ(Sent("$0A5"), (Lines{"$0A502", "$0A583", "$0A503", "$0A583"}));
+        op.Gui([&] {
+            EXPECT_TRUE(Find<QAbstractButton>("CheckAI_0")->isChecked());
+            EXPECT_FALSE(Find<QAbstractButton>("CheckAI_7")->isChecked());
+        });
+    });
+}
+
+TEST_F(QuickUpdateTest, ATickOfTheFilterThatIsRefused)
+{
+    On("7282", "range=50 filter=0", [&](Operator &op) {
+        Open(op, "#0A0");
+        bus_->Refuse("$0A4");
+        op.Gui([&] {
+            for (int press = 0; press < 3; ++press)
+                Press("CheckFilter");
+        });
+        bus_->Release();
+        AwaitActions(op);
+        EXPECT_EQ(Sent("$0A4"), (Lines{"$0A41", "$0A40", "$0A41"}));
+        EXPECT_EQ(op.Gui([&] { return Text("CheckFilter"); }), "Disable");
+    });
+}
+
 // The counters share a frame: what is pressed and typed is for the one in its caption.
 
 class QuickCounterTest : public QuickUpdateTest
