@@ -67,8 +67,11 @@ void FrameAIn::Load(PageReading &reading)
     if (!Has(reading.model, Feature::ChannelInputs))
         return;
     const auto mask = reading.Read(Register::ChannelMask);
-    for (int i = 0; mask && i < Channels; ++i)
-        SetTick(CheckAI[static_cast<std::size_t>(i)], Bit(HexToBin(*mask), i));
+    if (!mask)
+        return;
+    channels_ = HexToBin(*mask);
+    for (int i = 0; i < Channels; ++i)
+        ShowTick(i);
 }
 
 bool FrameAIn::Wants(const PollStep &step, int channel)
@@ -102,15 +105,28 @@ void FrameAIn::ShowLive(const LiveReply &reply)
 void FrameAIn::CheckAI_Click(const NodeKey &node, int channel, bool enabled)
 {
     main().NowStatus("Enable/Diaable channels is processing , Please wait moment....");
-    if (!Send(main(), node, Query(Register::ChannelMask, node)))
-        return;
-    const std::string mask = Mid(main().ReplyText, 4, 2);
-    if (!Send(main(), node, Write(Register::ChannelMask, node, ChangedMask(mask, channel, enabled)))) {
-        SetTick(CheckAI[static_cast<std::size_t>(channel)], Bit(HexToBin(mask), channel));
+    if (!WriteChannel(node, channel, enabled)) {
+        ShowTick(channel);
         return;
     }
     const DisabledWindow disabled(main());
     WaitStored(main(), node);
+}
+
+bool FrameAIn::WriteChannel(const NodeKey &node, int channel, bool enabled)
+{
+    if (!Send(main(), node, Query(Register::ChannelMask, node)))
+        return false;
+    const std::string held = Mid(main().ReplyText, 4, 2);
+    const std::string wanted = ChangedMask(held, channel, enabled);
+    const bool taken = Send(main(), node, Write(Register::ChannelMask, node, wanted));
+    channels_ = HexToBin(taken ? wanted : held);
+    return taken;
+}
+
+void FrameAIn::ShowTick(int channel)
+{
+    SetTick(CheckAI[static_cast<std::size_t>(channel)], Bit(channels_, channel));
 }
 
 } // namespace vorn

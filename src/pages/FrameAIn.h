@@ -32,8 +32,11 @@ public:
 
 private:
     void CheckAI_Click(const NodeKey &node, int channel, bool enabled);
+    bool WriteChannel(const NodeKey &node, int channel, bool enabled);
+    void ShowTick(int channel);
 
     const FrameMSet &settings_;
+    std::string channels_;            ///< channel mask as the module last told, or took, in binary characters
     std::optional<std::string> mask_; ///< channel mask, if the module told it in this round of the refresh
 };
 

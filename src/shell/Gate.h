@@ -51,8 +51,8 @@ public:
         QPointer<QObject> context;
         Action action;
         /// Acts once: while an action of the same object, about the same page and matter, waits or runs, one
-        /// by the same values is dropped. One by other values takes the place of the one that waits: it is
-        /// what the operator wants now.
+        /// by the same values is dropped. One by other values is taken in place of the one that waits, behind
+        /// all that was taken between: it is what the operator wants now.
         Source source = {};
         /// Key of the page that the action is meant for; none for one that is about no page.
         std::optional<std::string> page = std::nullopt;

@@ -381,6 +381,25 @@ TEST_F(QuickUpdateTest, ATickOfAChannelThatIsRefused)
     });
 }
 
+TEST_F(QuickUpdateTest, ATickOfAChannelOfAModuleThatDoesNotTellItsChannels)
+{
+    On("7221", "range=08 mask=03", [&](Operator &op) {
+        Open(op, "#0A");
+        bus_->Refuse("$0A6");
+        op.Gui([&] {
+            Press("CheckAI_0");
+            Press("CheckAI_7");
+        });
+        bus_->Release();
+        AwaitActions(op);
+        EXPECT_EQ(Sent("$0A5"), Lines{});
+        op.Gui([&] {
+            EXPECT_TRUE(Find<QAbstractButton>("CheckAI_0")->isChecked());
+            EXPECT_FALSE(Find<QAbstractButton>("CheckAI_7")->isChecked());
+        });
+    });
+}
+
 TEST_F(QuickUpdateTest, ATickOfTheFilterThatIsRefused)
 {
     On("7282", "range=50 filter=0", [&](Operator &op) {
